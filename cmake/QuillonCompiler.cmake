@@ -1,0 +1,35 @@
+# Flags that every target of this build shares. Warnings are errors on Linux.
+find_program(QUILLON_CCACHE ccache)
+if(QUILLON_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILLON_CCACHE})
+endif()
+
+if(MSVC)
+  # The real host's libraries exist as release builds only, and Qt 4.8 uses constructs that
+  # /permissive- refuses.
+  set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
+  add_compile_options(/W3 /wd4190 /utf-8)
+  add_compile_definitions(_CRT_SECURE_NO_DEPRECATE NOMINMAX)
+else()
+  set(CMAKE_CXX_FLAGS_RELEASE "-O2")
+  set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g -fno-omit-frame-pointer")
+  add_compile_options(-Wall -Wextra -Wnon-virtual-dtor -Woverloaded-virtual -Wshadow=local
+                      -Wno-unknown-warning-option)
+  if(QUILLON_WERROR)
+    add_compile_options(-Werror)
+  endif()
+  if(QUILLON_SANITIZE)
+    add_compile_options(-fsanitize=${QUILLON_SANITIZE} -fno-sanitize-recover=all)
+    # vptr checks need type information across libraries that hide their symbols
+    if(QUILLON_SANITIZE MATCHES "undefined")
+      add_compile_options(-fno-sanitize=vptr)
+    endif()
+    add_link_options(-fsanitize=${QUILLON_SANITIZE})
+  endif()
+  if(QUILLON_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+  endif()
+endif()
+
+add_compile_definitions($<$<BOOL:${QUILLON_ASSERTS}>:QT_FORCE_ASSERTS>)

@@ -1,0 +1,15 @@
+# quillon_sdk: what the plug-in compiles and links against. Headers are named "dznode.h" in both
+# cases, so no source file knows which of the two it sees.
+add_library(quillon_sdk INTERFACE)
+target_link_libraries(quillon_sdk INTERFACE quillon_qt_core quillon_qt_gui quillon_qt_script quillon_qt_network)
+if(QUILLON_DZSDK)
+  foreach(needed include/dzplugin.h lib/x64/dzcore.lib)
+    if(NOT EXISTS ${QUILLON_DZSDK}/${needed})
+      message(FATAL_ERROR "QUILLON_DZSDK: ${QUILLON_DZSDK} has no ${needed}")
+    endif()
+  endforeach()
+  target_include_directories(quillon_sdk SYSTEM INTERFACE ${QUILLON_DZSDK}/include)
+  target_link_libraries(quillon_sdk INTERFACE ${QUILLON_DZSDK}/lib/x64/dzcore.lib)
+else()
+  target_link_libraries(quillon_sdk INTERFACE dzcore)
+endif()

@@ -1,0 +1,6 @@
+file(READ ${IN} hex HEX)
+string(LENGTH "${hex}" digits)
+math(EXPR size "${digits} / 2")
+string(REGEX REPLACE "(................................)" "\\1\n" hex "${hex}")
+string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," hex "${hex}")
+file(WRITE ${OUT} "namespace quillon {\nextern const unsigned char ${SYMBOL}[];\nextern const int ${SYMBOL}Size;\nconst unsigned char ${SYMBOL}[] = {\n${hex}};\nconst int ${SYMBOL}Size = ${size};\n}\n")
