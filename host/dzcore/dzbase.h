@@ -15,7 +15,10 @@ public:
 
     Q_INVOKABLE QString getName() const;
     Q_INVOKABLE void setName(const QString&); // undoable
-    Q_INVOKABLE QString className() const;    // "DzBone"; never that of a base class
+    Q_INVOKABLE QString className() const; // "DzBone"; never that of a base class
+    // Part of a scene, so that changes are recorded by the undo stack. False for things under
+    // construction and for those that belong to no scene.
+    virtual bool isInScene() const;
     Q_INVOKABLE bool iskindof(const QString& className) const; // this class or one of its bases
 
 signals:
@@ -25,6 +28,5 @@ protected:
     virtual void nameDidChange(); // base: emits nameChanged
 
 private:
-    friend class DzNameChange;
     QString m_name;
 };

@@ -1,4 +1,5 @@
-// dzbone.h - a joint of a skeleton. Does not inherit scale from a parent bone by default.
+// dzbone.h - a joint of a skeleton. Rigs let the first bone inherit the figure's scale and switch
+// inheritance off below other bones.
 #pragma once
 
 #include "dznode.h"

@@ -13,7 +13,7 @@ typedef bool (*DzHostCallHook)(const char* name, const void* caller);
 extern DZCORE_EXPORT DzHostCallHook dzHostCallHook; // null: nobody watches
 
 #if defined(__GNUC__)
-#define DZ_HOST_CALL(name) \
+#define DZ_HOST_CALL(name)                                                                         \
     (Q_UNLIKELY(dzHostCallHook != 0) && dzHostCallHook(name, __builtin_return_address(0)))
 #else
 #define DZ_HOST_CALL(name) (dzHostCallHook != 0 && dzHostCallHook(name, 0))

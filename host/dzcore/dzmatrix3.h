@@ -26,7 +26,7 @@ public:
     DzVec3 multVec(const DzVec3&) const; // with translation
     DzMatrix3 operator*(const DzMatrix3&) const;
     DzMatrix3 inverse() const; // identity when the matrix is singular
-    bool isIdentity() const;   // exact
+    bool isIdentity() const; // exact
     bool operator==(const DzMatrix3&) const; // exact
     bool operator!=(const DzMatrix3& m) const
     {

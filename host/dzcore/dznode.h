@@ -37,6 +37,7 @@ public:
     ~DzNode() override; // deletes its children and its object
 
     bool isRootNode() const; // has no parent
+    bool isInScene() const override;
     Q_INVOKABLE bool isSelected() const;
     Q_INVOKABLE void select(bool onOff = true); // not recorded by the undo stack
 
@@ -135,8 +136,7 @@ private:
     friend class DzFloatProperty;
     friend class DzScene;
     friend class DzSkeleton;
-    friend class DzNodeStateChange;
-    friend class DzParentChange;
+    friend class DzPlaceChange;
     struct Transform; // dztransform.h: doubles, column form
 
     void addChannels();
@@ -147,7 +147,19 @@ private:
     Transform transformAt(DzTime, bool defaults) const;
     void composeWith(const Transform* parent, DzTime, bool defaults, Transform* out) const;
     void setRotationFromLocal(DzTime, const DzQuat& local);
-    void moveTo(DzNode* parent, int index); // list surgery without undo
+
+    // Where a node hangs: below a parent, among the roots of a scene, or nowhere.
+    struct Place {
+        DzScene* scene;
+        DzNode* parent;
+        int index;
+    };
+    Place place() const;
+    void moveTo(const Place&); // without undo
+    void recordPlace(); // call before moveTo
+    void detach(); // to nowhere, without undo
+    void setSceneBelow(DzScene*);
+    void structureDidChange(); // drops lookup tables above
 
     enum { PosX, PosY, PosZ, RotX, RotY, RotZ, ScaleX, ScaleY, ScaleZ, ScaleAll, ChannelCount };
     DzFloatProperty* m_channel[ChannelCount];

@@ -5,6 +5,7 @@
 #include "dzelement.h"
 
 class DzModifier;
+class DzNode;
 
 class DZCORE_EXPORT DzObject : public DzElement {
     Q_OBJECT
@@ -12,6 +13,7 @@ public:
     explicit DzObject(const QString& name = QString());
     ~DzObject() override; // deletes its modifiers
 
+    bool isInScene() const override; // as its node
     int getNumModifiers() const;
     DzModifier* getModifier(int i) const; // null outside 0..n-1
     DzModifier* findModifier(const QString& name) const; // exact; null when absent
@@ -22,6 +24,8 @@ public:
     void setGeometryBox(const DzBox3&);
 
 private:
+    friend class DzNode;
+    DzNode* m_node; // whose geometry this is
     QList<DzModifier*> m_modifiers;
     QHash<QString, DzModifier*> m_byName;
     QList<DzModifier*> m_removed;

@@ -16,6 +16,7 @@ public:
     ~DzProperty() override; // deletes its controllers
 
     DzElement* getOwner() const; // null until added to an element
+    bool isInScene() const override; // as its owner
     Q_INVOKABLE QString getLabel() const; // the name while no label was set
     Q_INVOKABLE void setLabel(const QString&);
     QString getPath() const; // where a slider panel shows it: "Pose/Head"; may be empty
@@ -39,7 +40,8 @@ public:
     bool hasControllers() const;
     int getNumControllers() const;
     DzController* getController(int i) const; // in the order in which they apply; null outside
-    void insertController(DzController*); // appends, takes ownership
+    // Appends and takes ownership; false (and nothing taken) when a circle of drivers would arise.
+    bool insertController(DzController*);
     bool removeController(DzController*); // deletes it
 
     virtual bool setOverrideControllers(bool) = 0; // true: controllers have no effect

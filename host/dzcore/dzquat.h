@@ -46,7 +46,7 @@ public:
     }
     DzVec3 multVec(const DzVec3&) const;
     bool isIdentity() const; // exact, either sign
-    void normalize();        // a null quaternion becomes the identity
+    void normalize(); // a null quaternion becomes the identity
     double length() const;
     bool operator==(const DzQuat&) const; // exact
     bool operator!=(const DzQuat& q) const

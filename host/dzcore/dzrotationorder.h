@@ -20,7 +20,7 @@ public:
         return m_order;
     }
     int operator[](int i) const; // axis 0..2 (x, y, z) of the i-th turn, i in 0..2
-    QString toString() const;    // "XYZ"
+    QString toString() const; // "XYZ"
     static DzRotationOrder fromString(const QString&, bool* ok = 0); // XYZ when unknown
 
     bool operator==(const DzRotationOrder& o) const

@@ -55,10 +55,8 @@ private slots:
 
 private:
     friend class DzNode;
-    friend class DzSceneNodeChange;
-    friend class DzAnimRangeChange;
     void nodeSelected(DzNode*, bool on);
-    void deselectBelow(DzNode*);
+    void structureDidChange(); // node lists are made anew when asked for
     void rebuildNodeList() const;
     void insertRoot(DzNode*, int index);
     int takeRoot(DzNode*);

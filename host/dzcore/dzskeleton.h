@@ -11,6 +11,7 @@ class DZCORE_EXPORT DzSkeleton : public DzNode {
     Q_OBJECT
 public:
     explicit DzSkeleton(const QString& name = QString());
+    ~DzSkeleton() override;
 
     DzSkeleton* getSkeleton() const override; // itself
     DzBone* findBone(const QString& name) const; // exact; null when absent

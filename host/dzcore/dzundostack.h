@@ -25,8 +25,8 @@ public:
     void beginHold();
     void accept(const QString& caption);
     void cancel(); // takes back what the innermost hold recorded
-    void drop();   // ends the innermost hold; its changes stay, in the outer hold if there is one,
-                   // otherwise forgotten
+    void drop(); // ends the innermost hold; its changes stay, in the outer hold if there is one,
+                 // otherwise forgotten
     int getHoldDepth() const;
 
     Q_INVOKABLE void lock(); // nests
@@ -62,7 +62,12 @@ signals:
 
 private:
     friend class DzFloatProperty;
+    friend class DzImplicitHold;
     void recordProperty(DzFloatProperty*); // once a hold; keeps the state before
+    static void exchangeProperty(DzFloatProperty*, void* state);
+    void foldInnermost();
+    void acceptOrForget(const QString& caption); // an outermost hold; no step when empty
+    void announce();
     struct Step;
     struct Private;
     Private* d;

@@ -1,0 +1,6 @@
+#include "dzbone.h"
+
+DzBone::DzBone(const QString& name)
+    : DzNode(name)
+{
+}

@@ -1,0 +1,6 @@
+#include "dzfigure.h"
+
+DzFigure::DzFigure(const QString& name)
+    : DzSkeleton(name)
+{
+}

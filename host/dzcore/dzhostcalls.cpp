@@ -1,0 +1,3 @@
+#include "dzhostcalls.h"
+
+DzHostCallHook dzHostCallHook = nullptr;
