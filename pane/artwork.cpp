@@ -1,0 +1,67 @@
+#include "pane/artwork.h"
+
+#include <QFile>
+
+#include <iterator>
+#include <vector>
+
+namespace quillon {
+
+// The bytes of art/*.png, turned into source by the build.
+#define QUILLON_EMBEDDED(symbol)                                                                   \
+    extern const unsigned char symbol[];                                                           \
+    extern const int symbol##Size
+QUILLON_EMBEDDED(kPageMainPng);
+QUILLON_EMBEDDED(kPagePickerPng);
+QUILLON_EMBEDDED(kPageBrowsingPng);
+QUILLON_EMBEDDED(kIconPng);
+#undef QUILLON_EMBEDDED
+
+struct EmbeddedPng {
+    Picture picture;
+    const unsigned char* bytes;
+    const int* size;
+};
+
+static const EmbeddedPng kPngs[] = {
+    {Picture::MainPage, kPageMainPng, &kPageMainPngSize},
+    {Picture::PickerPage, kPagePickerPng, &kPagePickerPngSize},
+    {Picture::BrowsingPage, kPageBrowsingPng, &kPageBrowsingPngSize},
+    {Picture::Icon, kIconPng, &kIconPngSize},
+};
+
+static std::vector<QPixmap> g_pictures; // empty at load: without an application no pixmap can be
+
+QPixmap picture(Picture which)
+{
+    return g_pictures.empty() ? QPixmap() : g_pictures[std::size_t(which)];
+}
+
+void decodeArtwork()
+{
+    g_pictures.resize(std::size(kPngs));
+    for (const EmbeddedPng& png : kPngs)
+        g_pictures[std::size_t(png.picture)].loadFromData(png.bytes, uint(*png.size), "PNG");
+}
+
+void releasePageArtwork()
+{
+    for (const EmbeddedPng& png : kPngs) {
+        if (png.picture != Picture::Icon)
+            g_pictures[std::size_t(png.picture)] = QPixmap();
+    }
+}
+
+static void writeBytes(const unsigned char* bytes, int length, const QString& path)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(reinterpret_cast<const char*>(bytes), length);
+}
+
+void writeIconFile(const QString& path)
+{
+    writeBytes(kIconPng, kIconPngSize, path);
+}
+
+} // namespace quillon

@@ -1,0 +1,20 @@
+// artwork.h - the four pictures built into the plug-in.
+// Owns: the decoded pixmaps, null before the first pane is built. The icon stays for the About box
+// when the panes are gone, the page pictures do not.
+#pragma once
+
+#include <QPixmap>
+
+namespace quillon {
+
+enum class Picture { MainPage, PickerPage, BrowsingPage, Icon };
+
+QPixmap picture(Picture which);
+
+void decodeArtwork();
+void releasePageArtwork();
+
+// Writes the icon's PNG bytes. Silent when the file cannot be written.
+void writeIconFile(const QString& path);
+
+} // namespace quillon

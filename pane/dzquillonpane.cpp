@@ -1,0 +1,243 @@
+#include "pane/dzquillonpane.h"
+
+#include "figure/figure_kind.h"
+#include "figure/figure_lookup.h"
+#include "finder/pose_browser.h"
+#include "finder/pose_index.h"
+#include "finder/pose_ranks.h"
+#include "finder/pose_type.h"
+#include "pane/accessible_buttons.h"
+#include "pane/artwork.h"
+#include "pane/crash_guard.h"
+#include "pane/data_files.h"
+#include "pane/docking.h"
+#include "pane/hover.h"
+#include "pane/info_banner.h"
+#include "pane/live_panes.h"
+#include "pane/page_state.h"
+#include "pane/plugin_settings.h"
+#include "pane/qt_compat.h"
+#include "pane/scaled_artwork.h"
+#include "pane/status_message.h"
+#include "pane/version_text.h"
+#include "posefile/pose_text.h"
+#include "services/update_notice.h"
+
+#include "dzaction.h"
+#include "dzactionmgr.h"
+#include "dzapp.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTime>
+#include <QTimer>
+
+using namespace quillon;
+
+// ---- start-up --------------------------------------------------------------------------------
+
+// A start must not see what an earlier pane of the same process left behind.
+static void resetProcessState()
+{
+    resetFigureKind();
+    pluginSettings() = PluginSettings();
+    pageState() = PageState();
+    browseState() = BrowseState();
+    clearStatusMessage();
+    hideBanner();
+}
+
+static void openDataFiles()
+{
+    locateDataFiles();
+    migrateDataFiles();
+    checkCrashMarker();
+    writeCrashMarker();
+}
+
+static void decoratePaneAction()
+{
+    DzActionMgr* actions = hostManagers().actions;
+    DzAction* action
+        = actions ? actions->findAction(QLatin1String("DzQuillonPaneAction")) : nullptr;
+    if (!action)
+        return;
+    const QString path = dzApp->getTempPath() + QLatin1String("/icon.png");
+    writeIconFile(path);
+    action->setIconFile(path);
+}
+
+static void createStores()
+{
+    createPoseIndex();
+    createFilteredList();
+    createRankStore();
+    createReadBuffer();
+}
+
+static void freeStores()
+{
+    freeRankStore();
+    freePoseIndex();
+    freeFilteredList();
+    freeReadBuffer();
+}
+
+static void loadData()
+{
+    loadSettings();
+    readRanks();
+    readPoseIndex();
+    dropStalePosition();
+}
+
+static void startUpdateNotices()
+{
+    if (pluginSettings().muteUpdateNotice)
+        return;
+    checkForUpdate();
+    startBanner();
+}
+
+DzQuillonPane::DzQuillonPane()
+    : DzPane(QLatin1String("Quillon"))
+{
+    const bool isFirst = enterPane(this) == 1;
+    installEventFilter(this);
+    if (isFirst) {
+        resetProcessState();
+        openDataFiles();
+        readDockedFlag();
+        seedRandom(uint(QTime::currentTime().msec()));
+    }
+    setMouseTracking(true);
+    if (isFirst) {
+        createTimers();
+        setBusy(false);
+        cacheHostManagers();
+        decodeArtwork();
+        decoratePaneAction();
+        buildVersionText();
+    }
+    const bool connected
+        = connect(this, SIGNAL(visibilityChanged(bool)), this, SLOT(visibilityDidChange(bool)));
+    Q_ASSERT(connected);
+    Q_UNUSED(connected);
+    if (isFirst) {
+        createStores();
+        buildPoseTypeBases();
+        buildFigureTables();
+        enableAboutAction();
+        loadData();
+        startUpdateNotices();
+        removeCrashMarker();
+    }
+}
+
+// ---- timers ----------------------------------------------------------------------------------
+
+void DzQuillonPane::createTimers()
+{
+    PaneTimers& timers = paneTimers();
+    timers.status = new QTimer(this);
+    timers.banner = new QTimer(this);
+    timers.status->setSingleShot(true);
+    timers.banner->setSingleShot(true);
+    adoptTimers();
+}
+
+void DzQuillonPane::adoptTimers()
+{
+    const PaneTimers& timers = paneTimers();
+    timers.status->setParent(this);
+    timers.banner->setParent(this);
+    const bool connected
+        = connect(timers.status, SIGNAL(timeout()), this, SLOT(toolTipsTextTimerUpdate()))
+        && connect(timers.banner, SIGNAL(timeout()), this, SLOT(infoBannerShowTimerUpdate()));
+    Q_ASSERT(connected);
+    Q_UNUSED(connected);
+}
+
+static void deleteTimers()
+{
+    PaneTimers& timers = paneTimers();
+    timers.status->stop();
+    timers.banner->stop();
+    delete timers.status;
+    delete timers.banner;
+    timers = PaneTimers();
+}
+
+// ---- end -------------------------------------------------------------------------------------
+
+DzQuillonPane::~DzQuillonPane()
+{
+    if (leavePane(this) > 0) {
+        // Another pane lives on; a timer that runs keeps running.
+        if (paneTimers().status->parent() == this)
+            static_cast<DzQuillonPane*>(currentPane())->adoptTimers();
+        return;
+    }
+    saveSettings();
+    writeRanks();
+    deleteTimers();
+    freeStores();
+    writeDockedFlag();
+    dropScaledArtwork();
+    releasePageArtwork();
+    forgetHostManagers();
+}
+
+// ---- slots and events ------------------------------------------------------------------------
+
+void DzQuillonPane::visibilityDidChange(bool)
+{
+}
+
+void DzQuillonPane::toolTipsTextTimerUpdate()
+{
+    hideStatusMessage();
+}
+
+void DzQuillonPane::infoBannerShowTimerUpdate()
+{
+    bannerTimerFired();
+}
+
+bool DzQuillonPane::eventFilter(QObject* watched, QEvent* event)
+{
+    return DzPane::eventFilter(watched, event);
+}
+
+void DzQuillonPane::showEvent(QShowEvent* event)
+{
+    DzPane::showEvent(event);
+    dockPane(this);
+}
+
+void DzQuillonPane::paintEvent(QPaintEvent*)
+{
+    static const int kMarginPx = 8;
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(48, 48, 48));
+    painter.setPen(QColor(192, 192, 192));
+    painter.drawText(rect().adjusted(kMarginPx, kMarginPx, -kMarginPx, -kMarginPx),
+        Qt::AlignHCenter | Qt::AlignBottom, QString::fromLatin1("Quillon v") + versionText());
+}
+
+void DzQuillonPane::mousePressEvent(QMouseEvent*)
+{
+}
+
+void DzQuillonPane::mouseMoveEvent(QMouseEvent* event)
+{
+    if (updateHover(size(), event->pos()))
+        update();
+    bannerSeen();
+}
+
+void DzQuillonPane::leaveEvent(QEvent*)
+{
+    if (leaveHover(size()))
+        update();
+}

@@ -1,0 +1,12 @@
+#include "pane/page_state.h"
+
+namespace quillon {
+
+static PageState g_pageState;
+
+PageState& pageState()
+{
+    return g_pageState;
+}
+
+} // namespace quillon

@@ -1,0 +1,74 @@
+#include "pane/scaled_artwork.h"
+
+#include "art/atlas_table.h"
+#include "pane/artwork.h"
+
+#include <QHash>
+#include <QImage>
+#include <QPainter>
+#include <QPair>
+
+namespace quillon {
+
+typedef QPair<int, QPair<int, int>> Key; // cell, width, height
+typedef QHash<Key, QPixmap> Cache;
+
+// Made when first used: pixmaps need an application.
+static Cache& cache()
+{
+    static Cache g_cache;
+    return g_cache;
+}
+
+static QSize g_pane;
+
+static QPixmap atlasPicture(AtlasImage image)
+{
+    switch (image) {
+    case AtlasImage::Main:
+        return picture(Picture::MainPage);
+    case AtlasImage::Picker:
+        return picture(Picture::PickerPage);
+    case AtlasImage::Browsing:
+        break;
+    }
+    return picture(Picture::BrowsingPage);
+}
+
+static QPixmap scaledCell(const AtlasCell& cell, const QSize& size)
+{
+    const QPixmap piece = atlasPicture(cell.image).copy(cell.x, cell.y, cell.w, cell.h);
+    if (piece.isNull())
+        return piece;
+    // area averaging wants real colours, not a palette
+    const QImage pixels = piece.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return QPixmap::fromImage(pixels.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+void drawArtwork(QPainter* painter, const QRect& rect, int button, int state)
+{
+    const AtlasCell* cell = atlasCell(button, state);
+    if (!cell || rect.isEmpty())
+        return;
+    const Key key(int(cell - kAtlasCells), qMakePair(rect.width(), rect.height()));
+    Cache::const_iterator found = cache().constFind(key);
+    if (found == cache().constEnd())
+        found = cache().insert(key, scaledCell(*cell, rect.size()));
+    painter->drawPixmap(rect.topLeft(), *found);
+}
+
+void keepArtworkFor(const QSize& pane)
+{
+    if (pane == g_pane)
+        return;
+    dropScaledArtwork();
+    g_pane = pane;
+}
+
+void dropScaledArtwork()
+{
+    cache().clear();
+    g_pane = QSize();
+}
+
+} // namespace quillon

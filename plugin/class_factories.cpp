@@ -1,0 +1,91 @@
+#include "plugin/class_factories.h"
+
+#include "pane/dzquillonpane.h"
+#include "plugin/dzquillonpaneaction.h"
+#include "plugin/quillonaboutaction.h"
+
+#include <QByteArray>
+#include <QMetaType>
+#include <QScriptContext>
+
+Q_DECLARE_METATYPE(DzQuillonPane*)
+Q_DECLARE_METATYPE(DzQuillonPaneAction*)
+Q_DECLARE_METATYPE(QuillonAboutAction*)
+
+// ---- what a script engine needs to know of a class -------------------------------------------
+
+// The factory behind the script constructor; null before any engine knows the class, and after the
+// factory's end.
+template <typename T> static const DzClassFactory*& scriptFactory()
+{
+    static const DzClassFactory* s_factory = nullptr;
+    return s_factory;
+}
+
+// Gives T* its name in the meta-type system. Once in the process, however many engines there are.
+template <typename T> static int registerPointerType()
+{
+    static const int s_id
+        = qRegisterMetaType<T*>((QByteArray(T::staticMetaObject.className()) + '*').constData());
+    return s_id;
+}
+
+template <typename T> static QScriptValue toScript(QScriptEngine* engine, T* const& object)
+{
+    const QScriptValue value = engine->newQObject(object);
+    if (scriptFactory<T>())
+        scriptFactory<T>()->registerEnums(value);
+    return value;
+}
+
+template <typename T> static void fromScript(const QScriptValue& value, T*& object)
+{
+    object = qobject_cast<T*>(value.toQObject());
+}
+
+template <typename T> static QScriptValue construct(QScriptContext*, QScriptEngine* engine)
+{
+    const DzClassFactory* factory = scriptFactory<T>();
+    QObject* object = factory ? factory->createInstance() : nullptr;
+    return object ? toScript<T>(engine, static_cast<T*>(object)) : QScriptValue();
+}
+
+// ---- the factories ---------------------------------------------------------------------------
+
+template <typename T>
+QuillonClassFactory<T>::QuillonClassFactory(const char* guid)
+    : DzClassFactory(&T::staticMetaObject, DzGuid::fromString(QLatin1String(guid)))
+{
+}
+
+template <typename T> QuillonClassFactory<T>::~QuillonClassFactory()
+{
+    if (scriptFactory<T>() == this)
+        scriptFactory<T>() = nullptr;
+}
+
+template <typename T> QObject* QuillonClassFactory<T>::createInstance() const
+{
+    return new T;
+}
+
+template <typename T> QObject* QuillonClassFactory<T>::createInstance(const QVariantList&) const
+{
+    return createInstance();
+}
+
+template <typename T> void QuillonClassFactory<T>::registerClass(QScriptEngine* engine) const
+{
+    DzClassFactory::registerClass(engine);
+    scriptFactory<T>() = this;
+    registerPointerType<T>();
+    qScriptRegisterMetaType<T*>(engine, toScript<T>, fromScript<T>);
+    const QScriptValue constructor = engine->newFunction(construct<T>);
+    const QScriptValue wrapper = engine->newQMetaObject(&T::staticMetaObject, constructor);
+    engine->globalObject().setProperty(
+        QLatin1String(T::staticMetaObject.className()), wrapper, QScriptValue::KeepExistingFlags);
+}
+
+template class QuillonClassFactory<DzQuillonPane>;
+template class QuillonClassFactory<DzQuillonPaneAction>;
+template class QuillonClassFactory<QuillonAboutAction>;

@@ -1,0 +1,6 @@
+#include "plugin/dzquillonpaneaction.h"
+
+DzQuillonPaneAction::DzQuillonPaneAction()
+    : DzPaneAction(QLatin1String("DzQuillonPane"))
+{
+}

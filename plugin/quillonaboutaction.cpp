@@ -1,0 +1,21 @@
+#include "plugin/quillonaboutaction.h"
+
+#include "pane/artwork.h"
+#include "pane/message_boxes.h"
+#include "pane/version_text.h"
+
+using namespace quillon;
+
+QuillonAboutAction::QuillonAboutAction()
+    : DzAction(QLatin1String("About"), QString())
+{
+}
+
+void QuillonAboutAction::executeAction()
+{
+    QMessageBox box;
+    box.setWindowTitle(QString::fromLatin1(kAboutTitle));
+    box.setText(aboutText(versionText()));
+    box.setIconPixmap(picture(Picture::Icon));
+    box.exec();
+}
