@@ -1,0 +1,92 @@
+#include "figure/figure_walks.h"
+
+#include "figure/body_parts.h"
+#include "figure/figure_lookup.h"
+
+#include "dzbone.h"
+#include "dzerclink.h"
+#include "dzfloatproperty.h"
+#include "dzskeleton.h"
+
+#include <algorithm>
+
+namespace quillon {
+
+static bool inScope(bool ofFace, FigureScope scope)
+{
+    return scope == FigureScope::All || ofFace == (scope == FigureScope::Face);
+}
+
+std::vector<FigureBone> bonesOf(const DzNode* figure, FigureScope scope)
+{
+    std::vector<FigureBone> bones;
+    const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
+    if (!skeleton)
+        return bones;
+    bones.reserve(kBoneCount);
+    for (int number = 0; number < kBoneCount; ++number) {
+        const QString& name = boneName(number);
+        DzBone* bone = inScope(isFaceBone(name), scope) ? skeleton->findBone(name) : nullptr;
+        if (bone)
+            bones.push_back(FigureBone {bone, number});
+    }
+    return bones;
+}
+
+typedef DzFloatProperty* (*ControlLookup)(const QString& name, const DzNode* node);
+
+static std::vector<FigureControl> collectControls(
+    const DzNode* figure, FigureScope scope, ControlLookup lookup)
+{
+    std::vector<FigureControl> controls;
+    controls.reserve(kControlCountMax);
+    for (int number = 0; number < controlCount(); ++number) {
+        const QString& name = controlName(number);
+        DzFloatProperty* property
+            = inScope(isExpressionControl(name), scope) ? lookup(name, figure) : nullptr;
+        if (property)
+            controls.push_back(FigureControl {property, number});
+    }
+    return controls;
+}
+
+std::vector<FigureControl> controlsOf(const DzNode* figure, FigureScope scope)
+{
+    return collectControls(figure, scope, findControl);
+}
+
+std::vector<FigureControl> ownControlsOf(const DzNode* figure, FigureScope scope)
+{
+    return collectControls(figure, scope, findOwnControl);
+}
+
+PoseChannels poseChannelsOf(const DzNode* bone)
+{
+    return PoseChannels {{bone->getXRotControl(), bone->getYRotControl(), bone->getZRotControl(),
+        bone->getXPosControl(), bone->getYPosControl(), bone->getZPosControl()}};
+}
+
+static void appendDriversFirst(DzFloatProperty* property, const FollowDriver& follow,
+    std::vector<DzFloatProperty*>* entered, std::vector<DzFloatProperty*>* out)
+{
+    entered->push_back(property); // also ends links that lead in a circle
+    for (int i = 0; i < property->getNumControllers(); ++i) {
+        const DzERCLink* link = qobject_cast<DzERCLink*>(property->getController(i));
+        DzFloatProperty* driver
+            = link ? qobject_cast<DzFloatProperty*>(link->getProperty()) : nullptr;
+        if (driver && follow(driver)
+            && std::find(entered->begin(), entered->end(), driver) == entered->end())
+            appendDriversFirst(driver, follow, entered, out);
+    }
+    out->push_back(property);
+}
+
+std::vector<DzFloatProperty*> driversFirst(DzFloatProperty* property, const FollowDriver& follow)
+{
+    std::vector<DzFloatProperty*> entered;
+    std::vector<DzFloatProperty*> out;
+    appendDriversFirst(property, follow, &entered, &out);
+    return out;
+}
+
+} // namespace quillon

@@ -1,0 +1,302 @@
+#include "figure/pose_limits.h"
+
+#include "figure/body_parts.h"
+#include "figure/figure_kind.h"
+#include "figure/figure_walks.h"
+#include "pane/status_message.h"
+
+#include "dzbone.h"
+#include "dzfloatproperty.h"
+#include "dzscene.h"
+#include "dzskeleton.h"
+#include "dzundostack.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+const char* const kUndoCaption = "quillon_stack";
+const float kZeroRangeCm = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
+
+const char* const kTranslatableBones[] = {
+    "abdomenLower",
+    "abdomenUpper",
+    "chestLower",
+    "chestUpper",
+    "lCollar",
+    "rCollar",
+    "lShldrBend",
+    "rShldrBend",
+    "lForearmBend",
+    "rForearmBend",
+    "lHand",
+    "rHand",
+    "pelvis",
+    "lThighBend",
+    "rThighBend",
+    "lShin",
+    "rShin",
+    "lFoot",
+    "rFoot",
+    "lToe",
+    "rToe",
+    "neckLower",
+    "neckUpper",
+    "head",
+    "lPectoral",
+    "rPectoral",
+};
+static_assert(std::size(kTranslatableBones) == 26, "main bones");
+
+// Clamped flags: bones by number, then controls by number in the active table.
+const int kFirstControlSlot = kBoneCount;
+bool g_clampState[kBoneCount + kControlCountMax];
+
+// What a walk covers. Each slot of g_clampState belongs to one walk only.
+enum LimitWalk { BodyBoneWalk, BodyControlWalk, FaceWalk, LimitWalkCount };
+
+// The figure whose flags a walk keeps, since its remembering un-clamp; null: none.
+QPointer<DzNode> g_keptFigure[LimitWalkCount];
+
+// Flags of one bone's channels while they are free: locked and clamped as bits of ChannelFlag.
+enum ChannelFlag {
+    XRotLocked = 1,
+    YRotLocked = 2,
+    ZRotLocked = 4,
+    XPosLocked = 8,
+    YPosLocked = 16,
+    ZPosLocked = 32,
+    XPosClamped = 0x200,
+    YPosClamped = 0x400,
+    ZPosClamped = 0x800
+};
+unsigned g_channelFlags;
+
+struct FlaggedChannel {
+    int group; // ChannelGroup
+    DzFloatProperty* (DzNode::*channel)() const;
+    unsigned lockedFlag;
+    unsigned clampedFlag; // 0: the clamped flag is not touched
+};
+
+const FlaggedChannel kFlaggedChannels[] = {
+    {RotationChannels, &DzNode::getXRotControl, XRotLocked, 0},
+    {RotationChannels, &DzNode::getYRotControl, YRotLocked, 0},
+    {RotationChannels, &DzNode::getZRotControl, ZRotLocked, 0},
+    {TranslationChannels, &DzNode::getXPosControl, XPosLocked, XPosClamped},
+    {TranslationChannels, &DzNode::getYPosControl, YPosLocked, YPosClamped},
+    {TranslationChannels, &DzNode::getZPosControl, ZPosLocked, ZPosClamped},
+};
+
+// How a walk finds the flag of a bone or control.
+struct FlagRule {
+    bool clamp; // the flag, unless recalled
+    bool recall; // take what was kept
+    bool keep; // keep the present flag first
+};
+
+} // namespace
+
+// ---- limits
+
+static FlagRule flagRule(DzNode* figure, LimitWalk walk, bool clamp, bool remember)
+{
+    if (!remember)
+        return FlagRule {clamp, false, false};
+    // Kept flags are the user's; a second un-clamp would see its own.
+    const bool keptAlready = g_keptFigure[walk] == figure;
+    g_keptFigure[walk] = clamp ? nullptr : figure;
+    return FlagRule {clamp, clamp, !clamp && !keptAlready};
+}
+
+static bool flagFor(const FlagRule& rule, int slot, bool present)
+{
+    if (rule.keep)
+        g_clampState[slot] = present;
+    return rule.recall ? g_clampState[slot] : rule.clamp;
+}
+
+// True when the limits now move the value.
+static bool setClamped(DzFloatProperty* property, bool clamp, DzTime time)
+{
+    property->setIsClamped(false);
+    if (!clamp)
+        return false;
+    const float unlimited = property->getValue(time);
+    property->setIsClamped(true);
+    return property->getValue(time) != unlimited;
+}
+
+// A rotation that the limits move is written back, so that what is stored lies in range for good
+// and does not come back when the limits are lifted.
+static void limitBone(DzBone* bone, bool clamp, DzTime time)
+{
+    bool moved = false;
+    for (DzFloatProperty* channel :
+        {bone->getXRotControl(), bone->getYRotControl(), bone->getZRotControl()})
+        moved |= setClamped(channel, clamp, time);
+    if (moved)
+        bone->setWSRot(time, bone->getWSRot(time));
+}
+
+static void limitBones(DzNode* figure, FigureScope scope, const FlagRule& rule)
+{
+    const DzTime time = dzScene->getTime();
+    for (const FigureBone& each : bonesOf(figure, scope)) {
+        const bool present = each.bone->getXRotControl()->isClamped();
+        limitBone(each.bone, flagFor(rule, each.number, present), time);
+    }
+}
+
+static void limitControls(DzNode* figure, FigureScope scope, const FlagRule& rule)
+{
+    const DzTime time = dzScene->getTime();
+    for (const FigureControl& each : ownControlsOf(figure, scope)) {
+        const bool present = each.property->isClamped();
+        const bool clamp = flagFor(rule, kFirstControlSlot + each.number, present);
+        if (setClamped(each.property, clamp, time))
+            each.property->setValue(time, each.property->getValue(time));
+    }
+}
+
+void setBodyBoneLimits(DzNode* figure, bool clamp, bool remember)
+{
+    limitBones(figure, FigureScope::Body, flagRule(figure, BodyBoneWalk, clamp, remember));
+}
+
+void setBodyControlLimits(DzNode* figure, bool clamp, bool remember)
+{
+    limitControls(figure, FigureScope::Body, flagRule(figure, BodyControlWalk, clamp, remember));
+}
+
+void setFaceLimits(DzNode* figure, bool clamp, bool remember)
+{
+    const FlagRule rule = flagRule(figure, FaceWalk, clamp, remember);
+    limitBones(figure, FigureScope::Face, rule);
+    limitControls(figure, FigureScope::Face, rule);
+}
+
+void forgetLimits()
+{
+    std::fill(std::begin(g_clampState), std::end(g_clampState), false);
+    for (QPointer<DzNode>& figure : g_keptFigure)
+        figure = nullptr;
+}
+
+void setPoseLimits(DzNode* figure, bool clamp, int partMask)
+{
+    DzUndoStackHold hold;
+    if (partMask & BodyLimits)
+        setBodyBoneLimits(figure, clamp, false);
+    if (partMask & FaceLimits)
+        setFaceLimits(figure, clamp, false);
+    hold.accept(QLatin1String(kUndoCaption));
+
+    // The texts go with the masks the wrong way round; users know them so.
+    const char* text = "\r\n\r\nExpression limits clamped\r\n\r\n";
+    if (!clamp)
+        text = "\r\n\r\nAll pose limits un-clamped\r\n\r\n";
+    else if (partMask & FaceLimits)
+        text = "\r\n\r\nBone rotation limits clamped\r\n\r\n";
+    showStatusMessage(QLatin1String(text));
+}
+
+// ---- channels of one bone
+
+static void setFlags(DzNode* bone, const FlaggedChannel& row, bool on)
+{
+    DzFloatProperty* channel = (bone->*row.channel)();
+    channel->lock(on);
+    if (row.clampedFlag)
+        channel->setIsClamped(on);
+}
+
+static unsigned flagsOf(const DzNode* bone, const FlaggedChannel& row)
+{
+    const DzFloatProperty* channel = (bone->*row.channel)();
+    return (channel->isLocked() ? row.lockedFlag : 0)
+        | (channel->isClamped() ? row.clampedFlag : 0);
+}
+
+static void restoreFlags(DzNode* bone, const FlaggedChannel& row)
+{
+    DzFloatProperty* channel = (bone->*row.channel)();
+    if (g_channelFlags & row.lockedFlag)
+        channel->lock(true);
+    if (g_channelFlags & row.clampedFlag)
+        channel->setIsClamped(true);
+}
+
+void setChannelLimits(DzNode* bone, bool enable, int channelMask, bool remember)
+{
+    if (remember && !enable)
+        g_channelFlags = 0;
+    for (const FlaggedChannel& row : kFlaggedChannels) {
+        if (!(channelMask & row.group))
+            continue;
+        if (remember && enable) {
+            restoreFlags(bone, row);
+            continue;
+        }
+        if (remember)
+            g_channelFlags |= flagsOf(bone, row);
+        setFlags(bone, row, enable);
+    }
+}
+
+// ---- translations
+
+bool isTranslatableBone(const QString& name)
+{
+    return std::any_of(std::begin(kTranslatableBones), std::end(kTranslatableBones),
+        [&name](const char* bone) { return name == QLatin1String(bone); });
+}
+
+void limitTranslation(DzNode* bone, float rangeCm)
+{
+    const DzTime time = dzScene->getTime();
+    const float limitCm = rangeCm > kZeroRangeCm ? rangeCm : 0;
+    for (DzFloatProperty* channel :
+        {bone->getXPosControl(), bone->getYPosControl(), bone->getZPosControl()}) {
+        const float valueCm = channel->getValue(time);
+        const float wantedCm = qBound(-limitCm, valueCm, limitCm);
+        if (wantedCm != valueCm)
+            channel->setValue(time, wantedCm);
+    }
+}
+
+void limitFreedTranslation(DzNode* bone, float rangeCm)
+{
+    setChannelLimits(bone, false, TranslationChannels, true);
+    limitTranslation(bone, rangeCm);
+    setChannelLimits(bone, true, TranslationChannels, true);
+}
+
+static void limitTranslationsBelow(DzNode* figure, float rangeCm)
+{
+    DzNodeList below;
+    figure->getNodeChildren(below, true);
+    for (DzNode* node : std::as_const(below)) {
+        const bool ownBone = isFigureNode(node) && node->getSkeleton() == figure;
+        if (ownBone && isTranslatableBone(node->getName()))
+            limitFreedTranslation(node, rangeCm);
+    }
+}
+
+void limitBoneTranslations(DzNode* figure, float rangeCm)
+{
+    DzUndoStackHold hold;
+    if (figure)
+        limitTranslationsBelow(figure, rangeCm);
+    hold.accept(QLatin1String(kUndoCaption));
+    showStatusMessage(QLatin1String("\r\n\r\nBone translations reset succeeded\r\n\r\n"));
+}
+
+} // namespace quillon

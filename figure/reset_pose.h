@@ -1,0 +1,39 @@
+// reset_pose.h - returns parts of a figure to the zero pose.
+// Rotation and translation channels go to 0, and so do the controls that drive them; parts that are
+// not reset keep their local placement. Values are read and written at the scene's current time.
+// Missing bones and controls are skipped; locked ones keep their value. No undo step is opened:
+// the caller holds. A value that is 0 already is not written, so that no needless key appears.
+#pragma once
+
+#include "dztime.h"
+
+class DzNode;
+
+namespace quillon {
+
+enum ResetMode {
+    ResetWholeFigure = -1,
+    ResetBody = 1, // the selected bones and all below them; face, hands and feet stay
+    ResetExtremities = 2, // only face, hands and feet among those
+    ResetSelected = 3 // the selected bones alone, of whatever part
+};
+
+// mode is a ResetMode; with any other nothing happens. The figure node selected itself stands for
+// all bones of the mode. The hip of modes 1 and 3 only loses its world rotation; its translation
+// stays.
+void resetPose(DzNode* figure, int mode);
+
+// Whether a reset in this mode takes the bone.
+bool inResetPart(const DzNode* bone, int mode);
+
+// Rotation and translation channels that are not 0.
+void zeroBoneChannels(DzNode* bone, DzTime time);
+
+// The bone's correctives and every body control that drives them or the bone's channels through
+// controller links, then the channels.
+void resetBone(DzNode* bone, DzTime time);
+
+// The morphs of the figure's object whose names begin with "facs_", in the tables or not.
+void zeroFacsMorphs(DzNode* figure, DzTime time);
+
+} // namespace quillon

@@ -1,0 +1,299 @@
+// figure_fixture.h - a stand-in figure in a scene of its own, random poses, damage, and states of a
+// figure to compare.
+#pragma once
+
+#include "scene_fixture.h"
+
+#include "figure/body_parts.h"
+#include "figure/figure_kind.h"
+#include "figure/figure_lookup.h"
+#include "figure/figure_walks.h"
+#include "figure/pose_limits.h"
+#include "host/figures/figure_loader.h"
+
+#include "dzbone.h"
+#include "dzfigure.h"
+#include "dzfloatproperty.h"
+#include "dzmorph.h"
+#include "dzobject.h"
+
+#include <QtTest>
+
+#include <cstring>
+#include <utility>
+#include <vector>
+
+namespace quillon {
+
+static const char* const kTestFigures[]
+    = {"Genesis8Female", "Genesis8Male", "Genesis8_1Female", "Genesis8_1Male"};
+
+// Rows of a test that runs on every figure; QFETCH(QString, figure).
+inline void addFigureRows()
+{
+    QTest::addColumn<QString>("figure");
+    for (const char* name : kTestFigures)
+        QTest::newRow(name) << QString(QLatin1String(name));
+}
+
+// Scene, figure and the plug-in's process-wide state as at start.
+struct FigureFixture : SceneFixture {
+    explicit FigureFixture(const QString& name = QLatin1String("Genesis8Female"))
+    {
+        QString why;
+        figure = loadFigure(name, &why);
+        if (!figure)
+            qFatal("%s", qPrintable(why));
+        scene.addNode(figure);
+        isSupportedFigure(figure);
+        forgetLimits();
+        undoStack.clearAll();
+    }
+
+    DzBone* bone(const char* name) const
+    {
+        return figure->findBone(QLatin1String(name));
+    }
+    DzFloatProperty* control(const char* name) const
+    {
+        return findControl(QLatin1String(name), figure);
+    }
+    void select(const char* boneName)
+    {
+        bone(boneName)->select(true);
+    }
+
+    DzFigure* figure;
+};
+
+// ---- everything that makes a figure's state
+
+struct ChannelState {
+    const DzFloatProperty* property;
+    QString path; // "lShin/XRotate"
+    std::vector<std::pair<DzTime, float>> keys;
+    float value, def, min, max;
+    bool locked, clamped, overriding;
+};
+typedef std::vector<ChannelState> FigureState;
+
+inline void addStates(const DzElement* element, FigureState* out)
+{
+    for (int i = 0; i < element->getNumProperties(); ++i) {
+        const auto* p = qobject_cast<DzFloatProperty*>(element->getProperty(i));
+        if (!p)
+            continue;
+        ChannelState state = {p, element->getName() + QLatin1Char('/') + p->getName(), {},
+            p->getValue(), p->getDefaultValue(), p->getMin(), p->getMax(), p->isLocked(),
+            p->isClamped(), p->isOverridingControllers()};
+        for (int k = 0; k < p->getNumKeys(); ++k)
+            state.keys.push_back(std::make_pair(p->getKeyTime(k), p->getKeyValue(k)));
+        out->push_back(state);
+    }
+}
+
+// Figure node, morphs and all nodes below.
+inline FigureState stateOf(const DzNode* figure)
+{
+    FigureState state;
+    addStates(figure, &state);
+    if (const DzObject* object = figure->getObject()) {
+        for (int i = 0; i < object->getNumModifiers(); ++i)
+            addStates(object->getModifier(i), &state);
+    }
+    DzNodeList below;
+    figure->getNodeChildren(below, true);
+    for (const DzNode* node : std::as_const(below))
+        addStates(node, &state);
+    return state;
+}
+
+inline bool sameBits(float a, float b)
+{
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+inline bool sameState(const ChannelState& a, const ChannelState& b)
+{
+    if (a.property != b.property || a.keys.size() != b.keys.size() || a.locked != b.locked
+        || a.clamped != b.clamped || a.overriding != b.overriding)
+        return false;
+    for (size_t k = 0; k < a.keys.size(); ++k) {
+        if (a.keys[k].first != b.keys[k].first || !sameBits(a.keys[k].second, b.keys[k].second))
+            return false;
+    }
+    return sameBits(a.value, b.value) && sameBits(a.def, b.def) && sameBits(a.min, b.min)
+        && sameBits(a.max, b.max);
+}
+
+// Empty when every key, value and flag is the same, bit for bit; else the first that is not.
+inline QString firstDifference(const FigureState& before, const FigureState& after)
+{
+    if (before.size() != after.size())
+        return QLatin1String("number of properties");
+    for (size_t i = 0; i < before.size(); ++i) {
+        const ChannelState &a = before[i], &b = after[i];
+        if (!sameState(a, b))
+            return QString("%1: %2 (%3 keys), was %4 (%5 keys)")
+                .arg(a.path)
+                .arg(double(b.value))
+                .arg(b.keys.size())
+                .arg(double(a.value))
+                .arg(a.keys.size());
+    }
+    return QString();
+}
+
+#define VERIFY_SAME_STATE(before, after)                                                           \
+    do {                                                                                           \
+        const QString difference = quillon::firstDifference(before, after);                        \
+        QVERIFY2(difference.isEmpty(), qPrintable(difference));                                    \
+    } while (false)
+
+// Every lock is still there, and what it held kept its raw value; bone translations may change.
+inline QString lostLock(const FigureState& before, const FigureState& after)
+{
+    for (size_t i = 0; i < before.size(); ++i) {
+        const ChannelState &a = before[i], &b = after[i];
+        if (!a.locked)
+            continue;
+        if (!b.locked)
+            return a.path + QLatin1String(" is no longer locked");
+        if (a.keys != b.keys && !a.property->getName().endsWith(QLatin1String("Translate")))
+            return a.path + QLatin1String(" changed under its lock");
+    }
+    return QString();
+}
+
+// ---- world places
+
+struct WorldPlace {
+    DzQuat rot_world;
+    DzVec3 posCm_world;
+};
+
+inline std::vector<WorldPlace> worldPlaces(const DzNode* figure)
+{
+    std::vector<WorldPlace> places(kBoneCount);
+    for (const FigureBone& each : bonesOf(figure))
+        places[each.number] = WorldPlace {each.bone->getWSRot(), each.bone->getWSPos()};
+    return places;
+}
+
+// Empty when no bone turned or moved by more than the tolerances.
+inline QString firstMoved(const DzNode* figure, const std::vector<WorldPlace>& before,
+    double toleranceDeg, double toleranceCm)
+{
+    const std::vector<WorldPlace> now = worldPlaces(figure);
+    for (const FigureBone& each : bonesOf(figure)) {
+        const WorldPlace &a = before[each.number], &b = now[each.number];
+        const double turnDeg = angleDeg(a.rot_world, b.rot_world);
+        const double moveCm = distance(a.posCm_world, b.posCm_world);
+        if (!(turnDeg <= toleranceDeg && moveCm <= toleranceCm))
+            return QString("%1 turned %2 deg, moved %3 cm")
+                .arg(each.bone->getName())
+                .arg(turnDeg)
+                .arg(moveCm);
+    }
+    return QString();
+}
+
+// ---- random poses and damage
+
+// All rotations within their limits, small translations (the hip's wide), and a third of the
+// controls at random in their ranges: sums of both may leave the limits.
+inline void poseAtRandom(Random* random, const DzNode* figure)
+{
+    const DzUndoStackLock unrecorded; // a thousand steps otherwise
+    for (const FigureBone& each : bonesOf(figure)) {
+        const PoseChannels channels = poseChannelsOf(each.bone);
+        const float reachCm = each.number == 0 ? 60.f : 0.5f;
+        for (int i = 0; i < kPoseChannelCount; ++i) {
+            DzFloatProperty* c = channels.channel[i];
+            const bool turn = i < 3;
+            c->setValue(float(turn ? random->between(c->getMin(), c->getMax())
+                                   : random->between(-reachCm, reachCm)));
+        }
+    }
+    for (const FigureControl& each : controlsOf(figure)) {
+        if (random->below(3) == 0)
+            each.property->setValue(
+                float(random->between(each.property->getMin(), each.property->getMax())));
+    }
+}
+
+inline void liftAllLimits(DzNode* figure)
+{
+    const DzUndoStackLock unrecorded;
+    setBodyBoneLimits(figure, false, false);
+    setBodyControlLimits(figure, false, false);
+    setFaceLimits(figure, false, false);
+}
+
+// Y and Z Rotate limited as X Rotate is: the state that limits keep one flag a bone for. The eyes
+// and lids are loaded with an unlimited Z Rotate.
+inline void levelLimits(const DzNode* figure)
+{
+    for (const FigureBone& each : bonesOf(figure)) {
+        const bool clamped = each.bone->getXRotControl()->isClamped();
+        each.bone->getYRotControl()->setIsClamped(clamped);
+        each.bone->getZRotControl()->setIsClamped(clamped);
+    }
+}
+
+// Unlocks and unlimits the translation, then sets it.
+inline void setFreeTranslation(DzNode* bone, const DzVec3& posCm)
+{
+    for (DzFloatProperty* channel :
+        {bone->getXPosControl(), bone->getYPosControl(), bone->getZPosControl()}) {
+        channel->lock(false);
+        channel->setIsClamped(false);
+    }
+    bone->setLocalPos(posCm);
+}
+
+// Locks up to count pose channels and controls at random and gives those it locked.
+inline std::vector<DzFloatProperty*> lockAtRandom(Random* random, const DzNode* figure, int count)
+{
+    std::vector<DzFloatProperty*> all;
+    for (const FigureBone& each : bonesOf(figure)) {
+        const PoseChannels channels = poseChannelsOf(each.bone);
+        all.insert(all.end(), std::begin(channels.channel), std::end(channels.channel));
+    }
+    for (const FigureControl& each : controlsOf(figure))
+        all.push_back(each.property);
+    std::vector<DzFloatProperty*> locked;
+    for (int i = 0; i < count; ++i) {
+        DzFloatProperty* property = all[random->below(int(all.size()))];
+        if (!property->isLocked())
+            locked.push_back(property);
+        property->lock(true);
+    }
+    return locked;
+}
+
+inline void unlock(const std::vector<DzFloatProperty*>& properties)
+{
+    for (DzFloatProperty* property : properties)
+        property->lock(false);
+}
+
+// Removes count bones and controls at random, hip and head among them at times.
+inline void mutilate(Random* random, DzFigure* figure, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        if (random->below(2) == 0) {
+            DzBone* bone = findBone(random->below(kBoneCount), figure);
+            if (bone)
+                figure->removeBone(bone);
+            continue;
+        }
+        const QString name = controlName(random->below(controlCount()));
+        if (DzProperty* property = figure->findProperty(name))
+            figure->removeProperty(property);
+        else if (DzModifier* morph = figure->getObject()->findModifier(name))
+            figure->getObject()->removeModifier(morph);
+    }
+}
+
+} // namespace quillon
