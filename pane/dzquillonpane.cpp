@@ -8,12 +8,14 @@
 #include "finder/pose_type.h"
 #include "pane/accessible_buttons.h"
 #include "pane/artwork.h"
+#include "pane/command_dispatch.h"
 #include "pane/crash_guard.h"
 #include "pane/data_files.h"
 #include "pane/docking.h"
 #include "pane/hover.h"
 #include "pane/info_banner.h"
 #include "pane/live_panes.h"
+#include "pane/page_painter.h"
 #include "pane/page_state.h"
 #include "pane/plugin_settings.h"
 #include "pane/qt_compat.h"
@@ -118,6 +120,7 @@ DzQuillonPane::DzQuillonPane()
         decodeArtwork();
         decoratePaneAction();
         buildVersionText();
+        installAccessibleButtons();
     }
     const bool connected
         = connect(this, SIGNAL(visibilityChanged(bool)), this, SLOT(visibilityDidChange(bool)));
@@ -180,6 +183,7 @@ DzQuillonPane::~DzQuillonPane()
     }
     saveSettings();
     writeRanks();
+    removeAccessibleButtons();
     deleteTimers();
     freeStores();
     writeDockedFlag();
@@ -217,16 +221,13 @@ void DzQuillonPane::showEvent(QShowEvent* event)
 
 void DzQuillonPane::paintEvent(QPaintEvent*)
 {
-    static const int kMarginPx = 8;
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(48, 48, 48));
-    painter.setPen(QColor(192, 192, 192));
-    painter.drawText(rect().adjusted(kMarginPx, kMarginPx, -kMarginPx, -kMarginPx),
-        Qt::AlignHCenter | Qt::AlignBottom, QString::fromLatin1("Quillon v") + versionText());
+    paintPage(&painter, size());
 }
 
-void DzQuillonPane::mousePressEvent(QMouseEvent*)
+void DzQuillonPane::mousePressEvent(QMouseEvent* event)
 {
+    dispatchPress(size(), event->pos(), clickKind(event->button()));
 }
 
 void DzQuillonPane::mouseMoveEvent(QMouseEvent* event)

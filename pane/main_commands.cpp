@@ -1,0 +1,150 @@
+#include "pane/main_commands.h"
+
+#include "figure/bake_pose.h"
+#include "figure/optimize_editing.h"
+#include "figure/pose_limits.h"
+#include "figure/reset_pose.h"
+#include "finder/custom_pose_commands.h"
+#include "finder/pose_scanner.h"
+#include "pane/message_boxes.h"
+#include "pane/page_state.h"
+#include "pane/quillonsettingsdlg.h"
+#include "pane/status_message.h"
+#include "posefile/reference_pose.h"
+#include "posefile/swap_symmetrize.h"
+#include "services/product_patcher.h"
+
+#include "dznode.h"
+#include "dzskeleton.h"
+
+namespace quillon {
+
+static const float kTranslationRange = 0.15f; // cm
+enum LimitParts { BodyPart = 1, FacePart = 2 };
+
+bool memorizeReference(const PressContext&)
+{
+    memorizeReferencePose();
+    return true;
+}
+
+bool showReference(const PressContext&)
+{
+    showReferencePose();
+    return true;
+}
+
+bool openPicker(const PressContext&)
+{
+    pageState().picker = true;
+    return true;
+}
+
+bool resetPoseCommand(const PressContext& press)
+{
+    resetPose(press.figure, press.kind);
+    return true;
+}
+
+bool optimizeEditingCommand(const PressContext& press)
+{
+    return optimizeEditing(press.node, press.figure, press.kind);
+}
+
+// Mirrors a node at the plane X = 0.
+static void mirrorNode(DzNode* node, DzTime time)
+{
+    const DzQuat rotation = node->getWSRot(time);
+    const DzVec3 position = node->getWSPos(time);
+    node->setWSRot(time, DzQuat(rotation.m_x, -rotation.m_y, -rotation.m_z, rotation.m_w, false));
+    node->setWSPos(time, DzVec3(-position.m_x, position.m_y, position.m_z));
+}
+
+bool swapCommand(const PressContext& press)
+{
+    if (press.figure)
+        swapOrSymmetrize(press.figure, press.kind, press.time, false);
+    else
+        mirrorNode(press.node, press.time);
+    return true;
+}
+
+bool symmetrizeCommand(const PressContext& press)
+{
+    swapOrSymmetrize(press.figure, press.kind, press.time, true);
+    return true;
+}
+
+bool clampFaceLimits(const PressContext& press)
+{
+    setPoseLimits(press.figure, true, FacePart);
+    return true;
+}
+
+bool clampBodyLimits(const PressContext& press)
+{
+    setPoseLimits(press.figure, true, BodyPart);
+    return true;
+}
+
+bool releaseLimits(const PressContext& press)
+{
+    setPoseLimits(press.figure, false, BodyPart | FacePart);
+    return true;
+}
+
+bool limitTranslations(const PressContext& press)
+{
+    limitBoneTranslations(press.figure, kTranslationRange);
+    return true;
+}
+
+bool zeroTranslations(const PressContext& press)
+{
+    limitBoneTranslations(press.figure, 0);
+    return true;
+}
+
+bool bakeCommand(const PressContext& press)
+{
+    bakePose(press.figure, press.kind);
+    return true;
+}
+
+bool patchProductsCommand(const PressContext&)
+{
+    if (!showBox(Box::PatchProducts))
+        return false;
+    if (patchProducts()) {
+        showStatusMessage(QLatin1String("\r\n\r\nProducts patching succeessful!\r\n\r\n"));
+        showBox(Box::ProductsPatched);
+    } else {
+        showStatusMessage(QLatin1String("\r\nNo products requiring\r\na patch were found\r\n\r\n"));
+        showBox(Box::NothingToPatch);
+    }
+    return true;
+}
+
+bool saveCustomPoseCommand(const PressContext&)
+{
+    saveCustomPose();
+    clearStatusMessage();
+    return true;
+}
+
+bool scanCommand(const PressContext&)
+{
+    if (showBox(Box::ScanPoses))
+        scanPoses();
+    clearStatusMessage();
+    return true;
+}
+
+bool settingsCommand(const PressContext&)
+{
+    showSettings();
+    clearStatusMessage();
+    return true;
+}
+
+} // namespace quillon

@@ -1,0 +1,152 @@
+#include "pane/page_painter.h"
+
+#include "art/atlas_table.h"
+#include "pane/button_state.h"
+#include "pane/hover.h"
+#include "pane/info_banner.h"
+#include "pane/page_layout.h"
+#include "pane/page_state.h"
+#include "pane/page_texts.h"
+#include "pane/plugin_settings.h"
+#include "pane/scaled_artwork.h"
+#include "pane/status_message.h"
+#include "pane/text_fit.h"
+#include "pane/version_text.h"
+#include "services/update_notice.h"
+
+#include <QPainter>
+
+#include <iterator>
+
+namespace quillon {
+
+namespace {
+
+const QColor kGround = QColor::fromRgb(kArtColourGround);
+const QColor kText(192, 192, 192);
+const QColor kQuietText(128, 128, 128); // on the ground or the panels only
+
+// Canvas units, clear of every button.
+const ArtPlace kCounterPlace = {96, 700, 392, 34};
+const ArtPlace kLabelPlace = {96, 736, 392, 68};
+const ArtPlace kVersionPlace = {24, 986, 170, 26};
+const ArtPlace kCategoryPlace = {202, 430, 112, 112}; // which poses are browsed, between the arrows
+
+const int kTipLines = 6; // the longest tip
+const char kWidestTip[] = "(will be used as a reference by some";
+const char kWidestCounter[] = "MATCHING POSE 65536 of 65536";
+const char kLinkCaption[] = "Visit the Quillon web page";
+const char kNoticeCaption[] = "Latest updates and more:\r\nsee the plugin web page";
+
+ArtPlace within(const ButtonRow& row, const ArtPlace& inner)
+{
+    return {row.x + inner.x, row.y + inner.y, inner.w, inner.h};
+}
+
+void paintNotice(QPainter* painter, const QSize& pane)
+{
+    const ArtPlace place = within(bannerRow(), kNoticePlace);
+    drawArtwork(painter, canvasRect(pane, place), kArtNotice);
+    const QImage& picture = updatePicture();
+    const ArtPlace inner = {place.x + kNoticeTextPlace.x, place.y + kNoticeTextPlace.y,
+        kNoticeTextPlace.w, kNoticeTextPlace.h};
+    const QRect rect = canvasRect(pane, inner);
+    if (picture.isNull()) {
+        drawTextLines(painter, rect, splitLines(QLatin1String(kNoticeCaption)), kText, TextFit());
+        return;
+    }
+    const QSize size = picture.size().scaled(rect.size(), Qt::KeepAspectRatio);
+    QRect fitted(QPoint(), size);
+    fitted.moveCenter(rect.center());
+    painter->setRenderHint(QPainter::SmoothPixmapTransform);
+    painter->drawImage(fitted, picture);
+}
+
+// Status message before tip before notice.
+void paintTextArea(QPainter* painter, const QSize& pane)
+{
+    const QString text = isStatusMessageShown() ? statusMessage() : hoverTip();
+    if (text.isEmpty()) {
+        if (isBannerVisible() && !pluginSettings().muteUpdateNotice)
+            paintNotice(painter, pane);
+        return;
+    }
+    TextFit fit;
+    fit.lines = kTipLines;
+    fit.widest = QLatin1String(kWidestTip);
+    drawTextLines(painter, canvasRect(pane, within(bannerRow(), kHeaderTextPlace)),
+        splitLines(text), kText, fit);
+}
+
+void paintLink(QPainter* painter, const QSize& pane, Page page)
+{
+    const ButtonRow& row = linkRow(page);
+    const int low = page == BrowsingPage;
+    drawArtwork(painter, buttonRect(pane, row, hoverPosition()), LinkButton, low);
+    const QRect rect = canvasRect(pane, within(row, low ? kLinkLowTextPlace : kLinkTextPlace));
+    TextFit fit;
+    fit.lines = low ? 3 : 5;
+    drawTextLines(painter, rect, splitLines(QLatin1String(kLinkCaption)), kText, fit);
+}
+
+void paintVersion(QPainter* painter, const QSize& pane)
+{
+    TextFit fit;
+    fit.align = Qt::AlignLeft;
+    drawTextLines(painter, canvasRect(pane, kVersionPlace),
+        QStringList(QString::fromLatin1("Quillon v") + versionText()), kQuietText, fit);
+}
+
+void paintBodyAreas(QPainter* painter, const QSize& pane)
+{
+    drawArtwork(painter, canvasRect(pane, kBodyPlace), kArtBody);
+    for (int area = 0; area < kBodyAreaCount; ++area)
+        drawArtwork(painter, areaRect(pane, area, AreaSquare::Drawn), kArtBodyArea,
+            buttonState(FirstAreaButton + area));
+}
+
+void paintSearch(QPainter* painter, const QSize& pane)
+{
+    if (areasShown())
+        paintBodyAreas(painter, pane);
+    else
+        drawArtwork(painter, canvasRect(pane, kCategoryPlace),
+            FirstCategoryButton + pageState().browsingCategory);
+    TextFit counter;
+    counter.widest = QLatin1String(kWidestCounter);
+    drawTextLines(
+        painter, canvasRect(pane, kCounterPlace), QStringList(counterText()), kText, counter);
+    TextFit label;
+    label.lines = 3;
+    label.align = Qt::AlignHCenter | Qt::AlignTop;
+    drawTextLines(painter, canvasRect(pane, kLabelPlace), poseLabelLines(), kText, label);
+}
+
+// Grown buttons last, so that they lie over their neighbours as they are hit.
+void paintButtons(QPainter* painter, const QSize& pane, Page page)
+{
+    const QPoint pointer = hoverPosition();
+    for (int grown = 0; grown < 2; ++grown)
+        for (const ButtonRow& row : pageButtons(page))
+            if (isEnlarged(pane, row, pointer) == bool(grown))
+                drawArtwork(
+                    painter, buttonRect(pane, row, pointer), row.number, buttonState(row.number));
+}
+
+} // namespace
+
+void paintPage(QPainter* painter, const QSize& pane)
+{
+    keepArtworkFor(pane);
+    const Page page = currentPage();
+    painter->fillRect(QRect(QPoint(), pane), kGround);
+    drawArtwork(painter, buttonRect(pane, bannerRow(), hoverPosition()), BannerButton);
+    paintLink(painter, pane, page);
+    if (page == BrowsingPage)
+        paintSearch(painter, pane);
+    paintButtons(painter, pane, page);
+    paintTextArea(painter, pane);
+    paintVersion(painter, pane);
+}
+
+} // namespace quillon
