@@ -6,6 +6,8 @@
 #include "dzundoitem.h"
 #include "dzundostack.h"
 
+#include <QMetaType>
+
 DzScene* dzScene = nullptr;
 DzTime g_sceneTime = 0;
 unsigned g_valueEpoch = 1;
@@ -38,6 +40,7 @@ DzScene::DzScene()
     , m_nodesValid(false)
 {
     dzScene = this;
+    qRegisterMetaType<DzTime>("DzTime"); // scripts connect to timeChanged
     g_sceneTime = 0;
     g_changeAnnounced = false;
     startEpoch();

@@ -1,0 +1,11 @@
+// bench_modal.h - modal windows for scripts:
+//   expect({title, text, button, file, fields, run})   dialogs()   pendingExpects()
+#pragma once
+
+class QScriptValue;
+
+namespace quillon {
+
+void addModalFunctions(QScriptValue bench);
+
+} // namespace quillon

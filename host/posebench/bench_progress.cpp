@@ -1,0 +1,98 @@
+#include "host/posebench/bench_progress.h"
+
+#include "host/posebench/script_values.h"
+
+#include "dzprogresswatch.h"
+
+#include <QList>
+
+namespace quillon {
+namespace {
+
+// Cancels the first progress that fits, once.
+struct CancelOrder {
+    QString title; // empty: any; otherwise the whole or a part
+    QString info; // null: by steps only; otherwise the start of the text
+    int steps; // -1: by text only
+};
+QList<CancelOrder> g_orders;
+QList<DzProgressRecord> g_log;
+
+bool isDue(const CancelOrder& order, const DzProgressRecord& now)
+{
+    if (!now.title.contains(order.title))
+        return false;
+    return (!order.info.isNull() && now.info.startsWith(order.info))
+        || (order.steps >= 0 && now.calls >= order.steps);
+}
+
+bool sameForUser(const DzProgressRecord& a, const DzProgressRecord& b)
+{
+    return a.serial == b.serial && a.info == b.info && a.position == b.position
+        && a.total == b.total;
+}
+
+bool watch(const DzProgressRecord& now)
+{
+    if (now.event == DzProgressRecord::Finished)
+        return false;
+    if (g_log.isEmpty() || !sameForUser(g_log.last(), now))
+        g_log.append(now);
+    if (!now.cancellable || now.cancelled)
+        return false;
+    for (int i = 0; i < g_orders.size(); ++i) {
+        if (!isDue(g_orders.at(i), now))
+            continue;
+        g_orders.removeAt(i);
+        return true;
+    }
+    return false;
+}
+
+QScriptValue cancelProgress(QScriptContext* context, QScriptEngine* engine)
+{
+    const QScriptValue given = context->argument(0);
+    const QScriptValue info = given.property("info");
+    const QScriptValue steps = given.property("steps");
+    const QScriptValue title = given.property("title");
+    if (!info.isString() && !steps.isNumber())
+        return throwError(
+            context, QString("cancelProgress needs an info text or a number of steps"));
+    CancelOrder order;
+    order.title = title.isString() ? title.toString() : QString();
+    order.info = info.isString() ? info.toString() : QString();
+    order.steps = steps.isNumber() ? steps.toInt32() : -1;
+    g_orders.append(order);
+    return engine->undefinedValue();
+}
+
+QScriptValue progress(QScriptContext*, QScriptEngine* engine)
+{
+    QScriptValue list = engine->newArray(uint(g_log.size()));
+    for (int i = 0; i < g_log.size(); ++i) {
+        const DzProgressRecord& record = g_log.at(i);
+        QScriptValue entry = engine->newObject();
+        entry.setProperty("title", record.title);
+        entry.setProperty("info", record.info);
+        entry.setProperty("position", record.position);
+        entry.setProperty("total", record.total);
+        entry.setProperty("cancellable", record.cancellable);
+        list.setProperty(quint32(i), entry);
+    }
+    return list;
+}
+
+const NativeRow kProgress[] = {
+    {"cancelProgress", cancelProgress},
+    {"progress", progress},
+};
+
+} // namespace
+
+void addProgressFunctions(QScriptValue bench)
+{
+    dzProgressHook = watch;
+    addNatives(bench, kProgress);
+}
+
+} // namespace quillon

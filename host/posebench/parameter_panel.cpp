@@ -1,0 +1,374 @@
+#include "parameter_panel.h"
+
+#include "dark_theme.h"
+
+#include "dzfloatproperty.h"
+#include "dznode.h"
+#include "dzobject.h"
+#include "dzscene.h"
+#include "dzskeleton.h"
+#include "dzundostack.h"
+
+#include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+using namespace quillon;
+
+static DzNode* shownNode()
+{
+    return dzScene ? dzScene->getPrimarySelection() : 0;
+}
+
+DzParameterList::DzParameterList(QWidget* parent)
+    : QAbstractScrollArea(parent)
+    , m_knownProperties(0)
+    , m_dragRow(-1)
+    , m_dragX(0)
+    , m_editor(new QLineEdit(viewport()))
+    , m_editedRow(-1)
+{
+    setObjectName("parameterList");
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    verticalScrollBar()->setSingleStep(kSliderHeightPx / 2);
+    m_editor->hide();
+    m_editor->setAlignment(Qt::AlignRight);
+    m_editor->setTextMargins(0, 0, 0, 0);
+    m_editor->setStyleSheet("padding: 0 2px;");
+    connect(m_editor, SIGNAL(editingFinished()), SLOT(takeTypedValue()));
+    connect(verticalScrollBar(), SIGNAL(valueChanged(int)), m_editor, SLOT(hide()));
+    connect(dzScene, SIGNAL(primarySelectionChanged(DzNode*)), SLOT(rebuild()));
+    connect(dzScene, SIGNAL(sceneChanged()), SLOT(refresh()));
+    connect(dzScene, SIGNAL(timeChanged(DzTime)), SLOT(refresh()));
+    rebuild();
+}
+
+int DzParameterList::propertyCount() const
+{
+    const DzNode* node = shownNode();
+    if (!node)
+        return 0;
+    const DzObject* object = node->getObject();
+    return node->getNumProperties() + (object ? object->getNumModifiers() : 0);
+}
+
+void DzParameterList::setFilter(const QString& text)
+{
+    m_filter = text.trimmed();
+    rebuild();
+}
+
+void DzParameterList::rebuild()
+{
+    m_editor->hide();
+    m_dragRow = -1;
+    m_knownProperties = propertyCount();
+    m_rows = parameterRows(shownNode(), m_filter, m_folded);
+    updateRange();
+    viewport()->update();
+}
+
+void DzParameterList::refresh()
+{
+    if (propertyCount() != m_knownProperties)
+        rebuild();
+    viewport()->update();
+}
+
+// ---- rows ----------------------------------------------------------------------------------
+
+void DzParameterList::updateRange()
+{
+    int height = 0;
+    for (const ParameterRow& row : m_rows)
+        height += rowHeight(row);
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setRange(0, std::max(0, height - viewport()->height()));
+}
+
+void DzParameterList::resizeEvent(QResizeEvent*)
+{
+    updateRange();
+}
+
+QRect DzParameterList::rowRect(int index) const
+{
+    int top = -verticalScrollBar()->value();
+    for (int i = 0; i < index; ++i)
+        top += rowHeight(m_rows[i]);
+    return QRect(0, top, viewport()->width(), rowHeight(m_rows[index]));
+}
+
+int DzParameterList::rowAt(const QPoint& px, RowPart* part) const
+{
+    int top = -verticalScrollBar()->value();
+    for (int i = 0; i < int(m_rows.size()); ++i) {
+        const QRect rect(0, top, viewport()->width(), rowHeight(m_rows[i]));
+        *part = partAt(m_rows[i], rect, px);
+        if (*part != NoPart)
+            return i;
+        top += rect.height();
+    }
+    return -1;
+}
+
+// ---- painting ------------------------------------------------------------------------------
+
+static void paintHeading(QPainter* painter, const ParameterRow& row, const QRect& rect)
+{
+    painter->fillRect(rect.adjusted(0, 1, 0, -1), kTheme.panel);
+    painter->setPen(kTheme.dimText);
+    const QString mark = QString::fromUtf8(row.folded ? "\xE2\x96\xB8  " : "\xE2\x96\xBE  ");
+    painter->drawText(rect.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft,
+        mark + QString(row.text).replace('/', QString::fromUtf8(" \xE2\x80\xBA ")));
+}
+
+static void paintBar(QPainter* painter, const DzFloatProperty* property, const QRect& bar)
+{
+    const float zero = barShare(property, 0);
+    const float share = barShare(property, property->getValue());
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(kTheme.field.darker(115));
+    painter->drawRoundedRect(bar, 3, 3);
+    const qreal from = bar.left() + bar.width() * std::min(zero, share);
+    const qreal to = bar.left() + bar.width() * std::max(zero, share);
+    painter->setBrush(property->isLocked() ? kTheme.line : kTheme.bar);
+    painter->drawRoundedRect(QRectF(from, bar.top(), std::max(2.0, to - from), bar.height()), 3, 3);
+    painter->setBrush(property->isLocked() ? kTheme.dimText.darker(140) : kTheme.text);
+    const qreal knob = bar.left() + (bar.width() - 4) * share;
+    painter->drawRoundedRect(QRectF(knob, bar.top() - 2, 4, bar.height() + 4), 2, 2);
+}
+
+static void paintPadlock(QPainter* painter, const QRect& cell, bool locked)
+{
+    const QColor color = locked ? kTheme.locked : kTheme.line.lighter(120);
+    const QPoint c = cell.center();
+    painter->setPen(QPen(color, 1.4));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawArc(QRect(c.x() - (locked ? 3 : 0), c.y() - 6, 6, 8), 0, 180 * 16);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(color);
+    painter->drawRoundedRect(QRect(c.x() - 4, c.y() - 1, 9, 7), 1.5, 1.5);
+}
+
+static void paintLimits(QPainter* painter, const QRect& cell, bool clamped)
+{
+    const QColor color = clamped ? kTheme.accent : kTheme.line.lighter(120);
+    const QPoint c = cell.center();
+    painter->setPen(QPen(color, 1.6));
+    painter->drawLine(c + QPoint(-5, -4), c + QPoint(-5, 5));
+    painter->drawLine(c + QPoint(5, -4), c + QPoint(5, 5));
+    painter->drawLine(c + QPoint(clamped ? -3 : -1, 0), c + QPoint(clamped ? 3 : 1, 0));
+}
+
+static void paintSlider(QPainter* painter, const ParameterRow& row, const QRect& rect)
+{
+    const DzFloatProperty* property = row.property;
+    const RowCells cells = rowCells(rect);
+    QColor text = property->isLocked() ? kTheme.dimText : kTheme.text;
+    painter->setPen(text);
+    const QString label = painter->fontMetrics().elidedText(
+        row.text + (property->hasControllers() ? " *" : ""), Qt::ElideRight, cells.label.width());
+    painter->drawText(cells.label, Qt::AlignVCenter | Qt::AlignLeft, label);
+    if (property->hasKeys())
+        text = kTheme.accent;
+    painter->setPen(text);
+    painter->drawText(cells.value, Qt::AlignVCenter | Qt::AlignRight, valueText(property));
+    paintPadlock(painter, cells.lock, property->isLocked());
+    paintLimits(painter, cells.limit, property->isClamped());
+    paintBar(painter, property, cells.bar);
+}
+
+void DzParameterList::paintEvent(QPaintEvent*)
+{
+    QPainter painter(viewport());
+    painter.fillRect(viewport()->rect(), kTheme.window);
+    painter.setRenderHint(QPainter::Antialiasing);
+    int top = -verticalScrollBar()->value();
+    for (const ParameterRow& row : m_rows) {
+        const QRect rect(0, top, viewport()->width(), rowHeight(row));
+        top += rect.height();
+        if (rect.bottom() < 0 || rect.top() > viewport()->height())
+            continue;
+        if (row.property)
+            paintSlider(&painter, row, rect);
+        else if (rect.height() == kHeadingHeightPx)
+            paintHeading(&painter, row, rect);
+    }
+}
+
+// ---- mouse ---------------------------------------------------------------------------------
+
+static void setUndoably(DzFloatProperty* property, float value)
+{
+    DzUndoStackHold hold;
+    property->setValue(value);
+    hold.accept(QString("Change %1").arg(property->getLabel()));
+}
+
+static void toggleFlag(DzFloatProperty* property, RowPart part)
+{
+    DzUndoStackHold hold;
+    if (part == LockPart)
+        property->lock(!property->isLocked());
+    else
+        property->setIsClamped(!property->isClamped());
+    hold.accept(QString(part == LockPart ? "Lock %1" : "Limits of %1").arg(property->getLabel()));
+}
+
+void DzParameterList::mousePressEvent(QMouseEvent* event)
+{
+    RowPart part;
+    const int row = rowAt(event->pos(), &part);
+    m_editor->hide();
+    if (row < 0 || event->button() != Qt::LeftButton)
+        return;
+    DzFloatProperty* property = m_rows[row].property;
+    if (part == HeadingPart) {
+        const QString heading = m_rows[row].text;
+        if (!m_folded.remove(heading))
+            m_folded.insert(heading);
+        rebuild();
+    } else if (part == LockPart || part == LimitPart) {
+        toggleFlag(property, part);
+    } else if (part == ValuePart) {
+        startTyping(row);
+    } else if (part == BarPart && !property->isLocked()) {
+        dzUndoStack->beginHold();
+        m_dragRow = row;
+        m_dragX = event->pos().x();
+        if (hasUsableRange(property))
+            dragTo(event->pos().x());
+    }
+}
+
+void DzParameterList::dragTo(int x)
+{
+    DzFloatProperty* property = m_rows[m_dragRow].property;
+    if (!property)
+        return;
+    const QRect bar = rowCells(rowRect(m_dragRow)).bar;
+    if (hasUsableRange(property)) {
+        const float share = float(x - bar.left()) / std::max(1, bar.width());
+        property->setValue(barValue(property, std::min(1.f, std::max(0.f, share))));
+    } else {
+        property->setValue(property->getValue() + (x - m_dragX) * property->getSensitivity());
+    }
+    m_dragX = x;
+}
+
+void DzParameterList::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_dragRow >= 0)
+        dragTo(event->pos().x());
+}
+
+void DzParameterList::mouseReleaseEvent(QMouseEvent*)
+{
+    if (m_dragRow < 0)
+        return;
+    const DzFloatProperty* property = m_rows[m_dragRow].property;
+    dzUndoStack->accept(tr("Change %1").arg(property ? property->getLabel() : QString()));
+    m_dragRow = -1;
+}
+
+void DzParameterList::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    RowPart part;
+    const int row = rowAt(event->pos(), &part);
+    if (row >= 0 && (part == BarPart || part == LabelPart))
+        setUndoably(m_rows[row].property, m_rows[row].property->getDefaultValue());
+    else
+        mousePressEvent(event);
+}
+
+void DzParameterList::startTyping(int row)
+{
+    const DzFloatProperty* property = m_rows[row].property;
+    if (property->isLocked())
+        return;
+    m_editedRow = row;
+    m_editor->setGeometry(rowCells(rowRect(row)).value.adjusted(-2, -1, 2, 1));
+    m_editor->setText(QString::number(property->getValue()));
+    m_editor->selectAll();
+    m_editor->show();
+    m_editor->setFocus();
+}
+
+void DzParameterList::takeTypedValue()
+{
+    if (!m_editor->isVisible() || m_editedRow < 0 || m_editedRow >= int(m_rows.size()))
+        return;
+    bool ok = false;
+    const float value = m_editor->text().toFloat(&ok);
+    DzFloatProperty* property = m_rows[m_editedRow].property;
+    m_editor->hide();
+    if (ok && property)
+        setUndoably(property, value);
+}
+
+static QString rowTip(const DzFloatProperty* property, RowPart part)
+{
+    if (part == LockPart)
+        return QObject::tr(property->isLocked() ? "Locked: takes no value" : "Not locked");
+    if (part == LimitPart)
+        return QObject::tr(
+            property->isClamped() ? "Limits in force: %1 to %2" : "No limits (%1 to %2)")
+            .arg(property->getMin())
+            .arg(property->getMax());
+    return QObject::tr("%1, %2 to %3")
+        .arg(property->getName())
+        .arg(property->getMin())
+        .arg(property->getMax());
+}
+
+bool DzParameterList::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractScrollArea::viewportEvent(event);
+    const QHelpEvent* help = static_cast<QHelpEvent*>(event);
+    RowPart part;
+    const int row = rowAt(help->pos(), &part);
+    if (row >= 0 && m_rows[row].property)
+        QToolTip::showText(help->globalPos(), rowTip(m_rows[row].property, part), viewport());
+    else
+        QToolTip::hideText();
+    return true;
+}
+
+// ---- the pane ------------------------------------------------------------------------------
+
+DzParametersPane::DzParametersPane()
+    : DzPane(tr("Parameters"))
+    , m_title(new QLabel)
+{
+    QLineEdit* search = new QLineEdit;
+    search->setPlaceholderText(tr("Find a parameter"));
+    search->setClearButtonEnabled(true);
+    DzParameterList* list = new DzParameterList;
+    QVBoxLayout* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 0);
+    layout->setSpacing(5);
+    layout->addWidget(m_title);
+    layout->addWidget(search);
+    layout->addWidget(list, 1);
+    connect(search, SIGNAL(textChanged(QString)), list, SLOT(setFilter(QString)));
+    connect(dzScene, SIGNAL(primarySelectionChanged(DzNode*)), SLOT(showTitle()));
+    connect(dzScene, SIGNAL(sceneChanged()), SLOT(showTitle()));
+    showTitle();
+}
+
+void DzParametersPane::showTitle()
+{
+    const DzNode* node = shownNode();
+    m_title->setText(node ? QString("<b>%1</b>").arg(node->getLabel().toHtmlEscaped())
+                          : tr("Nothing is selected"));
+}

@@ -1,0 +1,67 @@
+// parameter_panel.h - the channels of the primary selection as sliders.
+//   drag a bar          changes the value, one undo step       click a number    types a value
+//   double click a bar  back to the default value              padlock, limits   switch the flags
+//   click a heading     folds its group                        the field on top  filters
+#pragma once
+
+#include "dzpane.h"
+#include "parameter_rows.h"
+
+#include <QAbstractScrollArea>
+#include <QPointer>
+
+class DzNode;
+class QLabel;
+class QLineEdit;
+
+class DzParameterList : public QAbstractScrollArea {
+    Q_OBJECT
+public:
+    explicit DzParameterList(QWidget* parent = 0);
+
+public slots:
+    void setFilter(const QString& text);
+    void rebuild();
+    void refresh(); // values or flags may have changed
+
+protected:
+    void paintEvent(QPaintEvent*) override;
+    void resizeEvent(QResizeEvent*) override;
+    void mousePressEvent(QMouseEvent*) override;
+    void mouseMoveEvent(QMouseEvent*) override;
+    void mouseReleaseEvent(QMouseEvent*) override;
+    void mouseDoubleClickEvent(QMouseEvent*) override;
+    bool viewportEvent(QEvent*) override;
+
+private slots:
+    void takeTypedValue();
+
+private:
+    QRect rowRect(int row) const;
+    int rowAt(const QPoint& px, quillon::RowPart* part) const; // -1: none
+    void updateRange();
+    void startTyping(int row);
+    void dragTo(int x);
+    int propertyCount() const;
+
+    std::vector<quillon::ParameterRow> m_rows;
+    QSet<QString> m_folded;
+    QString m_filter;
+    int m_knownProperties;
+    int m_dragRow; // -1: none
+    int m_dragX;
+    QLineEdit* m_editor;
+    int m_editedRow;
+};
+
+class DzParametersPane : public DzPane {
+    Q_OBJECT
+public:
+    DzParametersPane();
+
+private slots:
+    void showTitle();
+
+private:
+    QLabel* m_title;
+};

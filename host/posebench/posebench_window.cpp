@@ -1,0 +1,96 @@
+#include "posebench_window.h"
+
+#include "content_library_pane.h"
+#include "dark_theme.h"
+#include "host_menus.h"
+#include "parameter_panel.h"
+#include "scene_tree_panel.h"
+#include "time_panel.h"
+#include "viewport.h"
+
+#include "dzaction.h"
+#include "dzactionmgr.h"
+#include "dzapp.h"
+#include "dzpanegroup.h"
+#include "dzpanemgr.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QStatusBar>
+
+static const QSize kWindowPx(1500, 950);
+static const int kLeftPx = 420; // room for a pane of 400 x 800
+static const int kRightPx = 320;
+static const int kScenePx = 330;
+static const int kTimelinePx = 86;
+static const int kMessageMs = 8000;
+
+PoseBenchWindow::PoseBenchWindow()
+    : m_viewport(new ViewportWidget)
+{
+    quillon::applyDarkTheme(qApp); // before the first widget that asks for its palette is shown
+    setWindowTitle("posebench");
+    setObjectName("PoseBenchWindow");
+    setCentralWidget(m_viewport);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    m_left = dockGroup(Qt::LeftDockWidgetArea); // the first group: where plug-in panes go
+    m_rightTop = dockGroup(Qt::RightDockWidgetArea);
+    m_rightBottom = dockGroup(Qt::RightDockWidgetArea);
+    m_bottom = dockGroup(Qt::BottomDockWidgetArea);
+    DzContentLibraryPane* content = new DzContentLibraryPane;
+    connect(content, SIGNAL(message(QString)), SLOT(showMessage(QString)));
+    addPane(content, m_left);
+    addPane(new DzSceneTreePane, m_rightTop);
+    addPane(new DzParametersPane, m_rightBottom);
+    addPane(new DzTimelinePane, m_bottom);
+    new HostMenus(this);
+    if (dzApp)
+        connect(dzApp, SIGNAL(lineLogged(QString)), SLOT(showLogLine(QString)));
+    statusBar()->showMessage(tr("Ready"));
+    resize(kWindowPx);
+    arrangeDocks();
+    m_viewport->setFocus();
+}
+
+ViewportWidget* PoseBenchWindow::viewport() const
+{
+    return m_viewport;
+}
+
+DzContentLibraryPane* PoseBenchWindow::contentPane() const
+{
+    return findChild<DzContentLibraryPane*>();
+}
+
+DzPaneGroup* PoseBenchWindow::dockGroup(Qt::DockWidgetArea area)
+{
+    DzPaneGroup* group = getPaneMgr()->createEmptyPaneGroup();
+    group->dock(area);
+    return group;
+}
+
+void PoseBenchWindow::addPane(DzPane* pane, DzPaneGroup* group)
+{
+    getPaneMgr()->addPane(pane);
+    pane->moveToGroup(group);
+    getActionMgr()->registerAction(new DzPaneAction(pane->metaObject()->className()));
+}
+
+void PoseBenchWindow::arrangeDocks()
+{
+    resizeDocks({m_left->getFrame(), m_rightTop->getFrame()}, {kLeftPx, kRightPx}, Qt::Horizontal);
+    resizeDocks({m_rightTop->getFrame(), m_rightBottom->getFrame()},
+        {kScenePx, kWindowPx.height() - kScenePx}, Qt::Vertical);
+    resizeDocks({m_bottom->getFrame()}, {kTimelinePx}, Qt::Vertical);
+}
+
+void PoseBenchWindow::showMessage(const QString& text)
+{
+    statusBar()->showMessage(text, kMessageMs);
+}
+
+void PoseBenchWindow::showLogLine(const QString& text)
+{
+    showMessage(text);
+}

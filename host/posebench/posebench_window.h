@@ -1,0 +1,35 @@
+// posebench_window.h - the main window: viewport in the middle; docked pane groups on the left
+// (content library, and where panes of plug-ins go), on the right (scene above parameters) and
+// below (timeline). dzScene, dzUndoStack and dzApp must exist before it.
+#pragma once
+
+#include "dzmainwindow.h"
+
+class DzContentLibraryPane;
+class DzPane;
+class DzPaneGroup;
+class ViewportWidget;
+
+class PoseBenchWindow : public DzMainWindow {
+    Q_OBJECT
+public:
+    PoseBenchWindow();
+
+    ViewportWidget* viewport() const;
+    DzContentLibraryPane* contentPane() const; // null once someone deleted it
+
+private slots:
+    void showMessage(const QString& text);
+    void showLogLine(const QString& text);
+
+private:
+    DzPaneGroup* dockGroup(Qt::DockWidgetArea area);
+    void addPane(DzPane* pane, DzPaneGroup* group);
+    void arrangeDocks();
+
+    ViewportWidget* m_viewport;
+    DzPaneGroup* m_left;
+    DzPaneGroup* m_rightTop;
+    DzPaneGroup* m_rightBottom;
+    DzPaneGroup* m_bottom;
+};

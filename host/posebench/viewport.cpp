@@ -1,0 +1,254 @@
+#include "viewport.h"
+
+#include "dark_theme.h"
+#include "scene_commands.h"
+
+#include "dznode.h"
+#include "dzscene.h"
+#include "dzskeleton.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWheelEvent>
+
+#include <cmath>
+
+using namespace quillon;
+
+static const float kOrbitDegPerPx = 0.4f;
+static const float kZoomPerPx = 1.006f;
+static const float kZoomPerNotch = 0.88f;
+static const int kRestMs = 120; // without a movement the picture is sharpened
+static const int kFullSamples = 2;
+static const int kDragSamples = 1;
+
+ViewportWidget::ViewportWidget(QWidget* parent)
+    : QWidget(parent)
+    , m_drawnChange(0)
+    , m_stale(true)
+    , m_samples(kFullSamples)
+    , m_dragging(false)
+{
+    setObjectName("viewport");
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(160, 120);
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(kRestMs);
+    connect(&m_rest, SIGNAL(timeout()), SLOT(sharpen()));
+    if (dzScene) {
+        connect(dzScene, SIGNAL(sceneChanged()), SLOT(refresh()));
+        connect(dzScene, SIGNAL(timeChanged(DzTime)), SLOT(refresh()));
+    }
+}
+
+QSize ViewportWidget::sizeHint() const
+{
+    return QSize(640, 720);
+}
+
+const Camera& ViewportWidget::camera() const
+{
+    return m_camera;
+}
+
+void ViewportWidget::setCamera(const Camera& camera)
+{
+    m_camera = camera;
+    redraw(kFullSamples);
+}
+
+const RenderOptions& ViewportWidget::renderOptions() const
+{
+    return m_options;
+}
+
+void ViewportWidget::setRenderOptions(const RenderOptions& options)
+{
+    m_options = options;
+    redraw(kFullSamples);
+}
+
+QImage ViewportWidget::grabScene()
+{
+    return renderSceneImage(size(), m_camera, m_options);
+}
+
+DzNode* ViewportWidget::nodeAt(const QPoint& px)
+{
+    PickMap pick;
+    RenderOptions quick = m_options;
+    quick.samples = 1;
+    renderSceneImage(size(), m_camera, quick, &pick);
+    return pick.at(px.x(), px.y());
+}
+
+// ---- camera --------------------------------------------------------------------------------
+
+void ViewportWidget::frameSelection()
+{
+    frameBox(&m_camera, selectionBox(), size());
+    redraw(kFullSamples);
+}
+
+void ViewportWidget::showHome()
+{
+    setCamera(homeCamera());
+}
+
+void ViewportWidget::showView(float yawDeg, float pitchDeg)
+{
+    m_camera.yawDeg = yawDeg;
+    m_camera.pitchDeg = pitchDeg;
+    redraw(kFullSamples);
+}
+
+void ViewportWidget::refresh()
+{
+    redraw(QApplication::mouseButtons() == Qt::NoButton ? kFullSamples : kDragSamples);
+}
+
+void ViewportWidget::sharpen()
+{
+    redraw(kFullSamples);
+}
+
+void ViewportWidget::redraw(int samples)
+{
+    m_samples = samples;
+    m_stale = true;
+    // nobody sees an offscreen window: there the picture is made when it is asked for
+    static const bool seen = QGuiApplication::platformName() != QLatin1String("offscreen");
+    if (!seen)
+        return;
+    if (samples < kFullSamples)
+        m_rest.start();
+    update();
+}
+
+// ---- mouse and keys ------------------------------------------------------------------------
+
+void ViewportWidget::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = m_last = event->pos();
+    m_dragging = false;
+}
+
+void ViewportWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!event->buttons())
+        return;
+    const QPoint pos = event->pos();
+    if (!m_dragging && (pos - m_pressed).manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_dragging = true;
+    const QPoint by = pos - m_last;
+    m_last = pos;
+    const bool pans = (event->buttons() & Qt::MiddleButton)
+        || ((event->buttons() & Qt::LeftButton) && (event->modifiers() & Qt::ShiftModifier));
+    if (pans)
+        panCamera(&m_camera, size(), by.x(), by.y());
+    else if (event->buttons() & Qt::LeftButton)
+        orbitCamera(&m_camera, -by.x() * kOrbitDegPerPx, by.y() * kOrbitDegPerPx);
+    else
+        zoomCamera(&m_camera, std::pow(kZoomPerPx, float(by.y())));
+    redraw(kDragSamples);
+}
+
+void ViewportWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!m_dragging && event->button() == Qt::LeftButton)
+        clickAt(event->pos(), event->modifiers() & Qt::ControlModifier);
+    m_dragging = false;
+}
+
+void ViewportWidget::wheelEvent(QWheelEvent* event)
+{
+    zoomCamera(&m_camera, std::pow(kZoomPerNotch, event->angleDelta().y() / 120.f));
+    redraw(kDragSamples);
+    event->accept();
+}
+
+void ViewportWidget::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_F)
+        frameSelection();
+    else if (event->key() == Qt::Key_Home)
+        showHome();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void ViewportWidget::clickAt(const QPoint& px, bool add)
+{
+    DzNode* node = nodeAt(px);
+    if (!add) {
+        selectOnly(node);
+    } else if (node) {
+        node->select(!node->isSelected());
+        dzScene->setPrimarySelection(node->isSelected() ? node : dzScene->getPrimarySelection());
+    }
+}
+
+// ---- painting ------------------------------------------------------------------------------
+
+static QString selectionText()
+{
+    const DzNode* node = dzScene ? dzScene->getPrimarySelection() : 0;
+    if (!node)
+        return QString();
+    const DzSkeleton* figure = node->getSkeleton();
+    const QString text = figure && figure != node
+        ? QString("%1  /  %2").arg(figure->getLabel(), node->getLabel())
+        : node->getLabel();
+    const int others = dzScene->getNumSelectedNodes() - 1;
+    return others > 0 ? QString("%1  + %2").arg(text).arg(others) : text;
+}
+
+// The joint of the primary selection, seen through the body.
+static void paintJoint(QPainter* painter, const Camera& camera, const QSize& size)
+{
+    const DzNode* node = dzScene ? dzScene->getPrimarySelection() : 0;
+    float x, y, depth;
+    if (!node || !projectPoint(makeView(camera, size), node->getWSPos(), &x, &y, &depth))
+        return;
+    painter->setPen(QPen(QColor(20, 22, 26, 180), 3));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawEllipse(QPointF(x, y), 4.5, 4.5);
+    painter->setPen(QPen(kSelectionColor, 1.5));
+    painter->drawEllipse(QPointF(x, y), 4.5, 4.5);
+}
+
+void ViewportWidget::paintLegend(QPainter* painter) const
+{
+    const QString text = selectionText();
+    if (text.isEmpty())
+        return;
+    const QRect box = painter->fontMetrics().boundingRect(text).adjusted(-9, -5, 9, 5);
+    const QRect place(QPoint(10, 10), box.size());
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(QColor(20, 22, 26, 150));
+    painter->drawRoundedRect(place, 4, 4);
+    painter->setPen(kTheme.text);
+    painter->drawText(place, Qt::AlignCenter, text);
+}
+
+void ViewportWidget::paintEvent(QPaintEvent*)
+{
+    const unsigned change = dzScene ? dzScene->changeCount() : 0;
+    if (m_stale || change != m_drawnChange || m_image.size() != size()) {
+        RenderOptions options = m_options;
+        options.samples = m_samples;
+        m_image = renderSceneImage(size(), m_camera, options);
+        m_drawnChange = change;
+        m_stale = false;
+    }
+    QPainter painter(this);
+    painter.drawImage(0, 0, m_image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintJoint(&painter, m_camera, size());
+    paintLegend(&painter);
+}

@@ -1,0 +1,1 @@
+print("args", args.length, args.join(","));

@@ -1,0 +1,5 @@
+try {
+    quit(Number(args[0]));
+} finally {
+    print("never here");
+}

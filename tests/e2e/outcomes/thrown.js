@@ -1,0 +1,3 @@
+print("before");
+undefinedThing();
+print("after");

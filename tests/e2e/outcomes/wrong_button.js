@@ -1,0 +1,3 @@
+Bench.expect({ title: "Trial", button: "Perhaps" });
+Bench.press("TrialPane", 15, 15, "left");
+print("never here");
