@@ -1,0 +1,41 @@
+#include "posefile/gzip_file.h"
+
+#include "dzgzio.h"
+
+#include <QFile>
+
+namespace quillon {
+
+static const int kLevel = 6;
+static const int kBufferBytes = 65536;
+
+int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes)
+{
+    int count = 0;
+    while (count < maxBytes) {
+        const qint64 got = device->read(buffer + count, maxBytes - count);
+        if (got <= 0)
+            break;
+        count += int(got);
+    }
+    return count;
+}
+
+int readUnpacked(const QString& path, char* buffer, int maxBytes)
+{
+    QFile file(path);
+    DzGzIO gzip(&file, kLevel, kBufferBytes);
+    return gzip.open(QIODevice::ReadOnly) ? readAsMuchAs(&gzip, buffer, maxBytes) : 0;
+}
+
+bool writePacked(QIODevice* device, const QByteArray& bytes)
+{
+    DzGzIO gzip(device, kLevel, kBufferBytes);
+    if (!gzip.open(QIODevice::WriteOnly))
+        return false;
+    const bool taken = gzip.write(bytes) == bytes.size();
+    gzip.close();
+    return taken;
+}
+
+} // namespace quillon

@@ -1,0 +1,21 @@
+// gzip_file.h - the one place that uses the host's gzip device.
+#pragma once
+
+class QByteArray;
+class QIODevice;
+class QString;
+
+namespace quillon {
+
+// Reads from the device until the buffer is full or nothing more comes; a device may deliver less
+// than it was asked for before its end. Returns the number of bytes.
+int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes);
+
+// The unpacked bytes of a gzip file, as many as fit and, of a damaged one, as could be unpacked.
+// 0 when the file cannot be read or is no gzip.
+int readUnpacked(const QString& path, char* buffer, int maxBytes);
+
+// Packs the bytes into a device that is open for writing. False when not all were taken.
+bool writePacked(QIODevice* device, const QByteArray& bytes);
+
+} // namespace quillon

@@ -1,0 +1,107 @@
+#include "posefile/part_locks.h"
+
+#include "figure/body_parts.h"
+#include "figure/figure_lookup.h"
+#include "figure/figure_walks.h"
+#include "pane/plugin_settings.h"
+#include "posefile/pose_channels.h"
+
+#include "dzbone.h"
+#include "dzfloatproperty.h"
+#include "dzmorph.h"
+#include "dzobject.h"
+#include "dzscene.h"
+#include "dzskeleton.h"
+
+#include <vector>
+
+namespace quillon {
+
+static_assert(kPartLockCount == kBodyPartCount, "a lock for each part, in the same order");
+
+static std::vector<KeptValue> g_locked; // by setPartLocks(); controls before the bones they drive
+
+bool anyPartLockOn()
+{
+    for (bool on : pluginSettings().partLocks) {
+        if (on)
+            return true;
+    }
+    return false;
+}
+
+typedef bool (*PartTest)(const QString& name, BodyPart part);
+
+static bool isOfLockedPart(const QString& name, PartTest isInPart)
+{
+    for (int part = 0; part < kBodyPartCount; ++part) {
+        if (pluginSettings().partLocks[part] && isInPart(name, BodyPart(part)))
+            return true;
+    }
+    return false;
+}
+
+static void lockAndKeep(DzFloatProperty* channel, DzTime time)
+{
+    if (channel->isLocked())
+        return; // the rig's or the user's own lock, or locked with another part
+    g_locked.push_back(keepValue(channel, time));
+    channel->lock(true);
+}
+
+static void lockControls(const DzSkeleton* figure, DzTime time)
+{
+    for (int i = 0; i < figure->getNumProperties(); ++i) {
+        DzFloatProperty* property = qobject_cast<DzFloatProperty*>(figure->getProperty(i));
+        if (property && isOfLockedPart(property->getName(), controlInPart))
+            lockAndKeep(property, time);
+    }
+}
+
+// Controls that are shapes only. Without them a kept expression would be half of one.
+static void lockShapes(const DzSkeleton* figure, DzTime time)
+{
+    const DzObject* object = figure->getObject();
+    for (int i = 0; object && i < object->getNumModifiers(); ++i) {
+        const DzMorph* morph = qobject_cast<DzMorph*>(object->getModifier(i));
+        if (morph && isOfLockedPart(morph->getName(), controlInPart))
+            lockAndKeep(morph->getValueChannel(), time);
+    }
+}
+
+static void lockBones(const DzSkeleton* figure, DzTime time)
+{
+    for (const FigureBone& each : bonesOf(figure)) {
+        if (!isOfLockedPart(boneName(each.number), boneInPart))
+            continue;
+        static const int kRotationCount = 3;
+        const PoseChannels channels = poseChannelsOf(each.bone);
+        const int count = each.number == 0 ? kRotationCount : kPoseChannelCount;
+        for (int i = 0; i < count; ++i)
+            lockAndKeep(channels.channel[i], time);
+    }
+}
+
+static void releaseLocked(DzTime time)
+{
+    for (const KeptValue& kept : g_locked)
+        kept.channel->lock(false);
+    for (const KeptValue& kept : g_locked)
+        putBackValue(kept, time);
+    g_locked.clear();
+}
+
+void setPartLocks(DzNode* figure, bool on)
+{
+    const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
+    if (!skeleton)
+        return;
+    const DzTime time = dzScene->getTime();
+    if (!on)
+        return releaseLocked(time);
+    lockControls(skeleton, time);
+    lockShapes(skeleton, time);
+    lockBones(skeleton, time);
+}
+
+} // namespace quillon

@@ -1,0 +1,47 @@
+// pose_rewriter.h - copies a pose file with the selection's entries mirrored.
+// Mirroring is textual: names change sides, a sign is put before a number or taken away. Input: the
+// layout of pose_writer.h, four lines an entry; other lines pass through.
+// Owns: the marks of the bones whose entries were mirrored.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class DzNode;
+
+namespace quillon {
+
+// ---- the file
+
+// Entries of bones and controls outside the selection, or without includeFace of the face, are
+// copied as they are; mirrorAll takes all. withChildren: what hangs below a selected bone belongs
+// to the selection. symmetrize: only sided bones do, and a bone whose partner is selected is not
+// marked. False when a file cannot be opened; an input that cannot leaves an empty output.
+bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figure,
+    bool withChildren, bool symmetrize, bool includeFace, bool mirrorAll);
+
+// By bone number; rewritePoseFile() only ever adds marks.
+bool isBoneTouched(int boneNumber);
+void clearTouchedBones();
+
+// ---- the selection
+
+enum EntryMode { BoneEntry, ControlEntry };
+
+// Whether an entry of this bone or control belongs to what is selected. Bone number; 0 for a
+// control; -1: it does not belong, *kind and *noTouch mean nothing then. *kind: the mode.
+// *noTouch: a symmetrize gives this side's values to the selected partner and leaves this one
+// alone.
+int selectionIndexFor(const QString& name, DzNode* figure, bool withChildren, bool symmetrize,
+    int mode, int* kind, bool* noTouch);
+
+// The name in a url line if the entry is one that can be mirrored: a channel of a bone, or a
+// control of the active table. Empty otherwise, so for the figure node.
+QString knownNodeNameOf(const QString& urlLine);
+
+// ---- the mirror rules, for the url line and the keys line of one entry
+
+// The sides are told by the first letter: "lowerJaw" becomes "rowerJaw", which no figure has.
+void mirrorEntry(QByteArray* url, QByteArray* keys, bool includeFace);
+
+} // namespace quillon

@@ -1,0 +1,22 @@
+// pose_writer.h - saves the selected figure's pose as a preset file.
+// Layout: the host's, with three blanks a level; four lines an entry, which the rewriter relies on.
+// Values are the stored ones (pose_channels.h) at the scene's time, with 7 significant digits; the
+// key stands at time 0. Every rotation and translation of every bone is written, then every
+// control, zero or not. UTF-8, "\n".
+#pragma once
+
+#include <QString>
+
+namespace quillon {
+
+// male: "G8M" as the file's id, else "G8F"; no reader looks at it. compressed: through the host's
+// gzip device. Without a figure in the primary selection the list of animations is empty.
+// False when the file cannot be opened (it is then as it was) or not be written in full (it is then
+// gone).
+bool writePoseFile(const QString& path, bool male, bool compressed);
+
+// "rotation/x" for "XRotate" and so on. A name that is none of a transform channel comes back as it
+// is, with *notTransform set.
+QString channelPathOf(const QString& propertyName, bool* notTransform);
+
+} // namespace quillon

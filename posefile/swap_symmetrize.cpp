@@ -1,0 +1,155 @@
+#include "posefile/swap_symmetrize.h"
+
+#include "figure/figure_lookup.h"
+#include "figure/figure_walks.h"
+#include "posefile/part_locks.h"
+#include "posefile/pose_channels.h"
+#include "posefile/pose_reader.h"
+#include "posefile/pose_rewriter.h"
+#include "posefile/pose_writer.h"
+
+#include "dzapp.h"
+#include "dzbone.h"
+#include "dzfloatproperty.h"
+
+#include <QFile>
+
+#include <vector>
+
+namespace quillon {
+
+// ---- the temporary files
+
+namespace {
+
+struct TempFiles {
+    QString written; // the pose as it is
+    QString rewritten; // the one to apply
+};
+
+} // namespace
+
+static TempFiles tempFiles()
+{
+    const QString folder = dzApp ? dzApp->getTempPath() : QString();
+    return TempFiles {folder + QLatin1String("/qlntemp_0DE54EF1.duf"),
+        folder + QLatin1String("/qlntemp_0DE54EF2.duf")};
+}
+
+static void remove(const TempFiles& files)
+{
+    QFile::remove(files.written);
+    QFile::remove(files.rewritten);
+}
+
+bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
+    bool includeFace, bool mirrorAll)
+{
+    const TempFiles files = tempFiles();
+    remove(files); // what an earlier failure left must not be taken for this pose
+    const bool ready = writePoseFile(files.written, false, false)
+        && rewritePoseFile(files.written, files.rewritten, figure, withChildren, symmetrize,
+            includeFace, mirrorAll);
+    if (!ready)
+        return false;
+    if (useLocks)
+        setPartLocks(figure, true);
+    const bool applied = applyPoseFile(files.rewritten, false);
+    if (applied)
+        remove(files);
+    if (useLocks)
+        setPartLocks(figure, false);
+    return applied;
+}
+
+// ---- the hip's translation
+
+static bool isAnyLocked(const DzNode* node)
+{
+    return node->getXPosControl()->isLocked() || node->getYPosControl()->isLocked()
+        || node->getZPosControl()->isLocked();
+}
+
+void moveHipTranslationToFigure(DzNode* figure, DzNode* hip, DzTime time)
+{
+    const DzVec3 none(0, 0, 0);
+    if (hip->getLocalPos(time) == none || isAnyLocked(figure) || isAnyLocked(hip))
+        return;
+    const DzVec3 figureCm_world = figure->getWSPos(time);
+    figure->setWSPos(time, none); // near the origin the difference is exact
+    const DzVec3 beforeCm_world = hip->getWSPos(time);
+    hip->setLocalPos(time, none);
+    const DzVec3 afterCm_world = hip->getWSPos(time);
+    figure->setWSPos(time, figureCm_world + (beforeCm_world - afterCm_world));
+}
+
+// ---- the commands
+
+// Everything that makes a bone's local scale, rotation and position.
+static void keepBone(const DzBone* bone, DzTime time, std::vector<KeptValue>* kept)
+{
+    DzFloatProperty* const scales[] = {bone->getScaleControl(), bone->getXScaleControl(),
+        bone->getYScaleControl(), bone->getZScaleControl()};
+    for (DzFloatProperty* channel : scales)
+        kept->push_back(keepValue(channel, time));
+    for (DzFloatProperty* channel : poseChannelsOf(bone).channel)
+        kept->push_back(keepValue(channel, time));
+}
+
+namespace {
+
+struct KeptBone {
+    int number;
+    std::vector<KeptValue> channels;
+};
+
+} // namespace
+
+static std::vector<KeptBone> keepBones(const DzNode* figure, DzTime time)
+{
+    std::vector<KeptBone> bones;
+    for (const FigureBone& each : bonesOf(figure)) {
+        bones.push_back(KeptBone {each.number, {}});
+        keepBone(each.bone, time, &bones.back().channels);
+    }
+    return bones;
+}
+
+static void putBackUntouched(const std::vector<KeptBone>& bones, DzTime time)
+{
+    for (const KeptBone& bone : bones) {
+        if (isBoneTouched(bone.number))
+            continue;
+        for (const KeptValue& kept : bone.channels)
+            putBackValue(kept, time);
+    }
+}
+
+void swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetrize)
+{
+    DzBone* hip = findBone(QLatin1String("hip"), figure);
+    if (!hip)
+        return;
+    const bool wholeFigure = figure->isSelected();
+    moveHipTranslationToFigure(figure, hip, time);
+    std::vector<KeptBone> kept;
+    if (!wholeFigure)
+        kept = keepBones(figure, time);
+    clearTouchedBones();
+    const bool withChildren = clickKind != kThisBoneOnly;
+    const bool includeFace = !symmetrize;
+    applyThroughTempFiles(figure, withChildren, false, symmetrize, includeFace, wholeFigure);
+    putBackUntouched(kept, time);
+}
+
+bool mirrorWholePose(DzNode* figure, DzTime time)
+{
+    DzBone* hip = findBone(QLatin1String("hip"), figure);
+    if (!hip)
+        return false;
+    moveHipTranslationToFigure(figure, hip, time);
+    const bool withChildren = true, useLocks = true, includeFace = true, mirrorAll = true;
+    return applyThroughTempFiles(figure, withChildren, useLocks, false, includeFace, mirrorAll);
+}
+
+} // namespace quillon

@@ -1,0 +1,244 @@
+// What goes with a swap: the hip's translation, the temporary files, undo, locks, time.
+#include "pose_fixture.h"
+
+#include "posefile/pose_writer.h"
+#include "posefile/swap_symmetrize.h"
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#endif
+
+using namespace quillon;
+
+class TestSwapAround : public QObject {
+    Q_OBJECT
+private slots:
+    void theHipsTranslationMovesOntoTheFigure();
+    void aPoseWithoutHipTranslationLeavesTheFigureAlone();
+    void aLockedFigureKeepsTheHipsTranslation();
+    void noHipMeansNothingHappens();
+    void noFileIsLeftAfterSuccess();
+    void aFailedApplyLeavesBothFiles();
+    void leftoversOfAFailureAreNotApplied();
+    void aFullDiskAppliesNoOlderFile();
+    void anUnwritableTempFolderMovesNoBone_data();
+    void anUnwritableTempFolderMovesNoBone();
+    void undoBringsBackEveryBitInOneStep_data();
+    void undoBringsBackEveryBitInOneStep();
+    void everyLockStaysAsItWas();
+    void valuesAreThoseOfTheScenesTime();
+};
+
+static const int kLeftClick = 1;
+
+// ---- the hip
+
+void TestSwapAround::theHipsTranslationMovesOntoTheFigure()
+{
+    PoseFixture f;
+    f.figure->setWSPos(DzVec3(100, 5, -30));
+    f.figure->getYRotControl()->setValue(40);
+    f.bone("hip")->setLocalPos(DzVec3(10, -20, 30));
+    const std::vector<WorldPlace> before = worldPlaces(f.figure);
+    f.selectBones(QStringList() << "LipBelow");
+    swapOrSymmetrize(f.figure, kThisBoneOnly, f.time(), false);
+    QVERIFY(f.bone("hip")->getLocalPos() == DzVec3(0, 0, 0));
+    VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-4));
+    QVERIFY(distance(f.figure->getWSPos(), DzVec3(100, 5, -30)) > 30);
+}
+
+void TestSwapAround::aPoseWithoutHipTranslationLeavesTheFigureAlone()
+{
+    PoseFixture f;
+    moveHipTranslationToFigure(f.figure, f.bone("hip"), f.time());
+    QCOMPARE(f.figure->getXPosControl()->getNumKeys(), 0);
+    QCOMPARE(f.bone("hip")->getXPosControl()->getNumKeys(), 0);
+}
+
+void TestSwapAround::aLockedFigureKeepsTheHipsTranslation()
+{
+    PoseFixture f;
+    f.bone("hip")->setLocalPos(DzVec3(10, -20, 30));
+    f.figure->getXPosControl()->lock(true);
+    const std::vector<WorldPlace> before = worldPlaces(f.figure);
+    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-4));
+}
+
+void TestSwapAround::noHipMeansNothingHappens()
+{
+    PoseFixture f;
+    f.figure->removeBone(f.bone("hip"));
+    f.selectFigure();
+    f.bone("lShin")->getXRotControl()->setValue(10);
+    const FigureState before = stateOf(f.figure);
+    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    QVERIFY(!mirrorWholePose(f.figure, f.time()));
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+    QVERIFY(f.tempFiles().isEmpty());
+}
+
+// ---- the temporary files
+
+static const char kTemp1[] = "qlntemp_0DE54EF1.duf";
+static const char kTemp2[] = "qlntemp_0DE54EF2.duf";
+
+void TestSwapAround::noFileIsLeftAfterSuccess()
+{
+    PoseFixture f;
+    QVERIFY(applyThroughTempFiles(f.figure, true, false, false, true, true));
+    QVERIFY(f.tempFiles().isEmpty());
+}
+
+void TestSwapAround::aFailedApplyLeavesBothFiles()
+{
+    PoseFixture f;
+    f.bone("hip")->setName(QLatin1String("notHip")); // refused by applying, not by writing
+    const FigureState before = stateOf(f.figure);
+    QVERIFY(!applyThroughTempFiles(f.figure, true, true, false, true, true));
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+    QCOMPARE(f.tempFiles(), QStringList() << kTemp1 << kTemp2);
+    f.bone("notHip")->setName(QLatin1String("hip"));
+    QVERIFY(applyThroughTempFiles(f.figure, true, true, false, true, true)); // writes over them
+    QVERIFY(f.tempFiles().isEmpty());
+}
+
+void TestSwapAround::leftoversOfAFailureAreNotApplied()
+{
+    PoseFixture f;
+    const QString temp = f.app.getTempPath() + "/";
+    writeFile(temp + kTemp2, presetOf(valueEntry("/lShin:?rotation/x", "77")));
+    QDir().mkpath(temp + kTemp1); // so that nothing can be written there
+    const FigureState before = stateOf(f.figure);
+    QVERIFY(!applyThroughTempFiles(f.figure, true, false, false, true, true));
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+}
+
+// The mirrored file, longer by its signs, does not fit; one of an earlier command lies in its
+// place.
+void TestSwapAround::aFullDiskAppliesNoOlderFile()
+{
+#ifdef Q_OS_UNIX
+    PoseFixture f;
+    for (const FigureBone& each : bonesOf(f.figure))
+        each.bone->getYRotControl()->setValue(1);
+    QVERIFY(writePoseFile(f.file("pose.duf"), false, false));
+    const FigureState before = stateOf(f.figure);
+    const QString older = f.app.getTempPath() + "/" + kTemp2;
+    writeFile(older, presetOf(valueEntry("/lShin:?rotation/x", "77")));
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit;
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit small = {rlim_t(QFileInfo(f.file("pose.duf")).size()), limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const bool applied = applyThroughTempFiles(f.figure, true, false, false, true, true);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    QVERIFY(!applied);
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+#endif
+}
+
+void TestSwapAround::anUnwritableTempFolderMovesNoBone_data()
+{
+    QTest::addColumn<bool>("wholeFigure");
+    QTest::addColumn<bool>("missing");
+    QTest::newRow("a file in its place, whole figure") << true << false;
+    QTest::newRow("a file in its place, one bone") << false << false;
+    QTest::newRow("missing, whole figure") << true << true;
+    QTest::newRow("missing, one bone") << false << true;
+}
+
+void TestSwapAround::anUnwritableTempFolderMovesNoBone()
+{
+    QFETCH(bool, wholeFigure);
+    QFETCH(bool, missing);
+    PoseFixture f;
+    QDir().rmdir(f.app.getTempPath());
+    if (!missing)
+        writeFile(f.app.getTempPath(), "a regular file");
+    Random random(64);
+    poseAtRandom(&random, f.figure); // with a hip translation
+    if (!wholeFigure)
+        f.selectBones(QStringList() << "lShldrBend");
+    const std::vector<WorldPlace> before = worldPlaces(f.figure);
+    const RawPose raw = rawPose(f.figure);
+    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-3));
+    VERIFY_NONE(firstOtherValue(raw, rawPose(f.figure), 0));
+    QVERIFY(mirrorWholePose(f.figure, f.time()) == false);
+    VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-3));
+}
+
+// ---- undo, locks, time
+
+void TestSwapAround::undoBringsBackEveryBitInOneStep_data()
+{
+    QTest::addColumn<QString>("selected");
+    QTest::addColumn<bool>("symmetrize");
+    QTest::newRow("swap of the figure") << "" << false;
+    QTest::newRow("swap of an arm") << "lShldrBend" << false;
+    QTest::newRow("symmetrize of a leg") << "rThighBend" << true;
+}
+
+void TestSwapAround::undoBringsBackEveryBitInOneStep()
+{
+    QFETCH(QString, selected);
+    QFETCH(bool, symmetrize);
+    PoseFixture f;
+    Random random(65);
+    poseAtRandom(&random, f.figure);
+    if (!selected.isEmpty())
+        f.selectBones(QStringList() << selected);
+    f.rig.undoStack.clearAll();
+    const FigureState before = stateOf(f.figure);
+    {
+        DzUndoStackHold hold;
+        swapOrSymmetrize(f.figure, kLeftClick, f.time(), symmetrize);
+        hold.accept("quillon_stack");
+    }
+    const FigureState after = stateOf(f.figure);
+    QVERIFY(!firstDifference(before, after).isEmpty());
+    QCOMPARE(f.rig.undoStack.getNumUndoItems(), 1);
+    QVERIFY(f.rig.undoStack.undo());
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+    QVERIFY(f.rig.undoStack.redo());
+    VERIFY_SAME_STATE(after, stateOf(f.figure));
+}
+
+void TestSwapAround::everyLockStaysAsItWas()
+{
+    PoseFixture f;
+    Random random(66);
+    poseAtRandom(&random, f.figure);
+    lockAtRandom(&random, f.figure, 60);
+    const FigureState before = stateOf(f.figure);
+    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    f.selectBones(QStringList() << "lThighBend"
+                                << "head");
+    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    swapOrSymmetrize(f.figure, kLeftClick, f.time(), true);
+    const FigureState after = stateOf(f.figure);
+    for (size_t i = 0; i < before.size(); ++i) {
+        QVERIFY2(before[i].locked == after[i].locked, qPrintable(before[i].path));
+        QVERIFY2(before[i].clamped == after[i].clamped, qPrintable(before[i].path));
+        QVERIFY2(!before[i].locked || before[i].keys == after[i].keys, qPrintable(before[i].path));
+    }
+}
+
+void TestSwapAround::valuesAreThoseOfTheScenesTime()
+{
+    PoseFixture f;
+    DzFloatProperty *left = f.bone("lShldrBend")->getYRotControl(),
+                    *right = f.bone("rShldrBend")->getYRotControl();
+    left->setValue(0, 10);
+    left->setValue(1600, 20);
+    f.rig.scene.setTime(1600);
+    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    QCOMPARE(right->getValue(1600), -20.f);
+    QCOMPARE(left->getValue(1600), 0.f);
+    QCOMPARE(left->getValue(0), 10.f);
+}
+
+QTEST_MAIN(TestSwapAround)
+#include "test_swap_around.moc"
