@@ -125,14 +125,21 @@ DatState datState()
     return g_state;
 }
 
+// Tried on an object of its own: a failure must not disturb the file that is open.
+static bool canOpen(const QString& path, QIODevice::OpenMode mode)
+{
+    QFile trial(path);
+    return trial.open(mode);
+}
+
 bool openDatForReading(const QString& path)
 {
-    g_reader.close();
+    if (!canOpen(path, QIODevice::ReadOnly))
+        return false;
+    closeDat();
     g_reader.setFileName(path);
     if (!g_reader.open(QIODevice::ReadOnly))
         return false;
-    if (g_state == DatWriting)
-        closeDat();
     g_state = DatReading;
     return true;
 }
@@ -152,16 +159,15 @@ static bool mayBeWritten(const QString& path)
 
 bool openDatForWriting(const QString& path)
 {
-    if (!mayBeWritten(path))
+    const QString target = resolveTarget(path);
+    const QString beside = target + QLatin1String(".new");
+    if (!mayBeWritten(path) || !canOpen(beside, QIODevice::Append))
         return false;
-    if (g_state == DatWriting)
-        closeDat();
-    g_target = resolveTarget(path);
-    g_writer.setFileName(g_target + QLatin1String(".new"));
+    closeDat();
+    g_target = target;
+    g_writer.setFileName(beside);
     if (!g_writer.open(QIODevice::WriteOnly))
         return false;
-    if (g_state == DatReading)
-        closeDat();
     g_writtenInFull = true;
     g_state = DatWriting;
     return true;

@@ -45,6 +45,7 @@ DzContentMgr* DzApp::getContentMgr() const
 
 QWidget* DzApp::getDialogParent() const
 {
+    DZ_HOST_SEEN("getDialogParent");
     QWidget* modal = QApplication::activeModalWidget();
     return modal ? modal : m_interface.data();
 }

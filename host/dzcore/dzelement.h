@@ -26,7 +26,8 @@ public:
 
     bool addProperty(DzProperty*); // takes ownership; false when the name is taken
     // Takes the property out of the lists and cuts its links to others. The object lives on,
-    // unreachable, as long as the element does, because undo steps may still speak of it.
+    // unreachable, as long as the element does, because undo steps may still speak of it. This
+    // changes the rig, not the scene: it is not recorded, and the links are gone for good.
     bool removeProperty(DzProperty*);
 
     void beginEdit();

@@ -189,7 +189,7 @@ void DzFloatProperty::setValue(float value)
 
 void DzFloatProperty::setRawValue(DzTime t, float raw)
 {
-    if (!m_state.locked && std::isfinite(raw))
+    if (!DZ_HOST_CALL("setRawValue") && !m_state.locked && std::isfinite(raw))
         writeKey(t, raw, interpolationAt(m_state.keys, t));
 }
 
@@ -258,7 +258,7 @@ float DzFloatProperty::getSensitivity() const
 
 void DzFloatProperty::setSensitivity(float step)
 {
-    if (step == m_state.sensitivity)
+    if (DZ_HOST_CALL("setSensitivity") || step == m_state.sensitivity)
         return;
     remember();
     m_state.sensitivity = step;
@@ -272,7 +272,7 @@ bool DzFloatProperty::isClamped() const
 
 void DzFloatProperty::setIsClamped(bool onOff)
 {
-    if (onOff == m_state.clamped)
+    if (DZ_HOST_CALL("setIsClamped") || onOff == m_state.clamped)
         return;
     remember();
     m_state.clamped = onOff;
@@ -287,7 +287,7 @@ bool DzFloatProperty::isLocked() const
 
 void DzFloatProperty::lock(bool onOff)
 {
-    if (onOff == m_state.locked)
+    if (DZ_HOST_CALL("lock") || onOff == m_state.locked)
         return;
     remember();
     m_state.locked = onOff;
@@ -349,7 +349,7 @@ DzTimeRange DzFloatProperty::getKeyRange() const
 
 void DzFloatProperty::deleteKeys(const DzTimeRange& range)
 {
-    if (m_state.locked || getNumKeys(range) == 0)
+    if (DZ_HOST_CALL("deleteKeys") || m_state.locked || getNumKeys(range) == 0)
         return;
     remember();
     std::vector<Key>& keys = m_state.keys;
@@ -379,12 +379,13 @@ double DzFloatProperty::getDoubleValue(DzTime t) const
 
 void DzFloatProperty::setDoubleValue(double value)
 {
-    setValue(float(value));
+    setDoubleValue(g_sceneTime, value);
 }
 
 void DzFloatProperty::setDoubleValue(DzTime t, double value)
 {
-    setValue(t, float(value));
+    if (!DZ_HOST_CALL("setDoubleValue"))
+        setValue(t, float(value));
 }
 
 double DzFloatProperty::getDoubleDefaultValue() const

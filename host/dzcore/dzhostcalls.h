@@ -18,3 +18,6 @@ extern DZCORE_EXPORT DzHostCallHook dzHostCallHook; // null: nobody watches
 #else
 #define DZ_HOST_CALL(name) (dzHostCallHook != 0 && dzHostCallHook(name, 0))
 #endif
+
+// For calls that have no way to fail: watched only.
+#define DZ_HOST_SEEN(name) static_cast<void>(DZ_HOST_CALL(name))

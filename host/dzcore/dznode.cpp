@@ -2,6 +2,7 @@
 
 #include "dzclock.h"
 #include "dzfloatproperty.h"
+#include "dzhostcalls.h"
 #include "dzobject.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
@@ -161,6 +162,7 @@ DzNode* DzNode::findNodeChild(const QString& name, bool recurse) const
 
 DzSkeleton* DzNode::getSkeleton() const
 {
+    DZ_HOST_SEEN("getSkeleton");
     for (DzNode* n = m_parent; n; n = n->m_parent)
         if (DzSkeleton* skeleton = qobject_cast<DzSkeleton*>(n))
             return skeleton;
@@ -405,7 +407,7 @@ DzRotationOrder DzNode::getRotationOrder() const
 
 void DzNode::setRotationOrder(DzRotationOrder order)
 {
-    if (order == m_order)
+    if (DZ_HOST_CALL("setRotationOrder") || order == m_order)
         return;
     DzRotationOrder other = m_order;
     dzRecordExchange(this, [this, other]() mutable {

@@ -126,31 +126,34 @@ void DzNode::invalidateTransform()
 
 DzVec3 DzNode::getWSPos() const
 {
-    return toDzVec3(currentTransform().position);
+    return getWSPos(g_sceneTime);
 }
 
 DzVec3 DzNode::getWSPos(DzTime t, bool defaultVal) const
 {
+    DZ_HOST_SEEN("getWSPos");
     return toDzVec3(transformAt(t, defaultVal).position);
 }
 
 DzQuat DzNode::getWSRot() const
 {
-    return currentTransform().rotation;
+    return getWSRot(g_sceneTime);
 }
 
 DzQuat DzNode::getWSRot(DzTime t, bool defaultVal) const
 {
+    DZ_HOST_SEEN("getWSRot");
     return transformAt(t, defaultVal).rotation;
 }
 
 DzMatrix3 DzNode::getWSScale() const
 {
-    return toDzMatrix3(currentTransform().scale);
+    return getWSScale(g_sceneTime);
 }
 
 DzMatrix3 DzNode::getWSScale(DzTime t, bool defaultVal) const
 {
+    DZ_HOST_SEEN("getWSScale");
     return toDzMatrix3(transformAt(t, defaultVal).scale);
 }
 
@@ -208,6 +211,8 @@ void DzNode::setWSScale(const DzMatrix3& scale)
 
 void DzNode::setWSScale(DzTime t, const DzMatrix3& scale)
 {
+    if (DZ_HOST_CALL("setWSScale"))
+        return;
     Mat3d local = toMat3d(scale);
     if (m_parent) {
         const Transform parent = m_parent->transformAt(t, false);
@@ -241,6 +246,7 @@ DzVec3 DzNode::getLocalPos() const
 
 DzVec3 DzNode::getLocalPos(DzTime t, bool defaultVal) const
 {
+    DZ_HOST_SEEN("getLocalPos");
     return toDzVec3(Reader {t, defaultVal}.three(m_channel + PosX));
 }
 
@@ -251,6 +257,7 @@ DzQuat DzNode::getLocalRot() const
 
 DzQuat DzNode::getLocalRot(DzTime t, bool defaultVal) const
 {
+    DZ_HOST_SEEN("getLocalRot");
     const Reader read = {t, defaultVal};
     const DzQuat turn = turnFromDegrees(m_order, read.three(m_channel + RotX));
     const Vec3d orientDeg = read.three(m_orient);
@@ -267,6 +274,7 @@ DzMatrix3 DzNode::getLocalScale() const
 
 DzMatrix3 DzNode::getLocalScale(DzTime t, bool defaultVal) const
 {
+    DZ_HOST_SEEN("getLocalScale");
     return toDzMatrix3(transformAt(t, defaultVal).localScale);
 }
 
@@ -277,6 +285,8 @@ void DzNode::setLocalPos(const DzVec3& translation)
 
 void DzNode::setLocalPos(DzTime t, const DzVec3& translation)
 {
+    if (DZ_HOST_CALL("setLocalPos"))
+        return;
     const DzImplicitHold hold("Move");
     for (int i = 0; i < 3; ++i)
         m_channel[PosX + i]->setValue(t, translation[i]);
@@ -321,6 +331,8 @@ void DzNode::setLocalScale(const DzMatrix3& scale)
 
 void DzNode::setLocalScale(DzTime t, const DzMatrix3& scale)
 {
+    if (DZ_HOST_CALL("setLocalScale"))
+        return;
     const DzImplicitHold hold("Scale");
     Mat3d own = toMat3d(scale);
     const Vec3d orientDeg = Reader {t, false}.three(m_orient);

@@ -133,6 +133,7 @@ void DzScene::nodeSelected(DzNode* node, bool on)
 
 DzTime DzScene::getTime() const
 {
+    DZ_HOST_SEEN("getTime");
     return m_time;
 }
 
@@ -157,8 +158,10 @@ DzTimeRange DzScene::getAnimRange() const
     return m_animRange;
 }
 
-void DzScene::setAnimRange(const DzTimeRange& range)
+void DzScene::setAnimRange(const DzTimeRange& wanted)
 {
+    const DzTimeRange range(
+        qMin(wanted.getStart(), wanted.getEnd()), qMax(wanted.getStart(), wanted.getEnd()));
     if (range == m_animRange)
         return;
     DzTimeRange other = m_animRange;

@@ -23,7 +23,7 @@ public:
     void setTime(DzTime);
     DzTime getTimeStep() const; // ticks a frame, 160
     DzTimeRange getAnimRange() const;
-    void setAnimRange(const DzTimeRange&);
+    void setAnimRange(const DzTimeRange&); // ends the wrong way round are exchanged
 
     int getNumNodes() const; // roots and everything below them, parents first
     DzNode* getNode(int i) const;

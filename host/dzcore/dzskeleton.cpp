@@ -19,6 +19,7 @@ DzSkeleton::~DzSkeleton()
 
 DzSkeleton* DzSkeleton::getSkeleton() const
 {
+    DZ_HOST_SEEN("getSkeleton");
     return const_cast<DzSkeleton*>(this);
 }
 

@@ -20,7 +20,8 @@ public:
     void getAllBones(DzBoneList& out) const;
     DzSkeleton* getFollowTarget() const; // the figure this one is fitted to; null: none
     void setFollowTarget(DzSkeleton*);
-    // Takes a bone out for good; its children hang on its parent. Not undoable.
+    // Takes a bone out for good; its children hang on its parent. This changes the rig, not the
+    // scene: it is not recorded.
     bool removeBone(DzBone*);
 
 private:

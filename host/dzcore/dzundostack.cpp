@@ -176,6 +176,7 @@ void DzUndoStack::exchangeProperty(DzFloatProperty* property, void* state)
 
 void DzUndoStack::beginHold()
 {
+    DZ_HOST_SEEN("beginHold");
     Hold hold;
     hold.serial = ++d->serial;
     d->holds.push_back(std::move(hold));
@@ -197,8 +198,12 @@ void DzUndoStack::foldInnermost()
 
 void DzUndoStack::accept(const QString& caption)
 {
-    if (d->holds.empty() || DZ_HOST_CALL("accept"))
+    if (d->holds.empty())
         return;
+    if (DZ_HOST_CALL("accept")) { // a failure loses the step, not the bracket
+        drop();
+        return;
+    }
     if (d->holds.size() > 1) {
         foldInnermost();
         return;

@@ -22,12 +22,12 @@ public:
     DzUndoStack(); // becomes dzUndoStack
     ~DzUndoStack() override;
 
-    void beginHold();
-    void accept(const QString& caption);
-    void cancel(); // takes back what the innermost hold recorded
-    void drop(); // ends the innermost hold; its changes stay, in the outer hold if there is one,
-                 // otherwise forgotten
-    int getHoldDepth() const;
+    Q_INVOKABLE void beginHold();
+    Q_INVOKABLE void accept(const QString& caption);
+    Q_INVOKABLE void cancel(); // takes back what the innermost hold recorded
+    Q_INVOKABLE void drop(); // ends the innermost hold; its changes stay, in the outer hold if
+                             // there is one, otherwise forgotten
+    Q_INVOKABLE int getHoldDepth() const;
 
     Q_INVOKABLE void lock(); // nests
     Q_INVOKABLE void unlock();
