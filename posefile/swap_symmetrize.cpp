@@ -2,6 +2,7 @@
 
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
+#include "figure/hip_centre.h"
 #include "posefile/part_locks.h"
 #include "posefile/pose_channels.h"
 #include "posefile/pose_reader.h"
@@ -62,27 +63,6 @@ bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, boo
     return applied;
 }
 
-// ---- the hip's translation
-
-static bool isAnyLocked(const DzNode* node)
-{
-    return node->getXPosControl()->isLocked() || node->getYPosControl()->isLocked()
-        || node->getZPosControl()->isLocked();
-}
-
-void moveHipTranslationToFigure(DzNode* figure, DzNode* hip, DzTime time)
-{
-    const DzVec3 none(0, 0, 0);
-    if (hip->getLocalPos(time) == none || isAnyLocked(figure) || isAnyLocked(hip))
-        return;
-    const DzVec3 figureCm_world = figure->getWSPos(time);
-    figure->setWSPos(time, none); // near the origin the difference is exact
-    const DzVec3 beforeCm_world = hip->getWSPos(time);
-    hip->setLocalPos(time, none);
-    const DzVec3 afterCm_world = hip->getWSPos(time);
-    figure->setWSPos(time, figureCm_world + (beforeCm_world - afterCm_world));
-}
-
 // ---- the commands
 
 // Everything that makes a bone's local scale, rotation and position.
@@ -131,7 +111,7 @@ void swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetriz
     if (!hip)
         return;
     const bool wholeFigure = figure->isSelected();
-    moveHipTranslationToFigure(figure, hip, time);
+    hipAsCentre(figure, hip, time);
     std::vector<KeptBone> kept;
     if (!wholeFigure)
         kept = keepBones(figure, time);
@@ -147,7 +127,7 @@ bool mirrorWholePose(DzNode* figure, DzTime time)
     DzBone* hip = findBone(QLatin1String("hip"), figure);
     if (!hip)
         return false;
-    moveHipTranslationToFigure(figure, hip, time);
+    hipAsCentre(figure, hip, time);
     const bool withChildren = true, useLocks = true, includeFace = true, mirrorAll = true;
     return applyThroughTempFiles(figure, withChildren, useLocks, false, includeFace, mirrorAll);
 }

@@ -30,7 +30,4 @@ void swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetriz
 // was applied.
 bool mirrorWholePose(DzNode* figure, DzTime time);
 
-// Gives the hip's translation to the figure node; nothing moves in the world.
-void moveHipTranslationToFigure(DzNode* figure, DzNode* hip, DzTime time);
-
 } // namespace quillon

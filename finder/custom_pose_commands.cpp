@@ -1,0 +1,159 @@
+#include "finder/custom_pose_commands.h"
+
+#include "finder/pose_identify.h"
+#include "finder/pose_index.h"
+#include "finder/pose_pair_products.h"
+#include "finder/pose_signature.h"
+#include "finder/selected_figure.h"
+#include "pane/message_boxes.h"
+#include "pane/plugin_settings.h"
+#include "pane/status_message.h"
+#include "posefile/custom_library.h"
+#include "posefile/pose_writer.h"
+
+#include "dzapp.h"
+#include "dzmainwindow.h"
+#include "dzpane.h"
+#include "dzpanemgr.h"
+#include "dzscene.h"
+#include "dzscript.h"
+#include "dzskeleton.h"
+
+#include <QFile>
+#include <QFileDialog>
+
+namespace quillon {
+
+bool isCustomPose(int entry)
+{
+    const PoseIndexEntry* e = poseEntry(entry);
+    return e && isCustomLibraryPath(e->path);
+}
+
+// ---- saving
+
+static QString askForFile()
+{
+    const QString name = QFileDialog::getSaveFileName(dzApp->getDialogParent(), QString(),
+        customLibraryFolder(), QLatin1String("Custom Pose Library Files (*.duf)"));
+    return name.isEmpty() ? name : customPoseFileName(name);
+}
+
+static int entryOfPath(const QString& path)
+{
+    for (int entry = 0; entry < poseCount(); ++entry) {
+        if (poseEntry(entry)->path == path)
+            return entry;
+    }
+    return -1;
+}
+
+static void indexPose(const QString& path, bool existed, DzSkeleton* figure)
+{
+    int entry = existed ? entryOfPath(path) : -1;
+    if (entry < 0)
+        entry = appendPose(path);
+    if (entry < 0)
+        return;
+    poseEntry(entry)->hasSignature = false;
+    identifyPose(entry);
+    takeSignature(entry, figure, dzScene->getTime());
+    writePoseIndex();
+}
+
+void saveCustomPose()
+{
+    DzSkeleton* figure = selectedFigure();
+    if (!figure) {
+        showBox(Box::NoFigure);
+        return;
+    }
+    if (!ensureCustomLibraryFolder()) {
+        showBox(Box::NoCustomFolder);
+        return;
+    }
+    const QString path = askForFile();
+    if (path.isEmpty())
+        return;
+    const bool existed = QFile::exists(path);
+    const bool male = !figure->getName().contains(QLatin1String("female"), Qt::CaseInsensitive);
+    const bool compressed = true;
+    if (writePoseFile(path, male, compressed))
+        indexPose(path, existed, figure);
+    refreshPane();
+}
+
+// ---- deleting
+
+static void removeAndSave(int entry)
+{
+    removeEntry(entry);
+    qint32& position = pluginSettings().currentPose;
+    if (entry < position)
+        --position;
+    if (position >= poseCount())
+        position = poseCount() > 0 ? 0 : -1;
+    writePoseIndex();
+}
+
+bool deleteCustomPose(int entry)
+{
+    if (!isCustomPose(entry))
+        return false;
+    const QString path = poseEntry(entry)->path;
+    if (!showBox(Box::DeletePose, poseFileTitle(path, false)))
+        return false;
+    if (QFile::remove(path))
+        removeAndSave(entry);
+    return true;
+}
+
+// ---- the folder
+
+// clang-format off
+static const char* const kBrowseScript[] = {
+    "var oPaneMgr = MainWindow.getPaneMgr();",
+    "if (oPaneMgr)",
+    "{",
+    "   var oPane = oPaneMgr.findPane(\"DzContentLibraryPane\");",
+    "   if (oPane)",
+    "   {",
+    "      oPane.browseToNativeFolder(\"%1\");",
+    "   }",
+    "}",
+};
+// clang-format on
+
+// A path without a folder leaves out the line that would need it.
+static void runBrowseScript(const QString& path)
+{
+    const int slash = path.lastIndexOf(QLatin1Char('/'));
+    DzScript script;
+    for (const char* line : kBrowseScript) {
+        QString text = QLatin1String(line);
+        const bool takesFolder = text.contains(QLatin1String("%1"));
+        if (takesFolder && slash < 0)
+            continue;
+        if (takesFolder)
+            text.replace(QLatin1String("%1"), path.left(slash));
+        script.addLine(text);
+    }
+    script.execute();
+}
+
+static void showContentLibrary()
+{
+    DzMainWindow* window = dzApp->getInterface();
+    DzPaneMgr* panes = window ? window->getPaneMgr() : nullptr;
+    if (DzPane* pane = panes ? panes->findPane(QLatin1String("DzContentLibraryPane")) : nullptr)
+        pane->showPane();
+}
+
+void browseToPoseFolder(const QString& path)
+{
+    const QString product = productFolder(path);
+    runBrowseScript(product.isEmpty() ? path : product);
+    showContentLibrary();
+}
+
+} // namespace quillon

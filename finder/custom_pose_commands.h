@@ -1,0 +1,24 @@
+// custom_pose_commands.h - saves a pose into the custom library, deletes one of it, and shows where
+// an installed pose comes from. The pose index is kept in step and saved.
+#pragma once
+
+#include <QString>
+
+namespace quillon {
+
+bool isCustomPose(int entry); // false outside the index
+
+// Asks for a file and writes the selected figure's pose into it. Shows a box and does nothing
+// without a figure or a library folder. The file takes the place of its own entry in the index,
+// else a new one at the end; when the index is full it is not indexed.
+void saveCustomPose();
+
+// Asks first: true when the answer was Yes. The entry goes with its file; a file that cannot be
+// deleted keeps it. A position behind the last entry goes to the first, -1 when there is none.
+bool deleteCustomPose(int entry);
+
+// Opens the folder of the pose file in the host's content library; for a pose of the maker's
+// pose-pair products, the product's own folder.
+void browseToPoseFolder(const QString& path);
+
+} // namespace quillon

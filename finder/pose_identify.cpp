@@ -1,0 +1,117 @@
+#include "finder/pose_identify.h"
+
+#include "finder/pose_index.h"
+#include "finder/pose_pair_products.h"
+#include "pane/data_files.h"
+#include "posefile/pose_text.h"
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+namespace quillon {
+
+static const quint32 kMaleMark = kMaleCode - kFemaleCode;
+
+static char lowered(char c)
+{
+    return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
+}
+
+static bool readsAs(const char* at, const char* word)
+{
+    for (; *word; ++at, ++word) {
+        if (lowered(*at) != *word)
+            return false;
+    }
+    return true;
+}
+
+static char raised(char c)
+{
+    return c >= 'a' && c <= 'z' ? char(c - ('a' - 'A')) : c;
+}
+
+// Looks at the byte under the word's last letter and moves on by as much as that byte allows; half
+// a megabyte is gone through for six words of every file.
+bool containsWord(const char* bytes, int count, const char* word)
+{
+    const int length = int(std::strlen(word));
+    int step[256];
+    std::fill(std::begin(step), std::end(step), length);
+    for (int i = 0; i + 1 < length; ++i)
+        step[uchar(word[i])] = step[uchar(raised(word[i]))] = length - 1 - i;
+    for (int at = 0; at + length <= count; at += step[uchar(bytes[at + length - 1])]) {
+        if (readsAs(bytes + at, word))
+            return true;
+    }
+    return false;
+}
+
+static bool containsWord(const QString& text, const char* word)
+{
+    return text.contains(QLatin1String(word), Qt::CaseInsensitive);
+}
+
+namespace {
+
+struct PoseBytes {
+    const char* bytes;
+    int count;
+
+    bool has(const char* word) const
+    {
+        return containsWord(bytes, count, word);
+    }
+};
+
+} // namespace
+
+static bool isFemale(const PoseBytes& text, const QString& path, const QString& title)
+{
+    return text.has("breast") || containsWord(path, "g8f") || containsWord(path, "female")
+        || containsWord(title, "f");
+}
+
+// Of a pose that is not female.
+static bool isMale(const QString& path, const QString& title)
+{
+    return containsWord(path, "g8m") || containsWord(path, "male") || containsWord(title, "m");
+}
+
+static quint32 generationOf(const PoseBytes& text)
+{
+    if (text.has("abdomen2"))
+        return 2;
+    return text.has("rheel") ? 3 : 8;
+}
+
+quint32 figureCodeOf(const char* bytes, int count, const QString& path)
+{
+    const PoseBytes text = {bytes, count};
+    if (!text.has("bigtoe") || !text.has("pinky") || !text.has("head"))
+        return 0;
+    const QString title = posePairKind(path).isMakerFile ? poseFileTitle(path, false) : QString();
+    const bool male = !isFemale(text, path, title) && isMale(path, title);
+    return generationOf(text) + (male ? kMaleMark : 0);
+}
+
+void identifyPose(int entry)
+{
+    PoseIndexEntry* e = poseEntry(entry);
+    if (!e)
+        return;
+    e->figureCode = 0;
+    e->contentHash = 0;
+    char* buffer = readBuffer();
+    const int count = buffer ? readPoseFileText(e->path, buffer, kReadBufferBytes, false) : 0;
+    if (count <= 0)
+        return;
+    const quint32 code = figureCodeOf(buffer, count, e->path);
+    if (code != kFemaleCode && code != kMaleCode)
+        return;
+    e->figureCode = code;
+    e->contentHash = djb2Hash(buffer, count);
+}
+
+} // namespace quillon

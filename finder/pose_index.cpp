@@ -1,0 +1,197 @@
+#include "finder/pose_index.h"
+
+#include "pane/data_files.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace quillon {
+
+static std::vector<PoseIndexEntry> g_entries;
+static int g_count = 0;
+
+// ---- the table
+
+void createPoseIndex()
+{
+    g_entries.assign(kPoseIndexCapacity, PoseIndexEntry());
+    g_count = 0;
+}
+
+void freePoseIndex()
+{
+    std::vector<PoseIndexEntry>().swap(g_entries);
+    g_count = 0;
+}
+
+void resetPoseIndex()
+{
+    std::fill(g_entries.begin(), g_entries.end(), PoseIndexEntry());
+    g_count = 0;
+}
+
+int poseCount()
+{
+    return g_count;
+}
+
+PoseIndexEntry* poseEntry(int entry)
+{
+    return entry >= 0 && entry < g_count ? &g_entries[std::size_t(entry)] : nullptr;
+}
+
+int appendPose(const QString& path)
+{
+    if (g_count >= int(g_entries.size()))
+        return -1;
+    PoseIndexEntry& fresh = g_entries[std::size_t(g_count)];
+    fresh = PoseIndexEntry();
+    fresh.path = path;
+    return g_count++;
+}
+
+void copyEntry(int from, int to)
+{
+    Q_ASSERT_X(poseEntry(from) && poseEntry(to), "copyEntry", "both entries exist");
+    if (from != to)
+        g_entries[std::size_t(to)] = g_entries[std::size_t(from)];
+}
+
+void removeEntry(int entry)
+{
+    if (!poseEntry(entry))
+        return;
+    const auto end = g_entries.begin() + g_count;
+    std::move(g_entries.begin() + entry + 1, end, g_entries.begin() + entry);
+    truncatePoseIndex(g_count - 1);
+}
+
+void truncatePoseIndex(int count)
+{
+    const int kept = std::max(0, std::min(count, g_count));
+    std::fill(g_entries.begin() + kept, g_entries.begin() + g_count, PoseIndexEntry());
+    g_count = kept;
+}
+
+// ---- the file
+
+static const qint32 kFileVersion = 1;
+static const double kUnitTolerance = 1e-6; // narrowing to floats alone stays well below
+
+namespace {
+
+struct StoredSignature {
+    float quat[kSignatureSlots][4]; // x, y, z, w
+};
+static_assert(sizeof(StoredSignature) == 160, "as it lies in the file");
+
+// path length, hash, figure code, signature, flag
+const qint64 kRecordBytes = 4 + 4 + 4 + qint64(sizeof(StoredSignature)) + 1; // without the path
+
+} // namespace
+
+// What was written is taken as it is, so that it is written again the same.
+static DzQuat quatOf(const float q[4])
+{
+    const double x = double(q[0]), y = double(q[1]), z = double(q[2]), w = double(q[3]);
+    const double length = std::sqrt(x * x + y * y + z * z + w * w);
+    if (!std::isfinite(length) || length == 0)
+        return DzQuat();
+    return DzQuat(x, y, z, w, std::fabs(length - 1) > kUnitTolerance);
+}
+
+static void readSignature(PoseIndexEntry* entry)
+{
+    StoredSignature stored = {};
+    readDat(&stored, sizeof stored);
+    for (int slot = 0; slot < kSignatureSlots; ++slot)
+        entry->signature[slot] = quatOf(stored.quat[slot]);
+}
+
+static void writeSignature(const PoseIndexEntry& entry)
+{
+    StoredSignature stored;
+    for (int slot = 0; slot < kSignatureSlots; ++slot) {
+        const DzQuat& q = entry.signature[slot];
+        const double numbers[4] = {q.m_x, q.m_y, q.m_z, q.m_w};
+        std::copy(std::begin(numbers), std::end(numbers), stored.quat[slot]);
+    }
+    writeDat(&stored, sizeof stored);
+}
+
+// Takes its bytes off *left. False when the file does not hold the whole entry.
+static bool readEntry(qint64* left, PoseIndexEntry* entry)
+{
+    *left -= kRecordBytes;
+    if (*left < 0)
+        return false;
+    qint32 pathBytes = 0;
+    readDatField(&pathBytes);
+    if (pathBytes < 0 || pathBytes > *left)
+        return false;
+    *left -= pathBytes;
+    QByteArray path(pathBytes, '\0');
+    readDat(path.data(), pathBytes);
+    *entry = PoseIndexEntry();
+    entry->path = QString::fromUtf8(path.constData(), path.size());
+    readDatField(&entry->contentHash);
+    readDatField(&entry->figureCode);
+    readSignature(entry);
+    quint8 flag = 0;
+    readDatField(&flag);
+    entry->hasSignature = flag != 0;
+    return true;
+}
+
+static void writeEntry(const PoseIndexEntry& entry)
+{
+    const QByteArray path = entry.path.toUtf8();
+    writeDatField(qint32(path.size()));
+    writeDat(path.constData(), path.size());
+    writeDatField(entry.contentHash);
+    writeDatField(entry.figureCode);
+    writeSignature(entry);
+    writeDatField(quint8(entry.hasSignature ? 1 : 0));
+}
+
+static void readEntries(qint64 left)
+{
+    qint32 count = 0;
+    readDatField(&count);
+    left -= sizeof count;
+    const int slotCount = int(g_entries.size());
+    const int wanted = std::max(0, std::min(int(count), slotCount));
+    truncatePoseIndex(0);
+    while (g_count < wanted && readEntry(&left, &g_entries[std::size_t(g_count)]))
+        ++g_count;
+}
+
+bool readPoseIndex()
+{
+    const QString path = dataFiles().poseIndex;
+    if (!openDatForReading(path))
+        return false;
+    qint32 version = 0;
+    readDatField(&version);
+    if (version == kFileVersion)
+        readEntries(QFileInfo(path).size() - qint64(sizeof version));
+    closeDat();
+    return true;
+}
+
+bool writePoseIndex()
+{
+    if (!ensureDataFolder() || !openDatForWriting(dataFiles().poseIndex))
+        return false;
+    writeDatField(kFileVersion);
+    writeDatField(qint32(g_count));
+    for (int entry = 0; entry < g_count; ++entry)
+        writeEntry(g_entries[std::size_t(entry)]);
+    closeDat();
+    return true;
+}
+
+} // namespace quillon

@@ -1,0 +1,64 @@
+// pose_index.h - the poses that the Pose Finder knows: a table of fixed capacity and its file.
+// A position in the table is what every other file of this folder calls an entry.
+//
+// File: version (1), count, then the entries: path (length and UTF-8 bytes), hash, figure code,
+// ten quaternions as four floats x, y, z, w, and the flag as one byte; nothing between them. What
+// was read is written again byte for byte. A file cut short gives the entries that are whole.
+// Owns: the table, all slots of which exist as long as there is a pane, and the count of entries.
+#pragma once
+
+#include "dzquat.h"
+
+#include <QString>
+
+namespace quillon {
+
+const int kPoseIndexCapacity = 65536;
+const quint32 kFigureNotIdentified = 0xffffffffu;
+const quint32 kFemaleCode = 8; // also of a pose without a mark
+const quint32 kMaleCode = 264;
+
+// The ten orientations of a signature, in the order of the index file.
+enum SignatureSlot {
+    HipSlot,
+    TorsoSlot,
+    LeftShinSlot,
+    RightShinSlot,
+    LeftThighSlot,
+    RightThighSlot,
+    LeftArmSlot,
+    RightArmSlot,
+    LeftForearmSlot,
+    RightForearmSlot
+};
+const int kSignatureSlots = 10;
+
+struct PoseIndexEntry {
+    QString path; // as the directory walk gave it
+    quint32 contentHash = 0; // 0 while a scan runs: dropped
+    quint32 figureCode = kFigureNotIdentified; // kFemaleCode, kMaleCode; others: not browsable
+    DzQuat signature[kSignatureSlots]; // identity until taken
+    bool hasSignature = false;
+};
+
+// ---- the table
+
+void createPoseIndex(); // fresh empty entries, count 0
+void freePoseIndex();
+void resetPoseIndex(); // likewise; every slot
+int poseCount();
+PoseIndexEntry* poseEntry(int entry); // null outside 0..poseCount()-1
+
+int appendPose(const QString& path); // a fresh entry at the end; -1: the table is full
+void copyEntry(int from, int to); // all fields; both below poseCount()
+void removeEntry(int entry); // later entries move down by one; nothing outside the table
+void truncatePoseIndex(int count); // forgets the entries from count on
+
+// ---- the file
+
+// False when it cannot be opened; nothing changes then, nor when its version is another.
+bool readPoseIndex();
+// False when there is no data folder or the file cannot be opened.
+bool writePoseIndex();
+
+} // namespace quillon

@@ -1,0 +1,164 @@
+#include "finder/pose_ranks.h"
+
+#include "finder/pose_index.h"
+#include "pane/data_files.h"
+#include "pane/plugin_settings.h"
+#include "pane/status_message.h"
+#include "posefile/custom_library.h"
+#include "posefile/part_locks.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace quillon {
+
+static const qint32 kFileVersion = 1;
+static const char kRefusal[] = "ERROR\r\nRank cannot be changed if\r\npart of the pose is locked";
+
+static std::vector<RankRecord> g_records;
+static int g_count = 0;
+static std::unordered_map<quint32, qint32> g_rankByKey; // of the first record with the key
+
+// ---- the table
+
+// After any change of the records.
+static void indexRecords()
+{
+    g_rankByKey.clear();
+    for (int i = 0; i < g_count; ++i)
+        g_rankByKey.emplace(g_records[std::size_t(i)].key, g_records[std::size_t(i)].rank);
+}
+
+template <typename Drop> static void dropRecords(Drop drop)
+{
+    const auto end = g_records.begin() + g_count;
+    const auto kept = std::remove_if(g_records.begin(), end, drop);
+    g_count = int(kept - g_records.begin());
+    std::fill(kept, end, RankRecord());
+    indexRecords();
+}
+
+static void appendRecord(const RankRecord& record)
+{
+    if (g_count < int(g_records.size()))
+        g_records[std::size_t(g_count++)] = record;
+}
+
+void createRankStore()
+{
+    g_records.assign(kRankCapacity, RankRecord());
+    g_count = 0;
+    indexRecords();
+}
+
+void freeRankStore()
+{
+    std::vector<RankRecord>().swap(g_records);
+    g_count = 0;
+    indexRecords();
+}
+
+int rankRecordCount()
+{
+    return g_count;
+}
+
+int rankOf(int entry)
+{
+    const PoseIndexEntry* e = poseEntry(entry);
+    if (!e)
+        return Unranked;
+    if (isCustomLibraryPath(e->path))
+        return CustomLibraryPose;
+    const auto found = g_rankByKey.find(e->contentHash);
+    return found == g_rankByKey.end() ? int(Unranked) : found->second;
+}
+
+static void setRank(quint32 key, int rank)
+{
+    const auto end = g_records.begin() + g_count;
+    const auto record = std::find_if(
+        g_records.begin(), end, [key](const RankRecord& each) { return each.key == key; });
+    if (record != end)
+        record->rank = rank;
+    else
+        appendRecord(RankRecord {key, rank});
+    dropRecords([](const RankRecord& each) { return each.rank == Unranked; });
+}
+
+void setCurrentRank(int rank)
+{
+    if (anyPartLockOn()) {
+        showStatusMessage(QLatin1String(kRefusal));
+        return;
+    }
+    PluginSettings& settings = pluginSettings();
+    const PoseIndexEntry* current = poseEntry(settings.currentPose);
+    const bool canBeGiven = rank >= Unranked && rank <= Hidden;
+    if (!canBeGiven || !current || isCustomLibraryPath(current->path))
+        return;
+    setRank(current->contentHash, rank);
+    settings.currentRank = rankOf(settings.currentPose);
+    writeRanks();
+}
+
+bool pruneRanks()
+{
+    std::unordered_set<quint32> indexed;
+    for (int entry = 0; entry < poseCount(); ++entry)
+        indexed.insert(poseEntry(entry)->contentHash);
+    const int before = g_count;
+    dropRecords([&indexed](const RankRecord& each) { return indexed.count(each.key) == 0; });
+    return g_count < before;
+}
+
+// ---- the file
+
+static void readRecords(qint64 left)
+{
+    qint32 count = 0;
+    readDatField(&count);
+    left -= sizeof count;
+    g_count = 0;
+    for (qint32 n = 0; n < count && left >= qint64(sizeof(RankRecord)); ++n) {
+        RankRecord record;
+        readDatField(&record.rank);
+        readDatField(&record.key);
+        left -= sizeof record;
+        if (record.rank == Favorite || record.rank == Hidden)
+            appendRecord(record);
+    }
+    indexRecords();
+}
+
+bool readRanks()
+{
+    const QString path = dataFiles().ranks;
+    if (!openDatForReading(path))
+        return false;
+    qint32 version = 0;
+    readDatField(&version);
+    if (version == kFileVersion)
+        readRecords(QFileInfo(path).size() - qint64(sizeof version));
+    closeDat();
+    return true;
+}
+
+void writeRanks()
+{
+    if (!ensureDataFolder() || !openDatForWriting(dataFiles().ranks))
+        return;
+    writeDatField(kFileVersion);
+    writeDatField(qint32(g_count));
+    for (int i = 0; i < g_count; ++i) {
+        writeDatField(g_records[std::size_t(i)].rank);
+        writeDatField(g_records[std::size_t(i)].key);
+    }
+    closeDat();
+}
+
+} // namespace quillon

@@ -1,0 +1,278 @@
+#include "finder/pose_scanner.h"
+
+#include "figure/figure_walks.h"
+#include "figure/reset_pose.h"
+#include "finder/pose_identify.h"
+#include "finder/pose_index.h"
+#include "finder/pose_ranks.h"
+#include "finder/pose_signature.h"
+#include "finder/scan_figure.h"
+#include "finder/scan_phases.h"
+#include "finder/selected_figure.h"
+#include "pane/message_boxes.h"
+#include "pane/page_state.h"
+#include "pane/plugin_settings.h"
+#include "pane/status_message.h"
+#include "posefile/pose_text.h"
+#include "posefile/reference_pose.h"
+
+#include "dzapp.h"
+#include "dzbone.h"
+#include "dzcontentmgr.h"
+#include "dzfloatproperty.h"
+#include "dzprogress.h"
+#include "dzscene.h"
+#include "dzskeleton.h"
+#include "dzundostack.h"
+
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace quillon {
+
+static const int kProgressSteps = 100;
+static const int kFirstStep = 50;
+static const int kHeadBytes = 1024;
+static const int kEventsMs = 50;
+static const char kUndoCaption[] = "quillon_stack";
+
+static DzContentMgr* contentManager()
+{
+    return dzApp ? dzApp->getContentMgr() : nullptr;
+}
+
+// ---- clearing the pose
+
+// What a reset can change of the figure: a value, or a key that holds it.
+typedef std::vector<std::pair<float, int>> PoseState;
+
+static void addState(const DzFloatProperty* property, DzTime time, PoseState* state)
+{
+    state->push_back(std::make_pair(property->getRawValue(time), property->getNumKeys()));
+}
+
+static PoseState poseStateOf(const DzSkeleton* figure)
+{
+    const DzTime time = dzScene->getTime();
+    PoseState state;
+    for (const FigureBone& each : bonesOf(figure)) {
+        for (const DzFloatProperty* channel : poseChannelsOf(each.bone).channel)
+            addState(channel, time, &state);
+    }
+    for (const FigureControl& each : controlsOf(figure))
+        addState(each.property, time, &state);
+    return state;
+}
+
+// True when there was something to clear; that is one undo step then.
+static bool clearPose(DzSkeleton* figure)
+{
+    const PoseState before = poseStateOf(figure);
+    DzUndoStackHold hold;
+    resetPose(figure, ResetWholeFigure);
+    const bool changed = poseStateOf(figure) != before;
+    if (changed)
+        hold.accept(QLatin1String(kUndoCaption));
+    return changed;
+}
+
+// ---- phase 1
+
+static bool looksLikePose(const QString& path)
+{
+    char head[kHeadBytes];
+    const int count = readPoseFileText(path, head, kHeadBytes, false);
+    return count > 0 && containsWord(head, count, "preset_pose");
+}
+
+static void addPose(DzProgress* progress, const QString& path)
+{
+    if (appendPose(path) < 0)
+        return;
+    const int found = poseCount();
+    progress->setInfo(
+        QString::fromLatin1("Scanning pose files... %1").arg(found, 0, 10, QLatin1Char(' ')));
+    progress->update(std::min(kProgressSteps - 1, int(std::sqrt(double(found)))));
+}
+
+// The progress window only hears of poses; a folder may hold thousands of other presets.
+static void letCancelBePressed(QElapsedTimer* sinceEvents)
+{
+    if (sinceEvents->elapsed() < kEventsMs)
+        return;
+    QCoreApplication::processEvents();
+    sinceEvents->start();
+}
+
+static bool walkDirectory(DzProgress* progress, const QString& directory)
+{
+    const QStringList names(QLatin1String("*.duf")); // in any case
+    QDirIterator files(directory, names, QDir::Files, QDirIterator::Subdirectories);
+    QElapsedTimer sinceEvents;
+    sinceEvents.start();
+    while (files.hasNext() && poseCount() < kPoseIndexCapacity) {
+        const QString path = files.next();
+        if (looksLikePose(path))
+            addPose(progress, path);
+        letCancelBePressed(&sinceEvents);
+        if (progress->isCancelled())
+            return false;
+    }
+    return true;
+}
+
+static bool findPoseFiles(DzProgress* progress)
+{
+    const DzContentMgr* content = contentManager();
+    for (int i = 0; content && i < content->getNumContentDirectories(); ++i) {
+        if (!walkDirectory(progress, content->getContentDirectoryPath(i)))
+            return false;
+    }
+    return true;
+}
+
+// ---- phases 2 to 9
+
+static ScanWatch watchFor(DzProgress* progress, const char* info)
+{
+    ScanWatch watch;
+    watch.show = [progress, info](int entry, int count) {
+        progress->setInfo(QString::fromLatin1(info)
+                              .arg(entry, 0, 10, QLatin1Char(' '))
+                              .arg(count, 0, 10, QLatin1Char(' ')));
+        progress->update(entry * kProgressSteps / count);
+    };
+    watch.isCancelled = [progress] { return progress->isCancelled(); };
+    return watch;
+}
+
+static bool isBrowsable(const PoseIndexEntry& entry)
+{
+    return entry.figureCode == kFemaleCode || entry.figureCode == kMaleCode;
+}
+
+// Entries that are marked already need no signature.
+static bool takeSignatures(const ScanWatch& watch, const ScanFigure& scan)
+{
+    const int count = poseCount();
+    for (int entry = 0; entry < count; ++entry) {
+        const PoseIndexEntry& e = *poseEntry(entry);
+        if (isBrowsable(e)) {
+            watch.show(entry, count);
+            if (e.contentHash != 0 && tryPose(scan, e.path))
+                takeSignature(entry, scan.figure, scan.time);
+        }
+        if (watch.isCancelled())
+            return false;
+    }
+    return true;
+}
+
+static bool indexPoses(const ScanWatch& watch, DzSkeleton* figure)
+{
+    const DzUndoStackLock unrecorded;
+    const ScanFigure scan = beginScanPoses(figure, dzScene->getTime());
+    const bool finished = takeSignatures(watch, scan);
+    endScanPoses(scan);
+    return finished;
+}
+
+namespace {
+
+struct PhaseRow {
+    const char* info;
+    bool (*run)(const ScanWatch&); // null: the phase that needs the figure
+};
+
+// clang-format off
+const PhaseRow kPhases[] = {
+    {"Identifying pose files... %1 of %2",     identifyPoses},
+    {"Optimizing pose index (1)... %1 of %2",  keepIdentified},
+    {"Optimizing pose index (2)... %1 of %2",  dropMakerVariants},
+    {"Ignoring duplicate poses... %1 of %2",   markDuplicates},
+    {"Indexing poses... %1 of %2",             nullptr},
+    {"Skipping mirrored poses... %1 of %2",    markMirrored},
+    {"Skipping similar poses... %1 of %2",     markSimilar},
+    {"Cleaning up... %1 of %2",                dropMarked},
+};
+// clang-format on
+
+} // namespace
+
+static bool runPhases(DzProgress* progress, DzSkeleton* figure)
+{
+    if (!findPoseFiles(progress))
+        return false;
+    for (const PhaseRow& phase : kPhases) {
+        const ScanWatch watch = watchFor(progress, phase.info);
+        if (!(phase.run ? phase.run(watch) : indexPoses(watch, figure)))
+            return false;
+    }
+    return true;
+}
+
+// ---- the scan
+
+static void forgetPoses()
+{
+    resetPoseIndex();
+    if (QFile::exists(referencePosePath()))
+        QFile::remove(referencePosePath());
+    pluginSettings().currentPose = 0;
+    pageState().tablesValid = false;
+}
+
+static void saveIndex()
+{
+    writePoseIndex();
+    if (pruneRanks())
+        writeRanks();
+}
+
+static bool runScan(DzSkeleton* figure, bool* poseChanged)
+{
+    DzProgress progress(QLatin1String("Scanning..."), kProgressSteps, true);
+    progress.step(kFirstStep);
+    forgetPoses();
+    *poseChanged = clearPose(figure);
+    const bool finished = runPhases(&progress, figure);
+    if (!finished)
+        truncatePoseIndex(0);
+    clearPose(figure);
+    progress.finish();
+    return finished;
+}
+
+bool scanPoses()
+{
+    const DzContentMgr* content = contentManager();
+    if (!content || content->getNumContentDirectories() == 0)
+        return false;
+    DzSkeleton* figure = selectedFigure();
+    if (!figure) {
+        showBox(Box::NoFigure);
+        return false;
+    }
+    bool poseChanged = false;
+    setBusy(true);
+    const bool finished = runScan(figure, &poseChanged);
+    if (finished)
+        saveIndex();
+    setBusy(false);
+    if (finished)
+        showBox(Box::ScanDone, QString::number(poseCount()));
+    else
+        showBox(Box::ScanAborted);
+    refreshPane();
+    return poseChanged;
+}
+
+} // namespace quillon

@@ -1,0 +1,16 @@
+// pose_scanner.h - finds all whole-body poses in the content directories, takes their signatures on
+// the selected figure, drops copies, mirrors and near-duplicates, and saves the pose index.
+// Runs in a progress window that can be cancelled and tells the outcome in a box. The figure's
+// pose is cleared before and after, as one undo step; nothing else of a scan is recorded, and the
+// figure keeps its place, limits and locks.
+#pragma once
+
+namespace quillon {
+
+// Without content directories nothing happens, without a selected figure only a box is shown.
+// Otherwise the index and the current position are replaced and the reference pose is deleted; a
+// cancelled scan leaves an empty index in memory and the file as it was.
+// True when the figure's pose was changed, so that there is something to undo.
+bool scanPoses();
+
+} // namespace quillon

@@ -1,0 +1,67 @@
+#include "finder/scan_figure.h"
+
+#include "figure/figure_walks.h"
+#include "figure/pose_limits.h"
+#include "figure/reset_pose.h"
+#include "posefile/pose_reader.h"
+
+#include "dzbone.h"
+#include "dzfloatproperty.h"
+#include "dzskeleton.h"
+#include "dztimerange.h"
+
+namespace quillon {
+
+static void keepChannels(const DzNode* node, DzTime time, std::vector<KeptChannel>* kept)
+{
+    for (DzFloatProperty* channel : poseChannelsOf(node).channel) {
+        const bool hasOwnKey = channel->getNumKeys(DzTimeRange(time, time)) > 0;
+        kept->push_back(KeptChannel {channel, channel->getRawValue(time), hasOwnKey});
+    }
+}
+
+static void putBack(const KeptChannel& kept, DzTime time)
+{
+    if (kept.hasOwnKey || !kept.channel->canAnimate())
+        kept.channel->setRawValue(time, kept.raw);
+    else
+        kept.channel->deleteKeys(DzTimeRange(time, time));
+}
+
+ScanFigure beginScanPoses(DzSkeleton* figure, DzTime time)
+{
+    ScanFigure scan = {figure, time, {}};
+    keepChannels(figure, time, &scan.kept);
+    for (const FigureBone& each : bonesOf(figure))
+        keepChannels(each.bone, time, &scan.kept);
+    setBodyBoneLimits(figure, false, true);
+    // Channels first: a turn of 360 degrees is no turn, but would stay in the sign of what follows.
+    zeroBoneChannels(figure, time);
+    figure->setWSRot(time, DzQuat());
+    return scan;
+}
+
+bool tryPose(const ScanFigure& scan, const QString& path)
+{
+    const DzTime time = scan.time;
+    if (!readKeyBoneRotations(path, scan.figure, time))
+        return false;
+    DzBone* hip = scan.figure->findBone(QLatin1String("hip"));
+    if (!hip)
+        return false;
+    scan.figure->setWSPos(time, DzVec3());
+    hip->setWSPos(time, DzVec3());
+    const DzQuat hipRot_world = hip->getWSRot(time);
+    scan.figure->setWSRot(time, DzQuat());
+    hip->setWSRot(time, hipRot_world);
+    return true;
+}
+
+void endScanPoses(const ScanFigure& scan)
+{
+    setBodyBoneLimits(scan.figure, true, true); // may pull the last pose into range
+    for (const KeptChannel& each : scan.kept)
+        putBack(each, scan.time);
+}
+
+} // namespace quillon

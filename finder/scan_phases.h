@@ -1,0 +1,29 @@
+// scan_phases.h - the phases of a scan that work on the pose index alone.
+// Each goes over the entries in order and tells its watch about every one; false: cancelled, with
+// the entries reached so far changed. A content hash of 0 marks an entry that is to go.
+// An entry of the custom library is never dropped as a duplicate, mirror or near-duplicate, and
+// drops no other entry. Owns: nothing.
+#pragma once
+
+#include <functional>
+
+namespace quillon {
+
+struct ScanWatch {
+    std::function<void(int entry, int count)> show;
+    std::function<bool()> isCancelled; // asked after every entry
+};
+
+bool identifyPoses(const ScanWatch&); // figure codes and hashes, from the files
+bool keepIdentified(const ScanWatch&); // entries that were looked at
+bool dropMakerVariants(const ScanWatch&); // the maker's mirrored and expressionless copies
+
+// Marks the later ones of entries with equal hashes, of mirrors of each other, of poses that are
+// alike. Entries marked before take no part.
+bool markDuplicates(const ScanWatch&);
+bool markMirrored(const ScanWatch&);
+bool markSimilar(const ScanWatch&);
+
+bool dropMarked(const ScanWatch&);
+
+} // namespace quillon

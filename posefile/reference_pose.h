@@ -1,0 +1,20 @@
+// reference_pose.h - the one memorized pose of a figure, and the two commands for it.
+// A preset file in the data folder: the Pose Finder keeps parts of it and looks for poses like it.
+// Both commands work on the figure of the primary selection, at the scene's time, and report by
+// their own status text.
+#pragma once
+
+#include <QString>
+
+namespace quillon {
+
+QString referencePosePath(); // empty when there is no data folder; the file need not exist
+
+// Asks before it replaces a memorized pose. A file that cannot be written is no error.
+void memorizeReferencePose();
+
+// One undo step, an empty one when nothing is memorized. The hip stays where it is in the world.
+// Nothing happens on a figure without a hip.
+void showReferencePose();
+
+} // namespace quillon
