@@ -1,0 +1,51 @@
+#include "figure/optimize_editing.h"
+
+#include "figure/figure_kind.h"
+#include "figure/figure_lookup.h"
+#include "figure/hip_centre.h"
+#include "figure/prop_origin.h"
+#include "figure/quillonrotorderdlg.h"
+#include "pane/plugin_settings.h"
+
+#include "dzbone.h"
+#include "dzscene.h"
+#include "dzskeleton.h"
+
+namespace quillon {
+
+static bool optimizeFigure(DzSkeleton* figure, int clickKind)
+{
+    DzBone* hip = isSupportedFigure(figure) ? findBone(QLatin1String("hip"), figure) : nullptr;
+    if (!hip)
+        return false;
+    const DzTime time = dzScene->getTime();
+    switch (clickKind) {
+    case 1:
+        hipAsCentre(figure, hip, time);
+        return true;
+    case 2:
+        rootAsCentre(figure, hip, time);
+        return true;
+    default:
+        return false;
+    }
+}
+
+static bool optimizeProp(DzNode* node)
+{
+    DzRotationOrder order = node->getRotationOrder();
+    if (!runRotationOrderDialog(&order))
+        return false;
+    setPropOrigin(node, order, OriginChoice(pluginSettings().propOrigin));
+    setTranslationNudge(node, pluginSettings().translationNudge);
+    return true;
+}
+
+bool optimizeEditing(DzNode* node, DzSkeleton* figure, int clickKind)
+{
+    if (figure)
+        return optimizeFigure(figure, clickKind);
+    return node && optimizeProp(node);
+}
+
+} // namespace quillon

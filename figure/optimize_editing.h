@@ -1,0 +1,19 @@
+// optimize_editing.h - makes a figure or a prop easier to place in the scene.
+//
+// A figure gets its hip or the world's origin as the centre of its turns (hip_centre.h). For any
+// other node the rotation-order dialog is shown; the node then gets the chosen rotation order,
+// origin and nudge step (prop_origin.h). Nothing moves in the world either way.
+// No undo step is opened: the caller holds.
+#pragma once
+
+class DzNode;
+class DzSkeleton;
+
+namespace quillon {
+
+// node: the primary selection. figure: what it belongs to; null: it is a prop, and clickKind has no
+// meaning. clickKind 1: hip as centre, 2: root as centre, others: nothing.
+// False, with nothing changed: unsupported figure, no hip, another click, a cancelled dialog.
+bool optimizeEditing(DzNode* node, DzSkeleton* figure, int clickKind);
+
+} // namespace quillon

@@ -1,0 +1,36 @@
+// prop_origin.h - changes a prop's rotation order and origin without moving its geometry.
+//
+// The origin is one point for all times, the geometry's place is kept at every keyed frame of the
+// animation range. Frames are counted from time 0, whatever the range starts with: a range of
+// frames 30 to 60 visits frames 0 to 30. Keys elsewhere stay as they are.
+// A prop without a keyed frame gets the rotation order only: its channels and its origin stay.
+// What is locked is not changed, and the geometry then moves.
+// Lengths in centimetres, times in ticks.
+#pragma once
+
+#include "dzrotationorder.h"
+
+class DzNode;
+
+namespace quillon {
+
+enum class OriginChoice {
+    Keep = 0,
+    Imported = 1, // the point (0, 0, 0) of the geometry
+    ObjectCentre = 2, // of the geometry's box; kept where there is no geometry
+    WorldCentre = 3 // the point that is at the world's origin at the last keyed frame
+};
+
+// Of the scene's animation range, both its ends counted.
+int frameCount();
+// Frame i is the ticks i * step to (i + 1) * step - 1. A key of any numeric property of the node
+// that can animate counts.
+bool hasKeyInFrame(const DzNode* node, int frame);
+
+// The caller holds: a measurement on the way is taken back through the undo stack.
+void setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice);
+
+// The step by which the position sliders move.
+void setTranslationNudge(DzNode* node, float stepCm);
+
+} // namespace quillon

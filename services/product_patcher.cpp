@@ -1,0 +1,173 @@
+#include "services/product_patcher.h"
+
+#include "pane/data_files.h"
+#include "pane/status_message.h"
+#include "services/patch_table.h"
+
+#include "dzapp.h"
+#include "dzcontentmgr.h"
+#include "dzprogress.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <vector>
+
+namespace quillon {
+
+// ---- the installed scripts -------------------------------------------------------------------
+
+namespace {
+
+struct InstalledScript {
+    QString path; // as the content directory shows it
+    QString file; // the file behind it, links resolved
+};
+typedef std::vector<InstalledScript> InstalledScripts;
+
+struct Folder {
+    QString path;
+    QString canonical;
+    bool behindLink;
+};
+
+} // namespace
+
+static bool isBelow(const QString& canonical, const QString& root)
+{
+    return canonical.startsWith(root.endsWith(QLatin1Char('/')) ? root : root + QLatin1Char('/'));
+}
+
+// Adds the folder's scripts to found and its subfolders to pending. Links to folders are followed
+// once on a way down, so that a circle of them ends.
+static void readFolder(const Folder& folder, const QString& root, std::vector<Folder>* pending,
+    InstalledScripts* found)
+{
+    const QFileInfoList entries
+        = QDir(folder.path)
+              .entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    for (int i = 0; i < entries.size(); ++i) {
+        const QFileInfo& entry = entries.at(i);
+        const QString path = folder.path + QLatin1Char('/') + entry.fileName();
+        const bool isLink = entry.isSymLink();
+        const QString canonical = isLink ? entry.canonicalFilePath()
+                                         : folder.canonical + QLatin1Char('/') + entry.fileName();
+        if (isLink && !isBelow(canonical, root))
+            continue;
+        if (entry.isDir() && !(isLink && folder.behindLink))
+            pending->push_back(Folder {path, canonical, isLink || folder.behindLink});
+        else if (entry.isFile() && path.endsWith(QLatin1String(".dse")))
+            found->push_back(InstalledScript {path, canonical});
+    }
+}
+
+static void readContentDirectory(const QString& path, InstalledScripts* found)
+{
+    const QString root = QFileInfo(path).canonicalFilePath();
+    std::vector<Folder> pending;
+    if (!root.isEmpty())
+        pending.push_back(Folder {path, root, false});
+    while (!pending.empty()) {
+        const Folder folder = pending.back();
+        pending.pop_back();
+        readFolder(folder, root, &pending, found);
+        QCoreApplication::processEvents(); // the window repaints
+    }
+}
+
+static InstalledScripts findInstalledScripts()
+{
+    InstalledScripts found;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
+    const int count = content ? content->getNumContentDirectories() : 0;
+    for (int i = 0; i < count; ++i)
+        readContentDirectory(content->getContentDirectoryPath(i), &found);
+    return found;
+}
+
+// ---- writing ---------------------------------------------------------------------------------
+
+// Opened as it is, so that nothing of it is lost.
+static bool canBeWritten(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadWrite);
+}
+
+// The bytes are written beside the file, which they replace in one step.
+static bool replaceBytes(const QString& path, const char* data, int length)
+{
+    if (!canBeWritten(path))
+        return false;
+    QFile file(path + QLatin1String(".new"));
+    file.remove(); // of an earlier crash; or a link, behind which nothing must be written
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    const bool written = file.write(data, length) == length && file.flush()
+        && file.setPermissions(QFile::permissions(path));
+    file.close();
+    if (written && replaceFile(file.fileName(), path))
+        return true;
+    file.remove();
+    return false;
+}
+
+static int overwriteAmong(
+    const InstalledScripts& installed, const QString& nameSuffix, const char* data, int length)
+{
+    const QString end = QLatin1Char('/') + nameSuffix;
+    int written = 0;
+    for (const InstalledScript& script : installed)
+        if (script.path.endsWith(end) && replaceBytes(script.file, data, length))
+            ++written;
+    return written;
+}
+
+int overwriteScripts(const QString& nameSuffix, const char* data, int length)
+{
+    return overwriteAmong(findInstalledScripts(), nameSuffix, data, length);
+}
+
+// ---- the patch -------------------------------------------------------------------------------
+
+static int percentOf(int i, int count)
+{
+    return count > 1 ? i * 100 / (count - 1) : 100;
+}
+
+// Ends early when the user cancels.
+static int patchRow(const PatchRow& row, const InstalledScripts& installed, DzProgress* progress)
+{
+    const ScriptBlock& shared = scriptBlock(PatchScript::Shared);
+    const ScriptBlock& own = scriptBlock(row.own);
+    int written = 0;
+    for (int i = 0; i < row.scripts && !(i > 0 && progress->isCancelled()); ++i) {
+        const QString name = scriptName(row, i);
+        written += overwriteAmong(installed, name, shared.bytes, shared.length);
+        written += overwriteAmong(installed, name, own.bytes, own.length);
+        progress->setInfo(QLatin1String("Updating ") + name);
+        progress->update(percentOf(i, row.scripts));
+    }
+    return written;
+}
+
+bool patchProducts()
+{
+    setBusy(true);
+    DzProgress progress(QLatin1String("Updating..."), 100, true);
+    progress.setCloseOnFinish(true);
+    const InstalledScripts installed = findInstalledScripts();
+    int written = 0;
+    for (const PatchRow& row : kPatchRows) {
+        written += patchRow(row, installed, &progress);
+        if (progress.isCancelled())
+            break;
+    }
+    progress.finish();
+    setBusy(false);
+    return written > 0;
+}
+
+} // namespace quillon

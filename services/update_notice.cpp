@@ -1,0 +1,146 @@
+#include "services/update_notice.h"
+
+#include "pane/data_files.h"
+#include "pane/version_text.h"
+
+#include <QEventLoop>
+#include <QFile>
+#include <QImageReader>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QTimer>
+#include <QUrl>
+
+namespace quillon {
+
+static QImage g_picture; // as last read
+static QString g_pictureFrom;
+static bool g_pictureRead = false;
+
+// ---- names -----------------------------------------------------------------------------------
+
+static QString versionTag() // "093"
+{
+    return QString::fromLatin1("%1%2")
+        .arg(kVersionMajor)
+        .arg(kVersionMinor, 2, 10, QLatin1Char('0'));
+}
+
+static QString noticeName(const char* suffix)
+{
+    return QLatin1String("newversion_") + versionTag() + QLatin1String(suffix);
+}
+
+QString updatePicturePath()
+{
+    const QString& folder = dataFiles().folder;
+    return folder.isEmpty() ? QString() : folder + noticeName(".png");
+}
+
+static QString endpointUrl(const char* suffix)
+{
+    return QLatin1String(QUILLON_UPDATE_URL "newversion/") + noticeName(suffix);
+}
+
+QString updatePictureUrl()
+{
+    return endpointUrl(".png");
+}
+
+QString newVersionPageUrl()
+{
+    return endpointUrl(".htm");
+}
+
+QString pluginPageUrl()
+{
+    return QLatin1String(QUILLON_WEB_URL "index.htm");
+}
+
+// ---- the request -----------------------------------------------------------------------------
+
+// The old picture stays until the new one is there in full.
+static void keepPicture(const QByteArray& bytes)
+{
+    if (!ensureDataFolder())
+        return;
+    const QString path = updatePicturePath();
+    QFile file(path + QLatin1String(".new"));
+    if (!file.open(QIODevice::WriteOnly))
+        return;
+    const bool written = file.write(bytes) == bytes.size() && file.flush();
+    file.close();
+    if (!written || !replaceFile(file.fileName(), path))
+        file.remove();
+}
+
+// True when the reply has come to its end, whatever it is, in time.
+static bool waitFor(QNetworkReply* reply)
+{
+    QEventLoop loop;
+    QTimer timer;
+    timer.setSingleShot(true);
+    timer.setProperty("timerType", 0); // precise; the older toolkit's timers have no such property
+    const bool connected = QObject::connect(reply, SIGNAL(finished()), &loop, SLOT(quit()))
+        && QObject::connect(&timer, SIGNAL(timeout()), &loop, SLOT(quit()));
+    Q_ASSERT(connected);
+    Q_UNUSED(connected);
+    timer.start(kUpdateTimeoutMs);
+    if (!reply->isFinished())
+        loop.exec();
+    return reply->isFinished();
+}
+
+void checkForUpdate()
+{
+    g_pictureRead = false;
+    if (dataFiles().folder.isEmpty())
+        return;
+    QNetworkAccessManager manager;
+    QNetworkRequest request {QUrl(updatePictureUrl())};
+    request.setRawHeader("User-Agent", "Mozilla Firefox");
+    QNetworkReply* reply = manager.get(request);
+    // A longer reply is not read to its end and thus runs out of time.
+    reply->setReadBufferSize(kLargestReply);
+    if (!waitFor(reply)) {
+        reply->disconnect();
+        reply->abort();
+    } else if (reply->error() == QNetworkReply::NoError) {
+        const QByteArray body = reply->readAll();
+        if (!body.isEmpty())
+            keepPicture(body);
+    }
+    reply->deleteLater();
+}
+
+// ---- the picture -----------------------------------------------------------------------------
+
+static QImage readPicture(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QImage();
+    QImageReader reader(&file, "png");
+    reader.setAutoDetectImageFormat(false);
+    if (!reader.canRead())
+        return QImage();
+    const QSize size = reader.size(); // from the header
+    if (!size.isValid() || qint64(size.width()) * size.height() > kLargestPicture)
+        return QImage();
+    const QImage image = reader.read();
+    return image.isNull() ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+const QImage& updatePicture()
+{
+    const QString path = updatePicturePath();
+    if (!g_pictureRead || g_pictureFrom != path) {
+        g_picture = path.isEmpty() ? QImage() : readPicture(path);
+        g_pictureFrom = path;
+        g_pictureRead = true;
+    }
+    return g_picture;
+}
+
+} // namespace quillon

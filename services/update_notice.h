@@ -1,0 +1,32 @@
+// update_notice.h - asks the maker's site whether there is a newer version of the plug-in.
+//
+// The answer is a picture that announces it, named after this version. Its bytes are kept as
+// received in "newversion_093.png" of the data folder; only a PNG that decodes counts as news. An
+// older file stays and counts as long as no later one takes its place.
+// Addresses: QUILLON_UPDATE_URL and QUILLON_WEB_URL of the build, both with their last slash.
+// Errors: whatever fails leaves no trace and shows no message. GUI thread only.
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+namespace quillon {
+
+const int kUpdateTimeoutMs = 5000; // for the whole request
+const qint64 kLargestPicture = 16 * 1000 * 1000; // in pixels
+const qint64 kLargestReply = 64 * 1024 * 1024; // in bytes; more than the largest picture needs
+
+// Runs once, when the first pane is built, unless the user has switched update notices off.
+// Returns when the reply is there or the time is up; the host goes on handling events meanwhile.
+void checkForUpdate();
+
+// The picture of a newer version, null when none is known. Read from the data folder at the first
+// call after a check or after the folder has changed.
+const QImage& updatePicture();
+QString updatePicturePath(); // empty without a data folder
+
+QString updatePictureUrl(); // what is asked for
+QString newVersionPageUrl(); // the page that tells of the newer version
+QString pluginPageUrl();
+
+} // namespace quillon

@@ -1,0 +1,68 @@
+// notice_server.h - a small HTTP server on the loopback interface, used as the proxy through which
+// every request goes. It answers all requests alike and counts what it is asked.
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <functional>
+
+class NoticeServer {
+public:
+    // What is sent after a request's header has come in; then the connection is closed.
+    explicit NoticeServer(const QByteArray& reply = QByteArray())
+        : m_reply(reply)
+    {
+        QObject::connect(&m_server, &QTcpServer::newConnection, [this] { accept(); });
+        m_server.listen(QHostAddress::LocalHost);
+    }
+    quint16 port() const
+    {
+        return m_server.serverPort();
+    }
+    void setReply(const QByteArray& reply)
+    {
+        m_reply = reply;
+    }
+    void keepOpen(bool onOff = true) // the reply has no end; an empty one is never begun
+    {
+        m_keepOpen = onOff;
+    }
+    int connections = 0;
+    QList<QByteArray> requests; // the header of each
+
+private:
+    Q_DISABLE_COPY(NoticeServer)
+    void accept()
+    {
+        ++connections;
+        QTcpSocket* socket = m_server.nextPendingConnection();
+        QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { read(socket); });
+    }
+    void read(QTcpSocket* socket)
+    {
+        QByteArray header = socket->property("header").toByteArray() + socket->readAll();
+        socket->setProperty("header", header);
+        if (!header.endsWith("\r\n\r\n"))
+            return;
+        requests += header;
+        socket->write(m_reply);
+        if (!m_keepOpen)
+            socket->disconnectFromHost(); // when all is written
+    }
+
+    QTcpServer m_server;
+    QByteArray m_reply;
+    bool m_keepOpen = false;
+};
+
+// A reply of that status, with its length told.
+inline QByteArray httpReply(
+    const QByteArray& status, const QByteArray& body, const QByteArray& moreHeaders = QByteArray())
+{
+    return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size())
+        + "\r\nConnection: close\r\n" + moreHeaders + "\r\n" + body;
+}

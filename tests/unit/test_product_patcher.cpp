@@ -1,0 +1,466 @@
+// What the patcher writes, where, and what it never touches.
+#include "frame_fixture.h"
+
+#include "finder/pose_pair_products.h"
+#include "pane/status_message.h"
+#include "services/patch_table.h"
+#include "services/product_patcher.h"
+
+#include "dzcontentmgr.h"
+#include "dzprogresswatch.h"
+
+#include <QProcess>
+#include <QSet>
+#include <QtTest>
+
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace quillon;
+
+class TestProductPatcher : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+
+    // the table
+    void rowsAreThoseDescribed();
+    void namesAreNumberedAndUnique();
+    void everyProductHasABlockOfItsOwn();
+
+    // overwriting
+    void endsAreMatchedBehindASlash_data();
+    void endsAreMatchedBehindASlash();
+    void everyContentDirectoryIsSearched();
+    void nothingIsCreated();
+    void permissionsStay();
+    void linksThatLeadOutAreNotFollowed_data();
+    void linksThatLeadOutAreNotFollowed();
+    void linksWithinAContentDirectoryAreFollowed_data();
+    void linksWithinAContentDirectoryAreFollowed();
+    void circlesOfLinksEnd();
+    void aFileThatCannotBeOpenedIsSkipped();
+    void aFailedWriteLeavesTheOldContent();
+    void aLinkInPlaceOfTheNewFileIsNotWrittenThrough();
+    void otherKindsOfFilesAreSkipped();
+
+    // the patch
+    void installedScriptsGetTheProductsOwnBlock();
+    void bothWritesAreMade();
+    void otherFilesAreLeftAlone();
+    void nothingInstalledMeansFalse();
+    void theProgressGoesByScripts();
+    void aSingleTargetGoesToAHundred();
+    void aCancelStopsAfterTheCurrentScript();
+    void aCancelBeforeAnyInstalledScriptMeansFalse();
+    void thePaneIsBusyMeanwhile();
+
+private:
+    QString installed(const QString& name, const QByteArray& bytes = "old") // in the first one
+    {
+        writeFile(content->path(name), bytes);
+        return content->path(name);
+    }
+    std::unique_ptr<HostFixture> host;
+    std::unique_ptr<TempFolder> content, second;
+};
+
+static QList<DzProgressRecord> g_records;
+static int g_cancelAfterSteps;
+static bool g_busyThroughout;
+
+static bool watchProgress(const DzProgressRecord& record)
+{
+    g_records += record;
+    g_busyThroughout &= isBusy();
+    return g_cancelAfterSteps >= 0 && record.calls >= g_cancelAfterSteps;
+}
+
+static QByteArray bytesOf(PatchScript script)
+{
+    const ScriptBlock& block = scriptBlock(script);
+    return QByteArray(block.bytes, block.length);
+}
+
+static int overwrite(const QString& name, const QByteArray& bytes)
+{
+    return overwriteScripts(name, bytes.constData(), bytes.size());
+}
+
+void TestProductPatcher::init()
+{
+    host.reset(new HostFixture);
+    content.reset(new TempFolder);
+    second.reset(new TempFolder);
+    dzApp->getContentMgr()->setContentDirectories({content->path(), second->path()});
+    g_records.clear();
+    g_cancelAfterSteps = -1;
+    g_busyThroughout = true;
+    dzProgressHook = watchProgress;
+}
+
+void TestProductPatcher::cleanup()
+{
+    dzProgressHook = nullptr;
+    host.reset();
+}
+
+void TestProductPatcher::rowsAreThoseDescribed()
+{
+    const int counts[] = {26, 33, 31, 73, 25, 25, 73, 25, 25, 25, 25};
+    for (int i = 0; i < 11; ++i) {
+        const QString number = QString("%1").arg(i + 1, 3, 10, QLatin1Char('0'));
+        QCOMPARE(QString(kPatchRows[i].product), number);
+        QCOMPARE(kPatchRows[i].scripts, counts[i]);
+        QCOMPARE(scriptName(kPatchRows[i], 7), productPath(number) + "007.dse");
+        QVERIFY(productPath(number).startsWith("Brannoc/"));
+    }
+    for (int i = 11; i < 16; ++i) {
+        QVERIFY(!kPatchRows[i].product);
+        QVERIFY2(scriptName(kPatchRows[i], 7).endsWith(" 007.dse"), kPatchRows[i].name);
+        QCOMPARE(int(kPatchRows[i].own), int(kPatchRows[11].own)); // families of one product
+    }
+    QCOMPARE(kPatchRows[16].scripts, 1);
+    QVERIFY(!scriptName(kPatchRows[16], 0).contains('%'));
+    QCOMPARE(scriptName(kPatchRows[0], 0), QString("Brannoc/First Dance/FD01 000.dse"));
+}
+
+void TestProductPatcher::namesAreNumberedAndUnique()
+{
+    QSet<QString> names;
+    int count = 0;
+    for (const PatchRow& row : kPatchRows)
+        for (int i = 0; i < row.scripts; ++i, ++count) {
+            names += scriptName(row, i);
+            QVERIFY(scriptName(row, i).startsWith("Brannoc/"));
+            QVERIFY(scriptName(row, i).endsWith(".dse"));
+        }
+    QCOMPARE(names.size(), count);
+}
+
+void TestProductPatcher::everyProductHasABlockOfItsOwn()
+{
+    QSet<QByteArray> blocks;
+    QSet<int> products;
+    blocks += bytesOf(PatchScript::Shared);
+    for (const PatchRow& row : kPatchRows) {
+        blocks += bytesOf(row.own);
+        products += int(row.own);
+        QCOMPARE(int(scriptBlock(row.own).script), int(row.own));
+        QVERIFY(scriptBlock(row.own).length > 0);
+    }
+    QCOMPARE(products.size(), 13);
+    QCOMPARE(blocks.size(), 14);
+}
+
+void TestProductPatcher::endsAreMatchedBehindASlash_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("written");
+    QTest::newRow("at the top") << "Brannoc/Try/A 000.dse" << true;
+    QTest::newRow("deep below") << "People/Poses/More/Brannoc/Try/A 000.dse" << true;
+    QTest::newRow("hidden folder") << ".store/Brannoc/Try/A 000.dse" << true;
+    QTest::newRow("another maker whose name ends so") << "XBrannoc/Try/A 000.dse" << false;
+    QTest::newRow("other case") << "brannoc/Try/A 000.dse" << false;
+    QTest::newRow("other case of the extension") << "Brannoc/Try/A 000.DSE" << false;
+    QTest::newRow("other number") << "Brannoc/Try/A 001.dse" << false;
+    QTest::newRow("longer name") << "Brannoc/Try/A 000.dse.bak" << false;
+    QTest::newRow("folder between") << "Brannoc/Old/Try/A 000.dse" << false;
+}
+
+void TestProductPatcher::endsAreMatchedBehindASlash()
+{
+    QFETCH(QString, path);
+    QFETCH(bool, written);
+    const QString file = installed(path);
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), int(written));
+    QCOMPARE(fileBytes(file), QByteArray(written ? "new" : "old"));
+}
+
+void TestProductPatcher::everyContentDirectoryIsSearched()
+{
+    const QString one = installed("a/Brannoc/Try/A 000.dse");
+    const QString two = installed("b/Brannoc/Try/A 000.dse");
+    const QString three = second->path("Brannoc/Try/A 000.dse");
+    writeFile(three, "old");
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", QByteArray("n\0w", 3)), 3);
+    for (const QString& file : {one, two, three})
+        QCOMPARE(fileBytes(file), QByteArray("n\0w", 3));
+}
+
+void TestProductPatcher::nothingIsCreated()
+{
+    QDir().mkpath(content->path("Brannoc/Try"));
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 0);
+    QCOMPARE(filesIn(content->path("Brannoc/Try")), QStringList());
+    QCOMPARE(filesIn(content->path()), QStringList());
+}
+
+void TestProductPatcher::permissionsStay()
+{
+    const QString file = installed("Brannoc/Try/A 000.dse");
+    QCOMPARE(::chmod(qPrintable(file), 0640), 0);
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
+    struct stat status;
+    QCOMPARE(::stat(qPrintable(file), &status), 0);
+    QCOMPARE(int(status.st_mode & 0777), 0640);
+    QCOMPARE(filesIn(content->path("Brannoc/Try")), QStringList("A 000.dse"));
+}
+
+void TestProductPatcher::linksThatLeadOutAreNotFollowed_data()
+{
+    QTest::addColumn<QString>("link");
+    QTest::addColumn<QString>("target"); // below the outside folder
+    QTest::newRow("file") << "Brannoc/Try/A 000.dse"
+                          << "Brannoc/Try/A 000.dse";
+    QTest::newRow("product folder") << "Brannoc/Try"
+                                    << "Brannoc/Try";
+    QTest::newRow("maker folder") << "Brannoc"
+                                  << "Brannoc";
+    QTest::newRow("folder of folders") << "more"
+                                       << "";
+}
+
+void TestProductPatcher::linksThatLeadOutAreNotFollowed()
+{
+    QFETCH(QString, link);
+    QFETCH(QString, target);
+    TempFolder outside;
+    const QString file = outside.path("Brannoc/Try/A 000.dse");
+    writeFile(file, "old");
+    const QString path = content->path(link);
+    QDir().mkpath(path.section('/', 0, -2));
+    QVERIFY(QFile::link(outside.path(target), path));
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 0);
+    QCOMPARE(fileBytes(file), QByteArray("old"));
+    QVERIFY(QFileInfo(path).isSymLink());
+}
+
+void TestProductPatcher::linksWithinAContentDirectoryAreFollowed_data()
+{
+    QTest::addColumn<QString>("real"); // the file
+    QTest::addColumn<QString>("link");
+    QTest::addColumn<QString>("target");
+    QTest::newRow("file") << "store/script.dse"
+                          << "Brannoc/Try/A 000.dse"
+                          << "store/script.dse";
+    QTest::newRow("folder") << "store/A 000.dse"
+                            << "Brannoc/Try"
+                            << "store";
+}
+
+void TestProductPatcher::linksWithinAContentDirectoryAreFollowed()
+{
+    QFETCH(QString, real);
+    QFETCH(QString, link);
+    QFETCH(QString, target);
+    const QString file = installed(real);
+    const QString path = content->path(link);
+    QDir().mkpath(path.section('/', 0, -2));
+    QVERIFY(QFile::link(content->path(target), path));
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+    QVERIFY(QFileInfo(path).isSymLink()); // the link itself is not replaced
+    QVERIFY(!QFileInfo(file).isSymLink());
+}
+
+void TestProductPatcher::circlesOfLinksEnd()
+{
+    const QString file = installed("Brannoc/Try/A 000.dse");
+    QVERIFY(QFile::link(content->path(), content->path("Brannoc/again")));
+    QVERIFY(QFile::link(content->path("Brannoc"), content->path("Brannoc/Try/up")));
+    QVERIFY(QFile::link(content->path("Brannoc/Try"), content->path("Brannoc/Try/here")));
+    QVERIFY(overwrite("Brannoc/Try/A 000.dse", "new") >= 1);
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+}
+
+// A program that runs cannot be opened for writing by anybody, whatever the permissions say.
+void TestProductPatcher::aFileThatCannotBeOpenedIsSkipped()
+{
+    const QString running = content->path("Brannoc/Try/A 000.dse");
+    QDir().mkpath(content->path("Brannoc/Try"));
+    QVERIFY(QFile::copy("/bin/sleep", running));
+    const QByteArray before = fileBytes(running);
+    const QString other = second->path("Brannoc/Try/A 000.dse");
+    writeFile(other, "old");
+    QProcess process;
+    process.start(running, QStringList("60"));
+    QVERIFY(process.waitForStarted());
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
+    process.kill();
+    process.waitForFinished();
+    QCOMPARE(fileBytes(other), QByteArray("new"));
+    QVERIFY(fileBytes(running) == before);
+    QCOMPARE(filesIn(content->path("Brannoc/Try")), QStringList("A 000.dse"));
+}
+
+void TestProductPatcher::aFailedWriteLeavesTheOldContent()
+{
+    const QString file = installed("Brannoc/Try/A 000.dse");
+    QDir().mkpath(file + ".new/full"); // in the way of the file written first
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 0);
+    QCOMPARE(fileBytes(file), QByteArray("old"));
+}
+
+void TestProductPatcher::aLinkInPlaceOfTheNewFileIsNotWrittenThrough()
+{
+    TempFolder outside;
+    const QString victim = outside.path("victim");
+    writeFile(victim, "precious");
+    const QString file = installed("Brannoc/Try/A 000.dse");
+    QVERIFY(QFile::link(victim, file + ".new"));
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
+    QCOMPARE(fileBytes(victim), QByteArray("precious"));
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+    QVERIFY(!QFileInfo(file).isSymLink());
+}
+
+void TestProductPatcher::otherKindsOfFilesAreSkipped()
+{
+    QDir().mkpath(content->path("Brannoc/Try/A 000.dse")); // a folder
+    QDir().mkpath(content->path("b/Brannoc/Try"));
+    QCOMPARE(::mkfifo(qPrintable(content->path("b/Brannoc/Try/A 000.dse")), 0644), 0);
+    QVERIFY(QFile::link(content->path("gone"), content->path("b/Brannoc/Try/B 000.dse")));
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 0);
+    QCOMPARE(overwrite("Brannoc/Try/B 000.dse", "new"), 0);
+    QVERIFY(!QFile::exists(content->path("gone")));
+}
+
+void TestProductPatcher::installedScriptsGetTheProductsOwnBlock()
+{
+    for (const PatchRow& row : kPatchRows)
+        for (int i : {0, row.scripts - 1})
+            installed("Scripts/" + scriptName(row, i));
+    QVERIFY(patchProducts());
+    for (const PatchRow& row : kPatchRows)
+        for (int i : {0, row.scripts - 1})
+            QVERIFY2(fileBytes(content->path("Scripts/" + scriptName(row, i))) == bytesOf(row.own),
+                qPrintable(scriptName(row, i)));
+}
+
+// How often a file of that name was put in place, and written in place, since the watch began.
+namespace {
+struct FolderWatch {
+    explicit FolderWatch(const QString& folder)
+        : queue(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        inotify_add_watch(queue, qPrintable(folder), IN_MOVED_TO | IN_MODIFY);
+    }
+    ~FolderWatch()
+    {
+        ::close(queue);
+    }
+    void count(const QByteArray& name, int* replaced, int* modified) const
+    {
+        alignas(inotify_event) char buffer[16384];
+        const ssize_t length = ::read(queue, buffer, sizeof buffer);
+        *replaced = *modified = 0;
+        for (ssize_t at = 0; at < length;) {
+            const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
+            if (event->len > 0 && name == event->name)
+                ++*(event->mask & IN_MOVED_TO ? replaced : modified);
+            at += ssize_t(sizeof *event + event->len);
+        }
+    }
+    int queue;
+};
+}
+
+void TestProductPatcher::bothWritesAreMade()
+{
+    const QString file = installed(scriptName(kPatchRows[4], 12));
+    const FolderWatch watch(QFileInfo(file).path());
+    QVERIFY(patchProducts());
+    int replaced, modified;
+    watch.count(QFile::encodeName(QFileInfo(file).fileName()), &replaced, &modified);
+    QCOMPARE(replaced, 2); // the shared block, then the product's own
+    QCOMPARE(modified, 0);
+    QCOMPARE(fileBytes(file), bytesOf(kPatchRows[4].own));
+}
+
+void TestProductPatcher::otherFilesAreLeftAlone()
+{
+    installed(scriptName(kPatchRows[2], 3));
+    const QString beyond = installed(scriptName(kPatchRows[2], kPatchRows[2].scripts));
+    const QString other = installed("Brannoc/First Dance/FD01 000.dsa");
+    const QString foreign = installed("X" + scriptName(kPatchRows[0], 0));
+    QVERIFY(patchProducts());
+    for (const QString& file : {beyond, other, foreign})
+        QCOMPARE(fileBytes(file), QByteArray("old"));
+}
+
+void TestProductPatcher::nothingInstalledMeansFalse()
+{
+    installed("Brannoc/Unknown/U 000.dse");
+    QVERIFY(!patchProducts());
+    QCOMPARE(g_records.last().event, DzProgressRecord::Finished);
+    QVERIFY(!g_records.last().cancelled);
+}
+
+void TestProductPatcher::theProgressGoesByScripts()
+{
+    patchProducts();
+    QCOMPARE(g_records.first().title, QString("Updating..."));
+    QCOMPARE(g_records.first().total, 100);
+    QVERIFY(g_records.first().cancellable);
+    QList<int> positions; // of the updates, in order
+    QStringList infos;
+    for (const DzProgressRecord& record : qAsConst(g_records))
+        if (record.event == DzProgressRecord::Changed && record.calls > positions.size()) {
+            positions += record.position;
+            infos += record.info;
+        }
+    QList<int> expected;
+    QStringList names;
+    for (const PatchRow& row : kPatchRows)
+        for (int i = 0; i < row.scripts; ++i) {
+            expected += row.scripts > 1 ? i * 100 / (row.scripts - 1) : 100;
+            names += scriptName(row, i);
+        }
+    QCOMPARE(positions, expected);
+    QCOMPARE(infos.size(), names.size());
+    for (int i = 0; i < infos.size(); ++i)
+        QVERIFY2(infos.at(i).contains(names.at(i)), qPrintable(infos.at(i)));
+}
+
+void TestProductPatcher::aSingleTargetGoesToAHundred()
+{
+    patchProducts();
+    QCOMPARE(g_records.last().position, 100);
+    QVERIFY(g_records.last().info.contains("Align Camera.dse"));
+}
+
+void TestProductPatcher::aCancelStopsAfterTheCurrentScript()
+{
+    const QString first = installed(scriptName(kPatchRows[0], 0));
+    const QString next = installed(scriptName(kPatchRows[0], 1));
+    const QString later = installed(scriptName(kPatchRows[1], 0));
+    g_cancelAfterSteps = 1;
+    QVERIFY(patchProducts()); // one was written
+    QCOMPARE(fileBytes(first), bytesOf(kPatchRows[0].own));
+    QCOMPARE(fileBytes(next), QByteArray("old"));
+    QCOMPARE(fileBytes(later), QByteArray("old"));
+    QCOMPARE(g_records.last().event, DzProgressRecord::Finished);
+}
+
+void TestProductPatcher::aCancelBeforeAnyInstalledScriptMeansFalse()
+{
+    const QString later = installed(scriptName(kPatchRows[0], 20));
+    g_cancelAfterSteps = 3;
+    QVERIFY(!patchProducts());
+    QCOMPARE(fileBytes(later), QByteArray("old"));
+    QCOMPARE(g_records.last().calls, 3);
+}
+
+void TestProductPatcher::thePaneIsBusyMeanwhile()
+{
+    QVERIFY(!isBusy());
+    patchProducts();
+    QVERIFY(g_busyThroughout);
+    QVERIFY(!isBusy());
+}
+
+QTEST_MAIN(TestProductPatcher)
+#include "test_product_patcher.moc"
