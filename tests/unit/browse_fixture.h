@@ -69,6 +69,44 @@ struct BrowseFixture : FinderFixture {
         writeFile(referencePosePath(), presetText(more + rotationEntries(values)));
     }
 
+    void addFiles(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            addFile(QString("People/%1.duf").arg(i));
+    }
+    // One file per word: "A0 B0" is A0.duf in folder A and B0.duf in folder B; "-A0" is left out
+    // by the rank filter.
+    void addProducts(const QString& words)
+    {
+        pluginSettings().rankFilter = ShowUnranked;
+        for (const QString& word : words.split(QLatin1Char(' '))) {
+            const bool hidden = word.startsWith(QLatin1Char('-'));
+            const QString title = hidden ? word.mid(1) : word;
+            const int entry = addFile(title.left(1) + QLatin1Char('/') + title + ".duf");
+            if (hidden)
+                hide(entry);
+        }
+    }
+    void hide(int entry)
+    {
+        const int before = pluginSettings().currentPose;
+        pluginSettings().currentPose = entry;
+        setCurrentRank(Hidden);
+        pluginSettings().currentPose = before;
+    }
+    QString currentTitle() const
+    {
+        const PoseIndexEntry* e = poseEntry(position());
+        return e ? QFileInfo(e->path).completeBaseName() : QString("none");
+    }
+    // By a search that begins there; the pose has to match.
+    void apply(int entry)
+    {
+        pluginSettings().currentPose = entry;
+        findPose(0, false, false);
+        QCOMPARE(position(), entry);
+    }
+
     // Chooses the type as the picker page does, and forgets the undo steps up to there.
     void browse(int type)
     {
@@ -128,6 +166,14 @@ private:
         DzFigure* figure;
     };
 };
+
+inline BrowseState countedMatches()
+{
+    findPose(0, false, true);
+    return browseState();
+}
+
+enum PartLock { LockUpper, LockLower, LockFeet, LockFace, LockLeftHand, LockRightHand };
 
 inline PoseValues values(std::initializer_list<std::pair<const char*, double>> list)
 {
