@@ -1,5 +1,6 @@
 #include "pane/button_state.h"
 
+#include "finder/pose_ranks.h"
 #include "pane/hover.h"
 #include "pane/page_state.h"
 #include "pane/plugin_settings.h"
@@ -8,8 +9,6 @@
 #include <QStringList>
 
 namespace quillon {
-
-static const int kCustomLibraryRank = 3;
 
 static bool isPartLock(int button)
 {
@@ -47,9 +46,9 @@ int buttonState(int button)
     case ReferenceButton:
         return pageState().referenceOverlay;
     case RankButton:
-        return qBound(0, int(s.currentRank), kCustomLibraryRank);
+        return qBound(int(Unranked), int(s.currentRank), int(CustomLibraryPose));
     case FolderButton:
-        return s.currentRank == kCustomLibraryRank;
+        return s.currentRank == CustomLibraryPose;
     case LinkButton:
         return currentPage() == BrowsingPage;
     default:

@@ -1,7 +1,6 @@
 #include "pane/command_dispatch.h"
 
-#include "figure/figure_kind.h"
-#include "figure/figure_lookup.h"
+#include "finder/selected_figure.h"
 #include "pane/finder_commands.h"
 #include "pane/hover.h"
 #include "pane/info_banner.h"
@@ -152,19 +151,13 @@ void runCommand(Page page, const PressContext& press)
         showStatusMessage(QLatin1String(row->status));
 }
 
-DzSkeleton* supportedFigure(DzNode* node)
-{
-    DzSkeleton* figure = figureOf(node);
-    return figure && figure->isRootNode() && isSupportedFigure(figure) ? figure : nullptr;
-}
-
 PressContext contextOf(ClickKind kind, int button)
 {
     PressContext press;
     press.kind = kind;
     press.button = button;
     press.node = dzScene ? dzScene->getPrimarySelection() : nullptr;
-    press.figure = supportedFigure(press.node);
+    press.figure = selectedFigure();
     press.time = dzScene ? dzScene->getTime() : 0;
     press.overlayBefore = pageState().referenceOverlay;
     return press;

@@ -1,19 +1,17 @@
 #include "pane/finder_commands.h"
 
-#include "figure/figure_lookup.h"
 #include "finder/custom_pose_commands.h"
 #include "finder/pose_apply.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
+#include "finder/selected_figure.h"
 #include "pane/page_layout.h"
 #include "pane/page_state.h"
 #include "pane/plugin_settings.h"
 #include "pane/status_message.h"
 #include "posefile/part_locks.h"
 
-#include "dzbone.h"
-#include "dzskeleton.h"
 #include "dzundostack.h"
 
 #include <algorithm>
@@ -21,8 +19,7 @@
 
 namespace quillon {
 
-static const int kCustomLibraryRank = 3;
-static const int kRankCount = 3; // unranked, favourite, hidden
+static const int kRankCount = 3; // unranked, favourite, hidden: what the user can give
 static const int kLastLockOfTheBody = FirstLockButton + 2; // upper body, lower body, feet
 
 namespace {
@@ -50,7 +47,7 @@ private:
 // Whether a search can run; it shows its own box when not, and one box is enough.
 static bool canSearch(const PressContext& press)
 {
-    return press.figure && findBone(QLatin1String("hip"), press.figure);
+    return hipOf(press.figure);
 }
 
 static void countMatches()
@@ -184,7 +181,7 @@ bool toggleMirrored(const PressContext& press)
     const PressHold hold;
     reapplyCurrentPose(press.figure, press.time);
     pageState().mirrored = !pageState().mirrored;
-    if (pageState().mirrored && findBone(QLatin1String("hip"), press.figure))
+    if (pageState().mirrored && hipOf(press.figure))
         mirrorCurrentPose(press.figure, press.time);
     countMatches();
     return true;
@@ -198,7 +195,7 @@ bool advanceRank(const PressContext&)
             QLatin1String("ERROR\r\nRank cannot be changed if\r\npart of the pose is locked"));
         return false;
     }
-    if (!poseEntry(pluginSettings().currentPose) || rank == kCustomLibraryRank)
+    if (!poseEntry(pluginSettings().currentPose) || rank == CustomLibraryPose)
         return false;
     setCurrentRank((rank + 1) % kRankCount);
     return true;

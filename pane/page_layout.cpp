@@ -1,6 +1,7 @@
 #include "pane/page_layout.h"
 
 #include "finder/pose_type.h"
+#include "finder/pose_ranks.h"
 #include "pane/page_state.h"
 #include "pane/plugin_settings.h"
 
@@ -13,8 +14,6 @@ namespace {
 const double kEnlargement = 1.05;
 const int kAreaHalfDrawn = 10; // canvas units
 const int kAreaHalfHit = 12;
-const int kCustomLibraryRank = 3;
-
 // clang-format off
 const ButtonRow kButtons[] = {
     // number             pages                       x    y    w    h
@@ -145,7 +144,7 @@ QRect enlargedRect(const QRect& plain)
 
 bool isEnlarged(const QSize& pane, const ButtonRow& row, const QPoint& pointer)
 {
-    if (row.number == RankButton && pluginSettings().currentRank == kCustomLibraryRank)
+    if (row.number == RankButton && pluginSettings().currentRank == CustomLibraryPose)
         return false;
     return plainRect(pane, row).contains(pointer);
 }

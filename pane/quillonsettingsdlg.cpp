@@ -8,9 +8,11 @@
 #include "dzmainwindow.h"
 
 #include <QCheckBox>
+#include <QFontInfo>
 #include <QGroupBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <iterator>
 
 using namespace quillon;
@@ -19,6 +21,8 @@ namespace {
 
 const int kDialogWidth = 300;
 const int kDialogHeight = 300;
+const int kGroupMargin = 6;
+const int kSmallestPx = 8;
 
 struct SwitchRow {
     const char* label;
@@ -53,11 +57,31 @@ QuillonSettingsDlg::QuillonSettingsDlg(QWidget* parent)
         m_boxes[i] = new QCheckBox(QLatin1String(kSwitches[i].label));
         m_boxes[i]->setChecked(pluginSettings().*kSwitches[i].shown);
         QVBoxLayout* layout = new QVBoxLayout(group);
+        layout->setContentsMargins(kGroupMargin, kGroupMargin, 0, kGroupMargin);
         layout->addWidget(m_boxes[i]);
         addWidget(group);
     }
+    fitLabels();
     setFixedSize(kDialogWidth, kDialogHeight);
     pageState().tablesValid = false;
+}
+
+// The size is fixed and the labels are long: where the host's font is wide, a smaller one is taken.
+void QuillonSettingsDlg::fitLabels()
+{
+    const QMargins outer = layout()->contentsMargins();
+    const int room = kDialogWidth - outer.left() - outer.right() - 2 * kGroupMargin;
+    QFont smaller = font();
+    for (int px = QFontInfo(smaller).pixelSize(); px >= kSmallestPx; --px) {
+        smaller.setPixelSize(px);
+        int widest = 0;
+        for (QCheckBox* box : m_boxes) {
+            box->setFont(smaller);
+            widest = std::max(widest, box->sizeHint().width());
+        }
+        if (widest <= room)
+            return;
+    }
 }
 
 void QuillonSettingsDlg::store() const

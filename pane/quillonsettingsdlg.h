@@ -15,6 +15,8 @@ public:
     void store() const; // the boxes into the settings
 
 private:
+    void fitLabels();
+
     enum { BoxCount = 5 };
     QCheckBox* m_boxes[BoxCount];
 };

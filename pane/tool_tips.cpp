@@ -1,5 +1,8 @@
 #include "pane/tool_tips.h"
 
+#include "finder/pose_index.h"
+#include "finder/pose_pair_products.h"
+#include "finder/pose_ranks.h"
 #include "pane/plugin_settings.h"
 
 #include <iterator>
@@ -7,8 +10,6 @@
 namespace quillon {
 
 namespace {
-
-const int kCustomLibraryRank = 3;
 
 struct TipRow {
     int button;
@@ -83,6 +84,13 @@ const char kFolderTip[] = "Browse to the product's folder\r\n\r\n";
 const char kDeleteTip[] = "\r\nDelete current custom pose\r\n";
 // clang-format on
 
+// Names the folder where the current pose is one of the maker's products.
+QString folderTip()
+{
+    const PoseIndexEntry* entry = poseEntry(pluginSettings().currentPose);
+    return QLatin1String(kFolderTip) + (entry ? productFolder(entry->path) : QString());
+}
+
 } // namespace
 
 QString toolTip(Page page, int button)
@@ -91,7 +99,7 @@ QString toolTip(Page page, int button)
     if (button == RankButton)
         return QLatin1String(kRankTips[qBound(0, rank, int(std::size(kRankTips)) - 1)]);
     if (button == FolderButton)
-        return QLatin1String(rank == kCustomLibraryRank ? kDeleteTip : kFolderTip);
+        return rank == CustomLibraryPose ? QString(QLatin1String(kDeleteTip)) : folderTip();
     for (const TipRow& row : kTips)
         if (row.button == button && (row.pages & page))
             return QLatin1String(row.text);
