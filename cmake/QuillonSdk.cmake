@@ -2,6 +2,9 @@
 # cases, so no source file knows which of the two it sees.
 add_library(quillon_sdk INTERFACE)
 target_link_libraries(quillon_sdk INTERFACE quillon_qt_core quillon_qt_gui quillon_qt_script quillon_qt_network)
+if(QUILLON_DZSDK_NEEDED AND NOT QUILLON_DZSDK) # the preset sdk never means the stand-in
+  message(FATAL_ERROR "Set QUILLON_DZSDK, in the environment or with -D, to the folder of the host's SDK")
+endif()
 if(QUILLON_DZSDK)
   foreach(needed include/dzplugin.h lib/x64/dzcore.lib)
     if(NOT EXISTS ${QUILLON_DZSDK}/${needed})

@@ -1,0 +1,66 @@
+# includes.awk - who may include whom. Rooms: plugin > pane > services > finder > posefile > figure
+# > host SDK, each may include itself and what stands right of it. The ground floor, eight headers
+# of pane/, may be included from everywhere and includes none but itself. Tables of art/ are the
+# pane's. Nothing but host/, tests/ and bench/ includes host/ by path; host/ includes no plug-in file.
+# Variable sdk: the names of the SDK's headers, separated by blanks.
+BEGIN {
+    count = split("figure posefile finder services pane plugin", rooms)
+    for (i = 1; i <= count; i++)
+        rank[rooms[i]] = i
+    count = split("data_files plugin_settings page_state status_message message_boxes qt_compat live_panes version_text", stems)
+    for (i = 1; i <= count; i++)
+        ground["pane/" stems[i] ".h"] = 1
+    count = split(sdk, names)
+    for (i = 1; i <= count; i++)
+        host_header[names[i]] = 1
+    host_header["dzcore_export.h"] = 0 # reached through the others
+}
+
+function finding(text) {
+    print FILENAME ":" FNR ": " text
+}
+
+function file_name(path) {
+    sub(/^.*\//, "", path)
+    return path
+}
+
+function check_room(room, path, to) {
+    if (to == "host")
+        finding(path " is reached by its SDK name, \"" file_name(path) "\"")
+    else if (to == "tests" || to == "bench")
+        finding("the plug-in includes nothing of " to "/")
+    else if (to == "art" && room != "pane" && room != "art")
+        finding("only pane/ includes art/")
+    else if (FILENAME in ground && !(path in ground))
+        finding("a ground-floor header includes only ground-floor headers")
+    else if ((to in rank) && rank[to] > rank[room] && !(path in ground))
+        finding(room "/ includes upwards: " path)
+}
+
+FNR == 1 {
+    room = FILENAME
+    sub(/\/.*/, "", room)
+}
+
+/^[ \t]*#[ \t]*include[ \t]*"/ {
+    path = $0
+    sub(/^[^"]*"/, "", path)
+    sub(/".*/, "", path)
+    to = path
+    if (!sub(/\/.*/, "", to))
+        to = ""
+    if (path ~ /(^|\/)\.\.?\//)
+        finding("no relative paths: " path)
+    else if (room in rank || room == "art") {
+        if (to != "")
+            check_room(room, path, to)
+        else if (path !~ /\.moc$/ && !host_header[path])
+            finding("\"" path "\" is no header of the SDK; project headers are included with their folder")
+    } else if (room == "host") {
+        if (to in rank || to == "art" || to == "tests" || to == "bench")
+            finding("host/ includes nothing of the plug-in: " path)
+        else if (FILENAME ~ /^host\/dzcore\// && to != "")
+            finding("dzcore includes only its own headers: " path)
+    }
+}

@@ -1,0 +1,159 @@
+#!/bin/bash
+# test_commands.sh SOURCE WORK - ./run and ./test with every tool that they call replaced by one
+# that writes down its arguments: what is installed, built and started, and what is said when it
+# fails. Nothing is installed or built.
+set -euo pipefail
+source=$1
+work=$2
+log=$work/log
+tools=$work/tools
+tree=$work/tree
+failures=0
+extra= # more arguments of env, for one start
+
+# tool NAME [BODY]: a stand-in that logs its call, then runs the body.
+tool() {
+    printf '#!/bin/bash\necho "%s $*" >>"%s"\n%s\n' "$1" "$log" "${2:-}" >"$tools/$1"
+    chmod +x "$tools/$1"
+}
+
+# A copy of the commands in a tree that is configured and built, on a machine that lacks nothing.
+fresh() {
+    rm -rf "$work"
+    mkdir -p "$tools" "$tree/packaging" "$tree/samples/People" "$tree/build/release/bin" "$work/home"
+    cp "$source/run" "$source/test" "$tree/"
+    cp "$source/packaging/prepare.sh" "$source/packaging/debian-packages.txt" "$tree/packaging/"
+    touch "$tree/build/release/build.ninja"
+    for name in apt-get sudo cmake ninja ctest; do tool $name; done
+    tool sudo 'exec "$@"'
+    tool id 'echo 0'
+    tool dpkg-query 'for p in "$@"; do case $p in -*) ;; *) echo "installed $p" ;; esac; done'
+    tool posebench
+    mv "$tools/posebench" "$tree/build/release/bin/"
+    : >"$log"
+}
+
+# shellcheck disable=SC2086 # extra is split on purpose
+# starts COMMAND ARG...: runs ./run or ./test of the tree without a display; sets status, says.
+starts() {
+    status=0
+    says=$(cd "$tree" && env -u DISPLAY -u WAYLAND_DISPLAY -u XDG_DATA_HOME -u QUILLON_HOME \
+        -u XDG_CACHE_HOME -u CCACHE_DIR HOME="$work/home" PATH="$tools:$PATH" env $extra \
+        "./$1" "${@:2}" 2>&1 </dev/null) || status=$?
+}
+
+expect() { # WHAT CONDITION...
+    if ! "${@:2}"; then
+        failures=$((failures + 1))
+        printf 'FAILED: %s\n  log: %s\n  said: %s\n' "$1" "$(tr '\n' ';' <"$log")" "$says" >&2
+    fi
+}
+logged() { grep -qxF -- "$1" "$log"; }
+not_logged() { ! grep -qE -- "$1" "$log"; }
+
+lacks() { # PACKAGE: dpkg does not have it
+    tool dpkg-query "for p in \"\$@\"; do case \$p in -*|$1) ;; *) echo \"installed \$p\" ;; esac; done; exit 1"
+}
+
+home=$work/home/.local/share/quillon-posebench
+
+# ---- nothing missing
+fresh
+starts test
+expect "test ends well" [ $status = 0 ]
+expect "nothing is installed when nothing is missing" not_logged '^(apt-get|sudo) '
+expect "a configured tree is not configured again" not_logged '^cmake '
+expect "everything is built" logged "ninja -C $tree/build/release"
+expect "the tests run" logged \
+    "ctest --test-dir $tree/build/release --output-on-failure --no-tests=error --parallel $(nproc)"
+fresh
+starts test -R checks
+expect "options go to ctest" logged \
+    "ctest --test-dir $tree/build/release --output-on-failure --no-tests=error --parallel $(nproc) -R checks"
+
+# ---- something missing
+fresh
+lacks ninja-build
+starts test
+expect "the list is refreshed first" logged "apt-get update -qq"
+expect "only what is missing is installed" logged \
+    "apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=300 ninja-build"
+fresh
+lacks ninja-build
+tool id 'echo 1000'
+starts test
+expect "a user installs through sudo" logged \
+    "sudo env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=300 ninja-build"
+fresh
+lacks ninja-build
+tool apt-get 'exit 100'
+starts test
+expect "a failed installation ends it" [ $status = 1 ]
+expect "and says so" [ "${says##*$'\n'}" = "test: apt-get could not install: ninja-build" ]
+expect "and builds nothing" not_logged '^ninja '
+
+# ---- configuring and building
+fresh
+rm "$tree/build/release/build.ninja"
+starts test
+expect "a new tree is configured" logged "cmake --preset release"
+fresh
+echo "CMAKE_HOME_DIRECTORY:INTERNAL=/elsewhere" >"$tree/build/release/CMakeCache.txt"
+starts test
+expect "a tree that was configured elsewhere is configured anew" logged "cmake --preset release"
+expect "from nothing" [ ! -e "$tree/build/release/CMakeCache.txt" ]
+fresh
+tool ninja 'exit 1'
+starts run
+expect "a failed build ends it" [ $status = 1 ]
+expect "in one line" [ "$says" = "run: the build failed, see above" ]
+
+# ---- what posebench is told
+fresh
+starts run --headless
+expect "the samples come first, the home last" logged \
+    "posebench --content $tree/samples --home $home --headless --content $home"
+expect "only the application and the plug-in are built" logged \
+    "ninja -C $tree/build/release posebench Quillon"
+fresh
+starts run
+expect "without a display it runs headless" logged \
+    "posebench --content $tree/samples --home $home --headless --content $home"
+fresh
+extra=DISPLAY=:7 starts run
+expect "with a display there is a window with a figure" logged \
+    "posebench --content $tree/samples --home $home --figure Genesis8Female --content $home"
+fresh
+extra=DISPLAY=:7 starts run --figure Genesis8_1Male
+expect "with the figure asked for" logged \
+    "posebench --content $tree/samples --home $home --figure Genesis8_1Male --content $home"
+fresh
+extra=DISPLAY=:7 starts run --script s.js
+expect "with none where a script decides" logged \
+    "posebench --content $tree/samples --home $home --content $home --script s.js"
+fresh
+starts run --headless --content /a --script s.js --content /b
+expect "a script's arguments stay the last" logged \
+    "posebench --content $tree/samples --home $home --headless --content /a --content $home --script s.js --content /b"
+fresh
+starts run --headless --home "$work/other"
+expect "a home of one's own" logged \
+    "posebench --content $tree/samples --headless --home $work/other --content $work/other"
+fresh
+extra="QUILLON_HOME=$work/third" starts run --headless
+expect "a home from the environment" logged \
+    "posebench --content $tree/samples --home $work/third --headless --content $work/third"
+fresh
+extra="-u HOME" starts run --headless
+expect "a user without a home" logged \
+    "posebench --content $tree/samples --home $tree/build/quillon-posebench --headless --content $tree/build/quillon-posebench"
+fresh
+printf '#!/bin/bash\nexit 3\n' >"$tree/build/release/bin/posebench"
+starts run --headless
+expect "posebench's exit code is handed on" [ $status = 3 ]
+
+if [ $failures -gt 0 ]; then
+    exit 1
+fi
+rm -rf "$work"
+echo "the commands do what they say"
