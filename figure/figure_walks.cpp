@@ -69,7 +69,7 @@ PoseChannels poseChannelsOf(const DzNode* bone)
 static void appendDriversFirst(DzFloatProperty* property, const FollowDriver& follow,
     std::vector<DzFloatProperty*>* entered, std::vector<DzFloatProperty*>* out)
 {
-    entered->push_back(property); // also ends links that lead in a circle
+    entered->push_back(property);
     for (int i = 0; i < property->getNumControllers(); ++i) {
         const DzERCLink* link = qobject_cast<DzERCLink*>(property->getController(i));
         DzFloatProperty* driver

@@ -107,7 +107,7 @@ void applyCurrentPose(DzSkeleton* figure, DzTime time, SearchDirection direction
     turnToStoredFacing(figure, time);
     enforceBrowsingLimits(figure);
     hipChanged(figure, StoreHip, time);
-    pluginSettings().currentRank = rankOf(pluginSettings().currentPose);
+    refreshCurrentRank();
     hold.accept(QLatin1String(kUndoCaption));
     countSceneChange();
     pageState().tablesValid = true;

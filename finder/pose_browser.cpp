@@ -205,6 +205,7 @@ static void applyMatch(DzSkeleton* figure, int match, int direction)
     if (match == kNoMatch) {
         g_state.matchCount = 0;
         pluginSettings().currentPose = kNoMatch;
+        refreshCurrentRank();
         return;
     }
     pluginSettings().currentPose = match;
@@ -232,6 +233,7 @@ bool findPose(int step, bool productSkip, bool countOnly)
         g_state = BrowseState();
     if (poseCount() == 0) {
         pluginSettings().currentPose = kNoMatch;
+        refreshCurrentRank();
         return false;
     }
     DzSkeleton* figure = selectedFigure();

@@ -90,6 +90,11 @@ static void setRank(quint32 key, int rank)
     dropRecords([](const RankRecord& each) { return each.rank == Unranked; });
 }
 
+void refreshCurrentRank()
+{
+    pluginSettings().currentRank = rankOf(pluginSettings().currentPose);
+}
+
 void setCurrentRank(int rank)
 {
     if (anyPartLockOn()) {
@@ -102,7 +107,7 @@ void setCurrentRank(int rank)
     if (!canBeGiven || !current || isCustomLibraryPath(current->path))
         return;
     setRank(current->contentHash, rank);
-    settings.currentRank = rankOf(settings.currentPose);
+    refreshCurrentRank();
     writeRanks();
 }
 

@@ -24,6 +24,10 @@ int rankRecordCount();
 // first record with the entry's hash; else Unranked, also outside the index.
 int rankOf(int entry);
 
+// Makes the current rank that of the current position, after the position changed without a pose
+// being applied.
+void refreshCurrentRank();
+
 // Gives the pose at the current position the rank and writes the file. Refused, with nothing
 // changed: while a part is locked (a status text says so), without a current pose, for a pose of
 // the custom library, for a rank that is not Unranked, Favorite or Hidden. A rank that finds the

@@ -266,6 +266,7 @@ bool scanPoses()
     const bool finished = runScan(figure, &poseChanged);
     if (finished)
         saveIndex();
+    refreshCurrentRank(); // of the first pose, or of none
     setBusy(false);
     if (finished)
         showBox(Box::ScanDone, QString::number(poseCount()));

@@ -3,13 +3,12 @@
 #include "finder/selected_figure.h"
 #include "pane/finder_commands.h"
 #include "pane/hover.h"
-#include "pane/info_banner.h"
+#include "pane/page_painter.h"
 #include "pane/live_panes.h"
 #include "pane/main_commands.h"
 #include "pane/message_boxes.h"
 #include "pane/page_layout.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
 #include "pane/press_context.h"
 #include "pane/status_message.h"
 #include "services/update_notice.h"
@@ -103,9 +102,11 @@ Operation operationOf(const CommandRow& row, ClickKind kind)
 
 bool refuse(Box box)
 {
-    showBox(box);
-    if (box == Box::InvalidSelection)
+    if (box != Box::NoFigure) { // nothing old stands behind the box
         clearStatusMessage();
+        repaintPanes();
+    }
+    showBox(box);
     return false;
 }
 
@@ -169,8 +170,7 @@ void followLink(int link)
         return;
     if (link == LinkButton)
         dzApp->showURL(pluginPageUrl());
-    else if (link == BannerButton && isBannerVisible() && !pluginSettings().muteUpdateNotice
-        && !updatePicture().isNull())
+    else if (link == BannerButton && isNoticeShown() && !updatePicture().isNull())
         dzApp->showURL(newVersionPageUrl());
 }
 
@@ -197,12 +197,13 @@ void dispatchPress(const QSize& pane, const QPoint& position, ClickKind kind)
     const Page page = currentPage();
     const QPoint pointer = hoverPosition(); // buttons are hit as they are drawn
     const PressContext press = contextOf(kind, buttonAt(pane, page, position, pointer));
+    const int link = linkAt(pane, page, position, pointer);
     pageState().referenceOverlay = false;
     if (kind != OtherClick)
         runCommand(page, press);
     updateHover(pane, position);
     if (kind != OtherClick)
-        followLink(linkAt(pane, page, position, pointer));
+        followLink(link);
     repaintPanes();
 }
 

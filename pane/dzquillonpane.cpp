@@ -113,6 +113,7 @@ DzQuillonPane::DzQuillonPane()
         seedRandom(uint(QTime::currentTime().msec()));
     }
     setMouseTracking(true);
+    setFocusPolicy(Qt::NoFocus); // keys are the host's
     if (isFirst) {
         createTimers();
         setBusy(false);

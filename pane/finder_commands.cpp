@@ -74,6 +74,7 @@ static bool rebuild(const PressContext& press)
         return true;
     if (browseState().matchCount == 0) {
         pluginSettings().currentPose = -1;
+        refreshCurrentRank();
         return true;
     }
     findPose(0, false, false);

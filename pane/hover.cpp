@@ -1,6 +1,7 @@
 #include "pane/hover.h"
 
 #include "pane/page_layout.h"
+#include "pane/status_message.h"
 #include "pane/tool_tips.h"
 
 namespace quillon {
@@ -36,12 +37,13 @@ static int enlargedButton(const QSize& pane, Page page, const QPoint& position)
 bool updateHover(const QSize& pane, const QPoint& position)
 {
     const Page page = currentPage();
-    int under = buttonAt(pane, page, position, g_position);
+    int under = buttonAt(pane, page, position, position);
     if (under == kNoButton)
-        under = linkAt(pane, page, position, g_position);
+        under = linkAt(pane, page, position, position);
     const QString tip = toolTip(page, under);
     const int enlarged = enlargedButton(pane, page, position);
-    const bool changed = tip != g_tip || enlarged != g_enlarged;
+    const bool tipHidden = isStatusMessageShown(); // the message stands in its place
+    const bool changed = (tip != g_tip && !tipHidden) || enlarged != g_enlarged;
     g_position = position;
     g_tip = tip;
     g_enlarged = enlarged;

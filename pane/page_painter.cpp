@@ -38,19 +38,27 @@ const char kWidestCounter[] = "MATCHING POSE 65536 of 65536";
 const char kLinkCaption[] = "Visit the Quillon web page";
 const char kNoticeCaption[] = "Latest updates and more:\r\nsee the plugin web page";
 
-ArtPlace within(const ButtonRow& row, const ArtPlace& inner)
+// A place inside a button's picture, grown with it.
+QRect innerRect(const QSize& pane, const ButtonRow& row, const ArtPlace& inner)
 {
-    return {row.x + inner.x, row.y + inner.y, inner.w, inner.h};
+    const QRect drawn = buttonRect(pane, row, hoverPosition());
+    const double sx = double(drawn.width()) / row.w, sy = double(drawn.height()) / row.h;
+    return QRect(drawn.left() + int(inner.x * sx), drawn.top() + int(inner.y * sy),
+        int(inner.w * sx), int(inner.h * sy));
+}
+
+QString textAreaText()
+{
+    return isStatusMessageShown() ? statusMessage() : hoverTip();
 }
 
 void paintNotice(QPainter* painter, const QSize& pane)
 {
-    const ArtPlace place = within(bannerRow(), kNoticePlace);
-    drawArtwork(painter, canvasRect(pane, place), kArtNotice);
+    drawArtwork(painter, innerRect(pane, bannerRow(), kNoticePlace), kArtNotice);
+    const ArtPlace inner = {kNoticePlace.x + kNoticeTextPlace.x,
+        kNoticePlace.y + kNoticeTextPlace.y, kNoticeTextPlace.w, kNoticeTextPlace.h};
+    const QRect rect = innerRect(pane, bannerRow(), inner);
     const QImage& picture = updatePicture();
-    const ArtPlace inner = {place.x + kNoticeTextPlace.x, place.y + kNoticeTextPlace.y,
-        kNoticeTextPlace.w, kNoticeTextPlace.h};
-    const QRect rect = canvasRect(pane, inner);
     if (picture.isNull()) {
         drawTextLines(painter, rect, splitLines(QLatin1String(kNoticeCaption)), kText, TextFit());
         return;
@@ -62,20 +70,14 @@ void paintNotice(QPainter* painter, const QSize& pane)
     painter->drawImage(fitted, picture);
 }
 
-// Status message before tip before notice.
 void paintTextArea(QPainter* painter, const QSize& pane)
 {
-    const QString text = isStatusMessageShown() ? statusMessage() : hoverTip();
-    if (text.isEmpty()) {
-        if (isBannerVisible() && !pluginSettings().muteUpdateNotice)
-            paintNotice(painter, pane);
-        return;
-    }
     TextFit fit;
     fit.lines = kTipLines;
     fit.widest = QLatin1String(kWidestTip);
-    drawTextLines(painter, canvasRect(pane, within(bannerRow(), kHeaderTextPlace)),
-        splitLines(text), kText, fit);
+    fit.wrap = true;
+    drawTextLines(
+        painter, canvasRect(pane, kHeaderTextPlace), splitLines(textAreaText()), kText, fit);
 }
 
 void paintLink(QPainter* painter, const QSize& pane, Page page)
@@ -83,10 +85,10 @@ void paintLink(QPainter* painter, const QSize& pane, Page page)
     const ButtonRow& row = linkRow(page);
     const int low = page == BrowsingPage;
     drawArtwork(painter, buttonRect(pane, row, hoverPosition()), LinkButton, low);
-    const QRect rect = canvasRect(pane, within(row, low ? kLinkLowTextPlace : kLinkTextPlace));
     TextFit fit;
     fit.lines = low ? 3 : 5;
-    drawTextLines(painter, rect, splitLines(QLatin1String(kLinkCaption)), kText, fit);
+    drawTextLines(painter, innerRect(pane, row, low ? kLinkLowTextPlace : kLinkTextPlace),
+        splitLines(QLatin1String(kLinkCaption)), kText, fit);
 }
 
 void paintVersion(QPainter* painter, const QSize& pane)
@@ -118,22 +120,28 @@ void paintSearch(QPainter* painter, const QSize& pane)
         painter, canvasRect(pane, kCounterPlace), QStringList(counterText()), kText, counter);
     TextFit label;
     label.lines = 3;
+    label.wrap = true;
     label.align = Qt::AlignHCenter | Qt::AlignTop;
     drawTextLines(painter, canvasRect(pane, kLabelPlace), poseLabelLines(), kText, label);
 }
 
-// Grown buttons last, so that they lie over their neighbours as they are hit.
+// From the last one on, so that the button that wins a press lies on top.
 void paintButtons(QPainter* painter, const QSize& pane, Page page)
 {
     const QPoint pointer = hoverPosition();
-    for (int grown = 0; grown < 2; ++grown)
-        for (const ButtonRow& row : pageButtons(page))
-            if (isEnlarged(pane, row, pointer) == bool(grown))
-                drawArtwork(
-                    painter, buttonRect(pane, row, pointer), row.number, buttonState(row.number));
+    const std::vector<ButtonRow>& rows = pageButtons(page);
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+        drawArtwork(
+            painter, buttonRect(pane, *row, pointer), row->number, buttonState(row->number));
 }
 
 } // namespace
+
+// Status message before tip before notice.
+bool isNoticeShown()
+{
+    return isBannerVisible() && !pluginSettings().muteUpdateNotice && textAreaText().isEmpty();
+}
 
 void paintPage(QPainter* painter, const QSize& pane)
 {
@@ -145,7 +153,10 @@ void paintPage(QPainter* painter, const QSize& pane)
     if (page == BrowsingPage)
         paintSearch(painter, pane);
     paintButtons(painter, pane, page);
-    paintTextArea(painter, pane);
+    if (isNoticeShown())
+        paintNotice(painter, pane);
+    else
+        paintTextArea(painter, pane);
     paintVersion(painter, pane);
 }
 

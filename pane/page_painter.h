@@ -11,4 +11,7 @@ namespace quillon {
 
 void paintPage(QPainter* painter, const QSize& pane);
 
+// Whether the notice is drawn in the banner: nothing else stands in its place.
+bool isNoticeShown();
+
 } // namespace quillon

@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cstring>
 
 namespace quillon {
 
@@ -38,11 +39,48 @@ static int fittingPixelSize(
     return std::max(kSmallestPx, int(std::min(byHeight, byWidth)));
 }
 
-void drawTextLines(QPainter* painter, const QRect& place, const QStringList& lines,
+// Where a line is best broken: behind a blank or a mark, as near to its middle as can be; in the
+// middle when there is none.
+static int breakOf(const QString& line)
+{
+    static const char kMarks[] = " _-./";
+    const int middle = line.size() / 2;
+    for (int off = 0; off <= line.size() / 3; ++off)
+        for (int at : {middle + off, middle - off})
+            if (at > 0 && at < line.size() && std::strchr(kMarks, line.at(at - 1).toLatin1())
+                && line.at(at - 1).toLatin1())
+                return at;
+    return middle;
+}
+
+// Breaks the widest line as long as there are free lines and it is what keeps the font small.
+static QStringList wrapped(
+    const QFont& base, const QRect& place, QStringList lines, const TextFit& fit)
+{
+    QFont font = base;
+    font.setPixelSize(std::max(kSmallestPx, int(place.height() / (fit.lines * kLineHeight))));
+    const QFontMetrics metrics(font);
+    while (lines.size() < fit.lines) {
+        int widest = 0;
+        for (int i = 1; i < lines.size(); ++i)
+            if (textWidth(metrics, lines.at(i)) > textWidth(metrics, lines.at(widest)))
+                widest = i;
+        const QString line = lines.at(widest);
+        if (textWidth(metrics, line) <= place.width() || line.size() < 2)
+            break;
+        const int at = breakOf(line);
+        lines[widest] = line.left(at).trimmed();
+        lines.insert(widest + 1, line.mid(at).trimmed());
+    }
+    return lines;
+}
+
+void drawTextLines(QPainter* painter, const QRect& place, const QStringList& text,
     const QColor& colour, const TextFit& fit)
 {
-    if (lines.isEmpty() || place.isEmpty())
+    if (text.isEmpty() || place.isEmpty())
         return;
+    const QStringList lines = fit.wrap ? wrapped(painter->font(), place, text, fit) : text;
     QFont font = painter->font();
     font.setPixelSize(fittingPixelSize(painter->font(), place, lines, fit));
     const QFontMetrics metrics(font);

@@ -21,7 +21,6 @@ DzFloatProperty::DzFloatProperty(const QString& name, bool canAnimate, bool isUs
     m_state.min = -std::numeric_limits<float>::max();
     m_state.max = std::numeric_limits<float>::max();
     m_state.sensitivity = 0.01f;
-    m_state.locked = m_state.clamped = m_state.overriding = false;
 }
 
 // ---- reading --------------------------------------------------------------------------------

@@ -77,8 +77,8 @@ public:
     // Everything an undo step has to bring back.
     struct State {
         std::vector<Key> keys; // ascending times
-        float def, min, max, sensitivity;
-        bool locked, clamped, overriding;
+        float def = 0, min = 0, max = 0, sensitivity = 0;
+        bool locked = false, clamped = false, overriding = false;
     };
 
 signals:

@@ -1,5 +1,6 @@
 #include "host/posebench/bench_files.h"
 
+#include "host/posebench/call_table.h"
 #include "host/posebench/call_watch.h"
 #include "host/posebench/script_values.h"
 
@@ -36,10 +37,34 @@ QScriptValue failCall(QScriptContext* context, QScriptEngine* engine)
 {
     const QString name = textArgument(context, 0);
     const int n = intArgument(context, 1, 1);
-    if (name.isEmpty() || n < 1)
-        return throwError(context, QString("failCall needs a name and a number from 1 on"));
-    failCallOnce(name, n);
+    const CallRow* call = findCall(name);
+    if (!call)
+        return throwError(context, unknownCall(name));
+    if (n < 1)
+        return throwError(context, QString("failCall counts from 1"));
+    orderCall({call, n, false});
     return engine->undefinedValue();
+}
+
+// --die-at is one of them, too.
+QScriptValue pendingOrders(QScriptContext*, QScriptEngine* engine)
+{
+    const QList<CallOrder> orders = pendingCalls();
+    QScriptValue list = engine->newArray(uint(orders.size()));
+    for (int i = 0; i < orders.size(); ++i) {
+        QScriptValue entry = engine->newObject();
+        entry.setProperty("name", QString(orders.at(i).call->name));
+        entry.setProperty("n", orders.at(i).left);
+        list.setProperty(quint32(i), entry);
+    }
+    return list;
+}
+
+QScriptValue dropOrders(QScriptContext*, QScriptEngine*)
+{
+    const int count = pendingCalls().size();
+    dropCallOrders();
+    return count;
 }
 
 const NativeRow kFiles[] = {
@@ -47,6 +72,8 @@ const NativeRow kFiles[] = {
     {"writeFile", writeFile},
     {"removeFile", removeFile},
     {"failCall", failCall},
+    {"pendingCalls", pendingOrders},
+    {"dropCalls", dropOrders},
 };
 
 } // namespace

@@ -1,16 +1,15 @@
 #include "host/posebench/bench_input.h"
 
 #include "host/posebench/bench_widgets.h"
+#include "host/posebench/input_events.h"
 #include "host/posebench/script_values.h"
 #include "host/posebench/widget_size.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QKeySequence>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QWidget>
-#include <qtestspontaneevent.h>
 
 QT_BEGIN_NAMESPACE
 // Of QtGui, the entry that its own test library uses: the widget's say on a shortcut, then the
@@ -51,101 +50,6 @@ template <std::size_t N> int valueOf(const Named (&rows)[N], const QString& name
     return 0;
 }
 
-QPointer<QWidget> g_under; // the widget that the pointer was last moved over
-ulong g_clockMs = 0; // far enough apart that two presses are no double click
-
-// Where an event at a point of a widget goes.
-struct Target {
-    QPointer<QWidget> widget;
-    QPoint pos; // in that widget
-};
-
-Target targetAt(QWidget* widget, const QPoint& pos)
-{
-    QWidget* child = widget->childAt(pos);
-    return child ? Target {child, child->mapFrom(widget, pos)} : Target {widget, pos};
-}
-
-// A modal window keeps input from every window that is not its own.
-bool isBlocked(const QWidget* widget)
-{
-    const QWidget* modal = QApplication::activeModalWidget();
-    if (!modal || QApplication::activePopupWidget() == widget->window())
-        return false;
-    for (const QWidget* at = widget; at; at = at->parentWidget())
-        if (at == modal)
-            return false;
-    return true;
-}
-
-void sendSpontaneous(QWidget* widget, QEvent* event)
-{
-    QSpontaneKeyEvent::setSpontaneous(event);
-    qApp->notify(widget, event);
-}
-
-QWidgetList chainOf(QWidget* widget) // the widget and everything it lies in, up to its window
-{
-    QWidgetList chain;
-    for (QWidget* at = widget; at; at = at->isWindow() ? nullptr : at->parentWidget())
-        chain.prepend(at);
-    return chain;
-}
-
-// Leave events from the inside out, then enter events from the outside in.
-void crossTo(const Target& target)
-{
-    if (g_under == target.widget)
-        return;
-    const QWidgetList before = chainOf(g_under);
-    const QWidgetList now = chainOf(target.widget);
-    g_under = target.widget;
-    for (int i = before.size() - 1; i >= 0; --i) {
-        QEvent leave(QEvent::Leave);
-        if (!now.contains(before.at(i)))
-            sendSpontaneous(before.at(i), &leave);
-    }
-    for (QWidget* widget : now) {
-        const QPoint local = widget->mapFromGlobal(target.widget->mapToGlobal(target.pos));
-        QEnterEvent enter(local, widget->window()->mapFromGlobal(widget->mapToGlobal(local)),
-            widget->mapToGlobal(local));
-        if (!before.contains(widget))
-            sendSpontaneous(widget, &enter);
-    }
-}
-
-struct Mouse {
-    QEvent::Type type;
-    Qt::MouseButton button;
-    Qt::MouseButtons held; // after the event
-    Qt::KeyboardModifiers modifiers;
-};
-
-void sendMouse(const Target& target, const Mouse& mouse)
-{
-    if (!target.widget)
-        return; // it went away while an earlier event was handled
-    const QPoint global = target.widget->mapToGlobal(target.pos);
-    const QPoint inWindow = target.widget->window()->mapFromGlobal(global);
-    QMouseEvent event(mouse.type, target.pos, inWindow, global, mouse.button, mouse.held,
-        mouse.modifiers, Qt::MouseEventNotSynthesized);
-    event.setTimestamp(g_clockMs);
-    sendSpontaneous(target.widget, &event);
-}
-
-void movePointer(const Target& target, Qt::KeyboardModifiers modifiers)
-{
-    crossTo(target);
-    sendMouse(target, {QEvent::MouseMove, Qt::NoButton, Qt::NoButton, modifiers});
-}
-
-void click(const Target& target, QEvent::Type press, Qt::MouseButton button,
-    Qt::KeyboardModifiers modifiers)
-{
-    sendMouse(target, {press, button, button, modifiers});
-    sendMouse(target, {QEvent::MouseButtonRelease, button, Qt::NoButton, modifiers});
-}
-
 // "shift", "ctrl+alt", ["shift", "alt"]
 bool readModifiers(const QScriptValue& value, Qt::KeyboardModifiers* out)
 {
@@ -168,7 +72,14 @@ QPoint pointArgument(QScriptContext* context)
     return QPoint(intArgument(context, 1, 0), intArgument(context, 2, 0));
 }
 
-QScriptValue press(QScriptContext* context, QScriptEngine* engine)
+// What the option says, or otherwise when it was left out; 0, null and "" are no, as ever.
+bool optionOf(const QScriptValue& options, const char* name, bool otherwise)
+{
+    const QScriptValue value = options.property(QString(name));
+    return value.isValid() && !value.isUndefined() ? value.toBool() : otherwise;
+}
+
+QScriptValue press(QScriptContext* context, QScriptEngine*)
 {
     QWidget* widget = widgetArgument(context, 0);
     if (!widget)
@@ -181,34 +92,19 @@ QScriptValue press(QScriptContext* context, QScriptEngine* engine)
         return throwError(context, QString("'%1' is no mouse button").arg(buttonName));
     if (!readModifiers(options.property("modifiers"), &modifiers))
         return throwError(context, QString("unknown modifier key"));
-    if (isBlocked(widget))
-        return engine->undefinedValue();
-    settle();
-    const Target target = targetAt(widget, pointArgument(context));
-    g_clockMs += 1000;
-    const QScriptValue move = options.property("move");
-    if (!move.isBool() || move.toBool())
-        movePointer(target, modifiers);
-    click(target, QEvent::MouseButtonPress, Qt::MouseButton(button), modifiers);
-    if (options.property("double").toBool()) {
-        g_clockMs += 50;
-        click(target, QEvent::MouseButtonDblClick, Qt::MouseButton(button), modifiers);
-    }
-    settle();
-    return engine->undefinedValue();
+    PointerPress given;
+    given.button = Qt::MouseButton(button);
+    given.modifiers = modifiers;
+    given.move = optionOf(options, "move", true);
+    given.twice = optionOf(options, "double", false);
+    given.through = optionOf(options, "through", false);
+    return pressPointer(widget, pointArgument(context), given);
 }
 
-QScriptValue move(QScriptContext* context, QScriptEngine* engine)
+QScriptValue move(QScriptContext* context, QScriptEngine*)
 {
     QWidget* widget = widgetArgument(context, 0);
-    if (!widget)
-        return QScriptValue();
-    settle();
-    g_clockMs += 1000;
-    if (!isBlocked(widget))
-        movePointer(targetAt(widget, pointArgument(context)), Qt::NoModifier);
-    settle();
-    return engine->undefinedValue();
+    return widget ? QScriptValue(movePointer(widget, pointArgument(context))) : QScriptValue();
 }
 
 QScriptValue resize(QScriptContext* context, QScriptEngine* engine)
@@ -220,7 +116,10 @@ QScriptValue resize(QScriptContext* context, QScriptEngine* engine)
     if (size.width() < 1 || size.height() < 1)
         return throwError(context, QString("a widget is at least one pixel wide and high"));
     giveSize(widget, size);
-    return engine->undefinedValue();
+    QScriptValue given = engine->newArray(2);
+    given.setProperty(0, widget->width());
+    given.setProperty(1, widget->height());
+    return given;
 }
 
 // Sees whether a key event climbs above the widget that it was meant for: nobody below took it.
@@ -254,7 +153,8 @@ bool sendKey(QWidget* meant, int key, Qt::KeyboardModifiers modifiers, const QSt
 {
     QWidget* focused = meant->focusWidget();
     QPointer<QWidget> target = meant->isWindow() && focused ? focused : meant;
-    if (qt_sendShortcutOverrideEvent(target, g_clockMs, key, modifiers, text, false, 1) || !target)
+    const ulong nowMs = nextInputMs();
+    if (qt_sendShortcutOverrideEvent(target, nowMs, key, modifiers, text, false, 1) || !target)
         return false; // it was a shortcut of the host, or the widget is gone
     ClimbWatch watch(meant);
     QKeyEvent down(QEvent::KeyPress, key, modifiers, text);
@@ -293,7 +193,6 @@ QScriptValue key(QScriptContext* context, QScriptEngine*)
     const bool printable = keyCode >= 0x20 && keyCode < 0x1000 && !(modifiers & ~Qt::ShiftModifier);
     const QString text = !printable ? QString() : name.size() == 1 ? name : QString(QChar(keyCode));
     settle();
-    g_clockMs += 1000;
     const bool accepted = !isBlocked(widget) && sendKey(widget, keyCode, modifiers, text);
     settle();
     return accepted;

@@ -4,6 +4,7 @@
 #include "host/posebench/bench_home.h"
 #include "host/posebench/call_watch.h"
 #include "host/posebench/command_line.h"
+#include "host/posebench/desktop_stand_in.h"
 #include "host/posebench/headless_demo.h"
 #include "host/posebench/modal_watch.h"
 #include "host/posebench/network_guard.h"
@@ -55,21 +56,31 @@ bool setUpScene(const CommandLine& c, QString* why)
     return true;
 }
 
+// The window of a user with a display stays as large as its panels need, at least.
+void tellSize(const QSize& wanted, const QSize& given)
+{
+    if (wanted.isValid() && wanted != given)
+        std::fprintf(stderr, "posebench: the window is %dx%d and not %dx%d\n", given.width(),
+            given.height(), wanted.width(), wanted.height());
+}
+
 // With the event loop running: the pane, then whatever the user wants done.
 void begin(const CommandLine& c, QWidget* window)
 {
     QString why;
     if (!c.noPane)
         startPanes();
+    tellSize(c.size, window->size());
     if (!c.screenshot.isEmpty() && !pictureOf(window).save(c.screenshot, "PNG"))
         failScript(QString("cannot write '%1'").arg(c.screenshot));
     if (!c.script.isEmpty() && scriptExitCode() == 0)
         runScript(c.script, c.scriptArgs);
-    else if (c.headless && c.script.isEmpty() && !runHeadlessDemo(c.home, &why))
+    else if (c.headless && c.script.isEmpty() && !runHeadlessDemo(c.content, c.home, &why))
         failScript(why);
     if (c.headless || scriptAskedToQuit())
         return QCoreApplication::quit();
     stopModalWatch();
+    stopDesktopStandIn();
     releaseSizes();
 }
 
@@ -77,14 +88,18 @@ void begin(const CommandLine& c, QWidget* window)
 void runWindow(const CommandLine& c)
 {
     PoseBenchWindow window;
-    if (c.size.isValid())
+    if (c.size.isValid() && c.headless)
+        giveWindowSize(&window, c.size);
+    else if (c.size.isValid())
         window.resize(c.size);
     if (c.headless)
         pauseViewport(&window);
     addPluginActions();
     makeScriptEngine();
-    if (c.headless || !c.script.isEmpty())
+    if (c.headless || !c.script.isEmpty()) {
         startModalWatch();
+        startDesktopStandIn();
+    }
     window.show();
     window.activateWindow();
     QObject::connect(dzApp, &DzApp::closing, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
@@ -112,8 +127,8 @@ int runBench(const CommandLine& c)
     const QStringList files = pluginFiles(c);
     QString why;
     startCallWatch(files);
-    if (!c.dieAt.isEmpty())
-        dieAtCall(c.dieAt);
+    if (c.dieAt)
+        orderCall({c.dieAt, 1, true});
     if (!loadPlugins(files, &why) || !setUpScene(c, &why) || !createHome(c, &why))
         return refuse(why);
     guardNetwork(c);

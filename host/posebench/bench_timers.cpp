@@ -28,6 +28,7 @@ QScriptValue timers(QScriptContext* context, QScriptEngine* engine)
         entry.setProperty("interval", found.at(i)->interval());
         entry.setProperty("active", found.at(i)->isActive());
         entry.setProperty("singleShot", found.at(i)->isSingleShot());
+        entry.setProperty("remaining", found.at(i)->remainingTime());
         list.setProperty(quint32(i), entry);
     }
     return list;

@@ -1,9 +1,10 @@
 #include "host/posebench/call_watch.h"
 
+#include "host/posebench/call_table.h"
+
 #include "dzhostcalls.h"
 
 #include <QFileInfo>
-#include <QList>
 #include <QSet>
 #include <QThread>
 
@@ -16,23 +17,35 @@
 namespace quillon {
 namespace {
 
-struct Order {
-    QByteArray name;
-    int left; // calls until it strikes; 1: the next one
-    bool die;
-};
-
-QList<Order> g_orders;
+QList<CallOrder> g_orders;
 QSet<QString> g_pluginFiles; // canonical
 std::map<const void*, bool> g_modules; // by load address: whether it is a plug-in
 QThread* g_thread = nullptr;
 bool g_armed = false; // read before anything else, also before main()
 bool g_inside = false; // looking a caller up makes file calls of its own
 
-bool isPlugin(const void* address)
+// The addresses that the calls under way return to, innermost first.
+struct CallStack {
+    void* frames[128];
+    int count;
+};
+
+// An address to return to may lie behind the end of its function; the call lies before it.
+bool describe(const void* returnAddress, Dl_info* info)
+{
+    return dladdr(static_cast<const char*>(returnAddress) - 1, info) != 0;
+}
+
+const void* moduleAt(const void* returnAddress) // null: unknown
 {
     Dl_info info;
-    if (!dladdr(address, &info) || !info.dli_fname)
+    return describe(returnAddress, &info) ? info.dli_fbase : nullptr;
+}
+
+bool isPlugin(const void* returnAddress)
+{
+    Dl_info info;
+    if (!describe(returnAddress, &info) || !info.dli_fname)
         return false;
     const auto known = g_modules.find(info.dli_fbase);
     if (known != g_modules.end())
@@ -41,21 +54,54 @@ bool isPlugin(const void* address)
     return g_modules[info.dli_fbase] = g_pluginFiles.contains(file);
 }
 
-bool calledByPlugin()
+// Mangled names hold each identifier after its length. A function without a known name is private
+// to the host and will do.
+bool isInFunction(const void* returnAddress, const char* function)
 {
-    void* frames[128];
-    const int count = backtrace(frames, 128);
-    for (int i = 0; i < count; ++i)
-        if (isPlugin(frames[i]))
+    Dl_info info;
+    if (!describe(returnAddress, &info) || !info.dli_sname)
+        return true;
+    const QByteArray symbol(info.dli_sname);
+    const QByteArray part = QByteArray::number(qstrlen(function)) + function;
+    const int at = symbol.indexOf(part);
+    return at > 0 && (symbol.at(at - 1) < '0' || symbol.at(at - 1) > '9');
+}
+
+// Out of this program and the library that called the hook, whatever lies between: the next one is
+// a plug-in, and the function of the host that it entered is the one in question. (The host calls
+// some of its own public functions on the way through others.)
+bool madeByPlugin(const CallStack& stack, const CallRow& call)
+{
+    const void* program = moduleAt(stack.frames[0]);
+    const void* library = nullptr;
+    int i = 1;
+    for (; i < stack.count; ++i) {
+        const void* module = moduleAt(stack.frames[i]);
+        if (!library && module != program)
+            library = module;
+        if (module != program && module != library)
+            break;
+    }
+    if (i == stack.count || !isPlugin(stack.frames[i]))
+        return false;
+    const void* entered = stack.frames[i - 1];
+    return isInFunction(entered, call.name)
+        || (call.function && isInFunction(entered, call.function));
+}
+
+bool hasPlugin(const CallStack& stack) // a plug-in is anywhere among the callers
+{
+    for (int i = 0; i < stack.count; ++i)
+        if (isPlugin(stack.frames[i]))
             return true;
     return false;
 }
 
 // Counts the call; true when an order for it strikes now.
-bool strikes(const char* name)
+bool strikes(const CallRow* call)
 {
     for (int i = 0; i < g_orders.size(); ++i) {
-        if (g_orders.at(i).name != name || --g_orders[i].left > 0)
+        if (g_orders.at(i).call != call || --g_orders[i].left > 0)
             continue;
         if (g_orders.at(i).die)
             kill(getpid(), SIGKILL); // as a crash: nothing is written any more
@@ -66,30 +112,36 @@ bool strikes(const char* name)
     return false;
 }
 
-bool wanted(const char* name)
+const CallRow* wanted(const char* name) // null: no order is for it
 {
-    for (const Order& order : std::as_const(g_orders))
-        if (order.name == name)
-            return true;
-    return false;
+    for (const CallOrder& order : std::as_const(g_orders))
+        if (qstrcmp(order.call->name, name) == 0)
+            return order.call;
+    return nullptr;
 }
 
-bool watchHostCall(const char* name, const void* caller)
+bool watch(const char* name)
 {
-    if (!g_armed || g_inside || QThread::currentThread() != g_thread || !wanted(name))
+    if (!g_armed || g_inside || QThread::currentThread() != g_thread)
+        return false;
+    const CallRow* call = wanted(name);
+    if (!call)
         return false;
     g_inside = true;
-    const bool struck = isPlugin(caller) && strikes(name);
+    CallStack stack;
+    stack.count = backtrace(stack.frames, int(std::size(stack.frames)));
+    const bool counts
+        = call->kind == CallKind::Host ? madeByPlugin(stack, *call) : hasPlugin(stack);
+    const bool struck = counts && strikes(call);
     g_inside = false;
     return struck;
 }
 
-void addOrder(const QString& name, int n, bool die)
+// The caller told is within dzcore wherever one public function leads to another, so the stack is
+// asked instead.
+bool watchHostCall(const char* name, const void*)
 {
-    void* warmUp[1];
-    backtrace(warmUp, 1); // loads what it needs now, not within a file call
-    g_orders.append({name.toLatin1(), n, die});
-    g_armed = true;
+    return watch(name);
 }
 
 } // namespace
@@ -102,20 +154,23 @@ void startCallWatch(const QStringList& pluginFiles)
     dzHostCallHook = watchHostCall;
 }
 
-void failCallOnce(const QString& name, int n)
+void orderCall(const CallOrder& order)
 {
-    addOrder(name, n, false);
+    void* warmUp[1];
+    backtrace(warmUp, 1); // loads what it needs now, not within a file call
+    g_orders.append(order);
+    g_armed = true;
 }
 
-void dieAtCall(const QString& name)
+QList<CallOrder> pendingCalls()
 {
-    addOrder(name, 1, true);
+    return g_orders;
 }
 
-QStringList fileCallNames()
+void dropCallOrders()
 {
-    return {"open", "read", "write", "close", "sync", "truncate", "rename", "unlink", "mkdir",
-        "rmdir", "stat", "opendir"};
+    g_orders.clear();
+    g_armed = false;
 }
 
 bool callsAreWatched()
@@ -125,12 +180,7 @@ bool callsAreWatched()
 
 bool fileCallFails(const char* name)
 {
-    if (!g_armed || g_inside || QThread::currentThread() != g_thread || !wanted(name))
-        return false;
-    g_inside = true;
-    const bool struck = calledByPlugin() && strikes(name);
-    g_inside = false;
-    return struck;
+    return watch(name);
 }
 
 } // namespace quillon

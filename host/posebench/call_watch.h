@@ -1,21 +1,30 @@
-// call_watch.h - fails or ends the process at calls that a plug-in makes: of the host by their
-// names in dzcore (dzhostcalls.h), of files by those of the system: open, read, write, close, sync,
-// truncate, rename, unlink, mkdir, rmdir, stat, opendir.
-// A host call counts when the plug-in itself makes it, a file call when a plug-in is anywhere among
-// its callers. Costs nothing to speak of while nothing is asked for. GUI thread only; calls on
-// other threads pass.
+// call_watch.h - fails or ends the process at calls that a plug-in makes, by the names of
+// call_table.h.
+// A host call counts when the plug-in itself makes it, and not when the host does so on the way
+// through another call. A file call counts when a plug-in is anywhere among its callers.
+// Costs nothing to speak of while nothing is asked for. GUI thread only; calls on other threads
+// pass.
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 namespace quillon {
 
+struct CallRow;
+
+struct CallOrder {
+    const CallRow* call;
+    int left; // calls until it strikes; 1: the next one
+    bool die; // the process ends there, as in a crash; otherwise the call fails once
+};
+
 void startCallWatch(const QStringList& pluginFiles); // absolute
 
-void failCallOnce(const QString& name, int n); // the n-th from now, n >= 1
-void dieAtCall(const QString& name);
-QStringList fileCallNames();
+void orderCall(const CallOrder&); // left >= 1
+QList<CallOrder> pendingCalls(); // those that have not struck, oldest first
+void dropCallOrders();
 
 // For file_calls.cpp. Safe at any time, also before main().
 bool callsAreWatched();

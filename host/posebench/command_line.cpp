@@ -1,12 +1,15 @@
 #include "host/posebench/command_line.h"
 
 #include "host/figures/figure_data.h"
+#include "host/posebench/call_table.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 namespace quillon {
 namespace {
+
+const int kHelpColumns = 100;
 
 typedef bool (*TakeOption)(CommandLine*, const QString& value, QString* why);
 
@@ -62,6 +65,9 @@ bool takePlugin(CommandLine* c, const QString& value, QString* why)
         *why = QString("plug-in file '%1' does not exist").arg(value);
         return false;
     }
+    for (const QString& given : std::as_const(c->plugins))
+        if (QFileInfo(given) == QFileInfo(value))
+            return true; // it is loaded once
     c->plugins.append(absolute(value));
     return true;
 }
@@ -113,10 +119,12 @@ bool takeProxy(CommandLine* c, const QString& value, QString* why)
 
 bool takeDieAt(CommandLine* c, const QString& value, QString* why)
 {
-    c->dieAt = value;
+    c->dieAt = findCall(value);
     if (value.isEmpty())
         *why = QString("--die-at needs the name of a host call");
-    return !value.isEmpty();
+    else if (!c->dieAt)
+        *why = unknownCall(value);
+    return c->dieAt;
 }
 
 bool takeScreenshot(CommandLine* c, const QString& value, QString* why)
@@ -170,7 +178,7 @@ const OptionRow kOptions[] = {
     {"--select",     "NODE",      takeSelect,     "a node to select at the start, by its name"},
     {"--size",       "WxH",       takeSize,       "size of the window in pixels"},
     {"--proxy",      "HOST:PORT", takeProxy,      "all HTTP goes there (headless without it: to a closed port)"},
-    {"--die-at",     "CALL",      takeDieAt,      "ends at once, as a crash would, when a plug-in makes this host call"},
+    {"--die-at",     "CALL",      takeDieAt,      "ends at once, as a crash would, when a plug-in makes this call"},
     {"--screenshot", "FILE",      takeScreenshot, "writes a PNG of the window once it is shown"},
     {"--script",     "FILE",      takeScript,     "a script to run; everything after FILE are its arguments"},
     {"--help",       nullptr,     takeHelp,       "this text"},
@@ -243,6 +251,25 @@ bool readCommandLine(const QStringList& arguments, CommandLine* out, QString* wh
     return true;
 }
 
+static QString wrapped(const QStringList& words)
+{
+    QString text;
+    int column = 0;
+    for (const QString& word : words) {
+        const bool fits = column > 0 && column + word.size() + 1 <= kHelpColumns;
+        text += (fits ? QString(" ") : QString(column > 0 ? "\n  " : "  ")) + word;
+        column = (fits ? column + 1 : 2) + word.size();
+    }
+    return text + QString("\n");
+}
+
+static QString callHelp()
+{
+    const QStringList host = callNames(CallKind::Host) + callNames(CallKind::Within);
+    return QString("\ncalls of the host, for --die-at and Bench.failCall:\n") + wrapped(host)
+        + QString("calls for files:\n") + wrapped(callNames(CallKind::File));
+}
+
 QString commandLineHelp()
 {
     QString text("posebench: a small posing application that loads plug-ins\n\n"
@@ -252,9 +279,13 @@ QString commandLineHelp()
         text += left.leftJustified(24) + QString(row.help) + QString("\n");
     }
     text += QString("\nfigures: %1\n").arg(figureNames().join(", "));
+    text += callHelp();
     text += QString(
-        "exit code: the script's quit(code); 1 after an uncaught script error or a window\n"
+        "\nexit code: the script's quit(code); 1 after an uncaught script error or a window\n"
         "that nobody answered; 2 when the command line cannot be used\n\n"
+        "A pane that warns while it starts (after a crash, say) cannot be answered: the script "
+        "has\n"
+        "not begun. Start with --no-pane, then Bench.expect({...}) and Bench.startPane().\n\n"
         "example:\n"
         "  posebench --headless --home /tmp/bench --figure Genesis8Female --script pose.js\n"
         "with pose.js\n"

@@ -9,6 +9,8 @@
 
 namespace quillon {
 
+struct CallRow;
+
 struct CommandLine {
     bool help = false;
     bool headless = false;
@@ -17,12 +19,12 @@ struct CommandLine {
     bool dataGiven = false, tempGiven = false;
     QString data, temp; // told to plug-ins as they were typed, also when empty
     QStringList content; // absolute, existing
-    QStringList plugins; // absolute, existing; empty: those of the program's own tree
+    QStringList plugins; // absolute, existing, each file once; empty: those of the program's tree
     QString figure, select; // empty: none
     QSize size; // of the window, pixels; invalid: its own choice
     QString proxyHost; // empty: no proxy given
     quint16 proxyPort = 0;
-    QString dieAt; // name of a host call; empty: never
+    const CallRow* dieAt = nullptr; // null: never
     QString screenshot; // absolute file of a PNG; empty: none
     QString script; // absolute, existing; empty: none
     QStringList scriptArgs; // everything after the script's name

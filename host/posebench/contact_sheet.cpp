@@ -60,6 +60,11 @@ void drawRow(QPainter* painter, const SheetRow& row, const QSize& picture, int t
     }
 }
 
+int rowHeight(const SheetRow& row, const QSize& picture)
+{
+    return kTitlePx + (row.pictures.isEmpty() ? 0 : picture.height() + kCaptionPx);
+}
+
 } // namespace
 
 QImage contactSheet(const QList<SheetRow>& rows)
@@ -67,14 +72,19 @@ QImage contactSheet(const QList<SheetRow>& rows)
     const QSize picture = pictureSize(rows);
     if (picture.isEmpty())
         return QImage();
-    const int rowHeight = kTitlePx + picture.height() + kCaptionPx;
-    QImage sheet(kMarginPx + longestRow(rows) * (picture.width() + kMarginPx),
-        kMarginPx + rows.size() * (rowHeight + kMarginPx), QImage::Format_RGB32);
+    int height = kMarginPx;
+    for (const SheetRow& row : rows)
+        height += rowHeight(row, picture) + kMarginPx;
+    QImage sheet(
+        kMarginPx + longestRow(rows) * (picture.width() + kMarginPx), height, QImage::Format_RGB32);
     sheet.fill(kGround);
     QPainter painter(&sheet);
     painter.setRenderHint(QPainter::Antialiasing);
-    for (int i = 0; i < rows.size(); ++i)
-        drawRow(&painter, rows.at(i), picture, kMarginPx + i * (rowHeight + kMarginPx));
+    int top = kMarginPx;
+    for (const SheetRow& row : rows) {
+        drawRow(&painter, row, picture, top);
+        top += rowHeight(row, picture) + kMarginPx;
+    }
     return sheet;
 }
 

@@ -14,7 +14,7 @@ struct SheetPicture {
 
 struct SheetRow {
     QString title;
-    QList<SheetPicture> pictures; // all of one size, over all rows
+    QList<SheetPicture> pictures; // all of one size, over all rows; none: only the title is drawn
 };
 
 // Null without any picture. Captions that are too long for their picture end in an ellipsis.

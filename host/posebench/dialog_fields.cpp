@@ -3,11 +3,14 @@
 #include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
@@ -27,12 +30,18 @@ bool isNamed(const QString& label, const QString& name)
     return plain == name.trimmed() || plain == plainLabel(name).trimmed();
 }
 
-QString groupTitle(const QWidget* field, const QWidget* dialog)
+const QGroupBox* groupAround(const QWidget* field, const QWidget* dialog) // null: none
 {
     for (const QWidget* at = field->parentWidget(); at && at != dialog; at = at->parentWidget())
         if (const QGroupBox* group = qobject_cast<const QGroupBox*>(at))
-            return group->title();
-    return QString();
+            return group;
+    return nullptr;
+}
+
+QString groupTitle(const QWidget* field, const QWidget* dialog)
+{
+    const QGroupBox* group = groupAround(field, dialog);
+    return group ? group->title() : QString();
 }
 
 QString formLabel(const QWidget* field)
@@ -59,6 +68,22 @@ QString nameOf(const QWidget* field, const QWidget* dialog)
     return group.isEmpty() ? field->objectName() : group;
 }
 
+// "Group/Label"; empty outside a group that has a title.
+QString nameInGroup(const QWidget* field, const QWidget* dialog, const QString& label)
+{
+    const QString group = plainLabel(groupTitle(field, dialog)).trimmed();
+    const QString plain = plainLabel(label).trimmed();
+    return group.isEmpty() || plain.isEmpty() || plain == group ? QString() : group + '/' + plain;
+}
+
+// By its own name or by the one with the group's title before it.
+bool isCalled(
+    const QWidget* field, const QWidget* dialog, const QString& label, const QString& name)
+{
+    return isNamed(label, name)
+        || (name.contains('/') && nameInGroup(field, dialog, label) == plainLabel(name).trimmed());
+}
+
 // Line edits of their own: not those inside spin boxes and combo boxes.
 bool isOwnLineEdit(const QLineEdit* edit)
 {
@@ -82,6 +107,18 @@ bool setButton(QAbstractButton* button, bool on)
     return button->isChecked() == on;
 }
 
+// As by the space bar: it tells its listeners that it was clicked.
+bool setGroup(QGroupBox* group, bool on)
+{
+    if (group->isChecked() != on && group->isEnabled()) {
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent key(type, Qt::Key_Space, Qt::NoModifier, QString(" "));
+            QCoreApplication::sendEvent(group, &key);
+        }
+    }
+    return group->isChecked() == on;
+}
+
 bool choose(QComboBox* box, const QString& text)
 {
     const int i = box->findText(text);
@@ -103,12 +140,53 @@ bool setRadioOf(const QWidget* dialog, const QString& group, const QString& labe
 bool setNamedButton(const QWidget* dialog, const QString& name, bool on)
 {
     for (QAbstractButton* button : dialog->findChildren<QAbstractButton*>())
-        if (button->isCheckable() && isNamed(button->text(), name))
+        if (button->isCheckable() && isCalled(button, dialog, button->text(), name))
             return setButton(button, on);
+    for (QGroupBox* group : dialog->findChildren<QGroupBox*>())
+        if (group->isCheckable() && isCalled(group, dialog, group->title(), name))
+            return setGroup(group, on);
     for (QCheckBox* box : dialog->findChildren<QCheckBox*>())
         if (!groupTitle(box, dialog).isEmpty() && isNamed(groupTitle(box, dialog), name))
             return setButton(box, on);
     return false;
+}
+
+// What has been found so far, and where.
+struct FieldList {
+    const QWidget* dialog;
+    QList<DialogField> fields;
+
+    void add(const QWidget* field, const QString& label, const QVariant& value)
+    {
+        fields.append({plainLabel(label), value});
+        const QString inGroup = nameInGroup(field, dialog, label);
+        if (!inGroup.isEmpty())
+            fields.append({inGroup, value});
+    }
+};
+
+void addGroups(FieldList* list) // that can be switched off
+{
+    for (const QGroupBox* group : list->dialog->findChildren<QGroupBox*>())
+        if (shows(group, list->dialog) && group->isCheckable())
+            list->add(group, group->title(), group->isChecked());
+}
+
+// The radio buttons, and what is chosen in the groups that they form.
+void addRadios(FieldList* list)
+{
+    QMap<const QGroupBox*, QString> chosen;
+    for (const QRadioButton* radio : list->dialog->findChildren<QRadioButton*>()) {
+        if (!shows(radio, list->dialog))
+            continue;
+        list->add(radio, radio->text(), radio->isChecked());
+        QString& choice = chosen[groupAround(radio, list->dialog)];
+        if (radio->isChecked())
+            choice = plainLabel(radio->text());
+    }
+    for (const QGroupBox* group : list->dialog->findChildren<QGroupBox*>())
+        if (chosen.contains(group) && !group->title().isEmpty() && !group->isCheckable())
+            list->fields.append({plainLabel(group->title()), chosen.value(group)});
 }
 
 } // namespace
@@ -153,28 +231,22 @@ QAbstractButton* findButton(const QWidget* dialog, const QString& label)
 
 QList<DialogField> dialogFields(const QWidget* dialog)
 {
-    QList<DialogField> fields;
+    FieldList list {dialog, {}};
     for (const QCheckBox* box : dialog->findChildren<QCheckBox*>())
         if (shows(box, dialog))
-            fields.append({plainLabel(box->text()), box->isChecked()});
-    for (const QRadioButton* radio : dialog->findChildren<QRadioButton*>()) {
-        if (!shows(radio, dialog))
-            continue;
-        fields.append({plainLabel(radio->text()), radio->isChecked()});
-        const QString group = plainLabel(groupTitle(radio, dialog));
-        if (radio->isChecked() && !group.isEmpty())
-            fields.append({group, plainLabel(radio->text())});
-    }
+            list.add(box, box->text(), box->isChecked());
+    addGroups(&list);
+    addRadios(&list);
     for (const QLineEdit* edit : dialog->findChildren<QLineEdit*>())
         if (shows(edit, dialog) && isOwnLineEdit(edit))
-            fields.append({plainLabel(nameOf(edit, dialog)), edit->text()});
+            list.add(edit, nameOf(edit, dialog), edit->text());
     for (const QComboBox* box : dialog->findChildren<QComboBox*>())
         if (shows(box, dialog))
-            fields.append({plainLabel(nameOf(box, dialog)), box->currentText()});
+            list.add(box, nameOf(box, dialog), box->currentText());
     for (const QAbstractSpinBox* box : dialog->findChildren<QAbstractSpinBox*>())
         if (shows(box, dialog))
-            fields.append({plainLabel(nameOf(box, dialog)), box->text()});
-    return fields;
+            list.add(box, nameOf(box, dialog), box->text());
+    return list.fields;
 }
 
 bool setDialogField(const QWidget* dialog, const QString& name, const QVariant& value)
@@ -185,13 +257,13 @@ bool setDialogField(const QWidget* dialog, const QString& name, const QVariant& 
     if (setRadioOf(dialog, name, text))
         return true;
     for (QLineEdit* edit : dialog->findChildren<QLineEdit*>())
-        if (isOwnLineEdit(edit) && isNamed(nameOf(edit, dialog), name))
+        if (isOwnLineEdit(edit) && isCalled(edit, dialog, nameOf(edit, dialog), name))
             return type(edit, text);
     for (QComboBox* box : dialog->findChildren<QComboBox*>())
-        if (isNamed(nameOf(box, dialog), name))
+        if (isCalled(box, dialog, nameOf(box, dialog), name))
             return choose(box, text);
     for (QAbstractSpinBox* box : dialog->findChildren<QAbstractSpinBox*>())
-        if (isNamed(nameOf(box, dialog), name))
+        if (isCalled(box, dialog, nameOf(box, dialog), name))
             return type(box->findChild<QLineEdit*>(), text);
     return setNamedButton(dialog, name, value.toBool());
 }

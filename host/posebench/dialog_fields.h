@@ -23,7 +23,9 @@ QAbstractButton* findButton(const QWidget* dialog, const QString& label); // nul
 
 // Check boxes and radio buttons by their own label (bool); line edits, combo boxes and spin boxes
 // by the label that stands for them, else by the title of the group box around them (string); a
-// group of radio buttons also by the group's title (the label of the chosen one).
+// group of radio buttons also by the group's title (the label of the chosen one, empty: none is).
+// A group box that can be switched off by its title (bool; its radio buttons only by their own).
+// What lies in a group with a title also as "Title/Label".
 typedef QPair<QString, QVariant> DialogField;
 QList<DialogField> dialogFields(const QWidget* dialog);
 

@@ -2,12 +2,15 @@
 // definitions come first in the search for a symbol. Each passes the call on, unless call_watch.h
 // wants it to fail. Only ordinary files count, and none of the system's own: painting a text opens
 // fonts, and posting an event writes to a pipe.
+// Not seen: what the C library does within itself. Of stdio that is everything but the opening
+// (fwrite and fclose write by calls of their own), of directories everything but opendir.
 #include "host/posebench/call_watch.h"
 
 #include <QtGlobal>
 
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <cstring>
 #include <dirent.h>
 #include <dlfcn.h>
@@ -171,12 +174,31 @@ EXPORTED int rmdir(const char* path) noexcept
     return fails("rmdir", path) ? failWith(EIO, -1) : real(path);
 }
 
-// statx only: what Qt asks by, wherever the system has it.
+// statx: what the toolkit asks by, wherever the system has it.
 EXPORTED int statx(
     int folder, const char* path, int flags, unsigned mask, struct statx* out) noexcept
 {
     NEXT(statx);
     return fails("stat", path) ? failWith(EIO, -1) : real(folder, path, flags, mask, out);
+}
+
+// The toolkit asks this of a file of which only the existence is in question.
+EXPORTED int access(const char* path, int mode) noexcept
+{
+    NEXT(access);
+    return fails("stat", path) ? failWith(EIO, -1) : real(path, mode);
+}
+
+EXPORTED FILE* fopen(const char* path, const char* mode)
+{
+    NEXT(fopen);
+    return fails("open", path) ? failWith(EIO, static_cast<FILE*>(nullptr)) : real(path, mode);
+}
+
+EXPORTED FILE* fopen64(const char* path, const char* mode)
+{
+    NEXT(fopen64);
+    return fails("open", path) ? failWith(EIO, static_cast<FILE*>(nullptr)) : real(path, mode);
 }
 
 EXPORTED DIR* opendir(const char* path)

@@ -1,8 +1,8 @@
 #include "host/posebench/headless_demo.h"
 
 #include "host/figures/figure_loader.h"
-#include "host/posebench/contact_sheet.h"
 #include "host/posebench/figure_renderer.h"
+#include "host/posebench/finder_demo.h"
 
 #include "dzbone.h"
 #include "dzfigure.h"
@@ -33,11 +33,6 @@ const Side kSides[] = {
     {"three quarters", 40, 8},
     {"left side", 90, 4},
     {"back", 180, 4},
-};
-
-struct Report {
-    QStringList lines;
-    QList<SheetRow> rows;
 };
 
 QImage pictureFrom(const DzFigure* figure, const Side& side, const QSize& size)
@@ -101,7 +96,7 @@ bool save(const QImage& image, const QString& file, QString* why)
     return false;
 }
 
-bool showFigure(const QString& name, const QString& home, Report* report, QString* why)
+bool showFigure(const QString& name, const QString& home, DemoResult* result, QString* why)
 {
     dzScene->clear();
     QElapsedTimer clock;
@@ -110,23 +105,23 @@ bool showFigure(const QString& name, const QString& home, Report* report, QStrin
     if (!figure)
         return false;
     dzScene->addNode(figure);
-    report->lines += reportLine(figure, double(clock.nsecsElapsed()) / 1e6);
+    result->report += reportLine(figure, double(clock.nsecsElapsed()) / 1e6);
     SheetRow row;
     row.title = name;
     for (const Side& side : kSides)
         row.pictures.append({pictureFrom(figure, side, kCellSize), QString(side.caption)});
-    report->rows.append(row);
+    result->rows.append(row);
     return save(pictureFrom(figure, kSides[1], kPictureSize),
         QString("%1/demo-%2.png").arg(home, name), why);
 }
 
 bool writeReport(
-    const Report& report, const QString& sheetFile, const QString& textFile, QString* why)
+    const DemoResult& result, const QString& sheetFile, const QString& textFile, QString* why)
 {
-    if (!save(contactSheet(report.rows), sheetFile, why))
+    if (!save(contactSheet(result.rows), sheetFile, why))
         return false;
     QFile file(textFile);
-    const QByteArray text = report.lines.join(QLatin1Char('\n')).toUtf8() + '\n';
+    const QByteArray text = result.report.join(QLatin1Char('\n')).toUtf8() + '\n';
     if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush())
         return true;
     *why = QString("cannot write '%1'").arg(textFile);
@@ -135,16 +130,29 @@ bool writeReport(
 
 } // namespace
 
-bool runHeadlessDemo(const QString& home, QString* why)
+// Every figure alone in the scene.
+static bool showFigures(const QString& home, DemoResult* result, QString* why)
 {
-    Report report;
     for (const QString& name : figureNames())
-        if (!showFigure(name, home, &report, why))
+        if (!showFigure(name, home, result, why))
             return false;
+    return true;
+}
+
+bool runHeadlessDemo(const QStringList& content, const QString& home, QString* why)
+{
+    DemoResult result;
+    if (content.isEmpty() || !runFinderDemo(content, &result, why)) {
+        if (!why->isEmpty())
+            return false;
+        result = DemoResult();
+        if (!showFigures(home, &result, why))
+            return false;
+    }
     dzScene->clear();
     const QString sheetFile = home + QString("/contact-sheet.png");
     const QString textFile = home + QString("/report.txt");
-    if (!writeReport(report, sheetFile, textFile, why))
+    if (!writeReport(result, sheetFile, textFile, why))
         return false;
     QTextStream(stdout) << sheetFile << '\n' << textFile << '\n';
     return true;

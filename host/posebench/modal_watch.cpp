@@ -3,9 +3,6 @@
 #include "host/posebench/script_engine.h"
 #include "host/posebench/script_values.h"
 
-#include "dzapp.h"
-#include "dzmainwindow.h"
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
@@ -75,15 +72,20 @@ void pressButton(QWidget* window, const ExpectedModal& expected, const ModalReco
 
 bool fillIn(QWidget* window, const ExpectedModal& expected, const ModalRecord& record)
 {
-    for (auto it = expected.fields.begin(); it != expected.fields.end(); ++it) {
-        if (setDialogField(window, it.key(), it.value()))
-            continue;
-        failAndDismiss(window,
-            QString("no field '%1' takes '%2' in the window %3")
-                .arg(it.key(), it.value().toString(), nameForUser(record)));
-        return false;
+    QStringList left = expected.fields.keys();
+    for (int before = left.size() + 1; !left.isEmpty() && left.size() < before;) {
+        before = left.size(); // one may be disabled until another is set: try again
+        for (const QString& name : QStringList(left))
+            if (setDialogField(window, name, expected.fields.value(name)))
+                left.removeOne(name);
     }
-    return true;
+    if (left.isEmpty())
+        return true;
+    const QString name = left.first();
+    failAndDismiss(window,
+        QString("no field '%1' takes '%2' in the window %3")
+            .arg(name, expected.fields.value(name).toString(), nameForUser(record)));
+    return false;
 }
 
 void giveAnswer(QWidget* window, int logIndex, const ExpectedModal& expected)
@@ -153,15 +155,6 @@ void attend(QWidget* window)
         setDeadline(window, QString("nobody answered the window %1").arg(nameForUser(record)));
 }
 
-// A window system activates another window when one goes; the offscreen platform does not.
-void giveFocusBack()
-{
-    QWidget* modal = QApplication::activeModalWidget();
-    QWidget* window = modal ? modal : dzApp->getInterface();
-    if (!QApplication::activeWindow() && window && window->isVisible())
-        window->activateWindow();
-}
-
 class ModalWatch : public QObject {
 public:
     explicit ModalWatch(QObject* parent)
@@ -171,15 +164,10 @@ public:
     }
     bool eventFilter(QObject* receiver, QEvent* event) override
     {
-        const bool shown = event->type() == QEvent::Show;
-        if (!receiver->isWidgetType() || (!shown && event->type() != QEvent::Hide))
+        if (!receiver->isWidgetType() || event->type() != QEvent::Show)
             return false;
         QWidget* window = static_cast<QWidget*>(receiver);
-        if (!window->isWindow() || !window->isModal())
-            return false;
-        if (!shown)
-            QTimer::singleShot(0, this, giveFocusBack);
-        else if (!window->inherits("DzProgressWindow"))
+        if (window->isWindow() && window->isModal() && !window->inherits("DzProgressWindow"))
             QTimer::singleShot(0, window, [window] { attend(window); });
         return false;
     }

@@ -42,6 +42,14 @@ QString placeOfError(const QScriptValue& error, const QString& file, int line)
     return QString("%1:%2").arg(name).arg(ownLine.isNumber() ? ownLine.toInt32() : line);
 }
 
+// What is being evaluated ends when the call under way returns, be it a function of Bench or of
+// some object of the host.
+void stopEvaluation()
+{
+    if (g_run.running && g_run.engine->isEvaluating())
+        g_run.engine->abortEvaluation();
+}
+
 void fail(const QString& line)
 {
     if (g_run.ending)
@@ -49,6 +57,7 @@ void fail(const QString& line)
     writeLine(stderr, line);
     g_run.exitCode = 1;
     g_run.ending = true;
+    stopEvaluation();
 }
 
 // Where the function that threw was called from, one line each; arguments are left out.
@@ -195,7 +204,10 @@ bool callBack(QScriptValue function, const QScriptValue& argument)
     if (!function.isFunction())
         return true;
     function.call(QScriptValue(), QScriptValueList {argument});
-    return g_run.ending || reportUncaught(QString("callback"));
+    const bool passed = g_run.ending || reportUncaught(QString("callback"));
+    if (g_run.ending)
+        stopEvaluation(); // of what led here, too
+    return passed;
 }
 
 } // namespace quillon

@@ -8,7 +8,6 @@
 #include "dzskeleton.h"
 
 #include <QApplication>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -120,10 +119,6 @@ void ViewportWidget::redraw(int samples)
 {
     m_samples = samples;
     m_stale = true;
-    // nobody sees an offscreen window: there the picture is made when it is asked for
-    static const bool seen = QGuiApplication::platformName() != QLatin1String("offscreen");
-    if (!seen)
-        return;
     if (samples < kFullSamples)
         m_rest.start();
     update();

@@ -2,6 +2,7 @@
 
 #include "host/posebench/bench_widgets.h"
 
+#include <QDockWidget>
 #include <QLayout>
 #include <QList>
 #include <QPointer>
@@ -10,11 +11,17 @@
 namespace quillon {
 namespace {
 
+const int kPasses = 3; // layouts ask their window for room, which it gets a turn later
+
+const QSize kByLayout(0, 0);
+const QSize kNextToNothing(1, 1);
+
 struct HeldSize {
     QPointer<QWidget> widget;
     QSize minimumBefore, maximumBefore;
 };
 QList<HeldSize> g_held;
+QList<QPointer<QWidget>> g_loose; // windows whose layout sets no smallest size for now
 
 void remember(QWidget* widget)
 {
@@ -24,20 +31,62 @@ void remember(QWidget* widget)
     g_held.append({widget, widget->minimumSize(), widget->maximumSize()});
 }
 
+bool isFixed(const QWidget* window)
+{
+    return window->maximumWidth() < QWIDGETSIZE_MAX || window->maximumHeight() < QWIDGETSIZE_MAX;
+}
+
+// The smallest size of what is docked in a window, where it is the first one given.
+void limitDocked(QWidget* window, const QSize& present, const QSize& wanted)
+{
+    for (const QDockWidget* dock : window->findChildren<QDockWidget*>())
+        if (dock->widget() && dock->widget()->minimumSize() == present)
+            dock->widget()->setMinimumSize(wanted);
+}
+
+void loosen(QWidget* window)
+{
+    if (!window->layout() || isFixed(window)
+        || window->layout()->sizeConstraint() != QLayout::SetDefaultConstraint)
+        return;
+    limitDocked(window, kByLayout, kNextToNothing); // parts without room would overlap
+    window->layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    window->setMinimumSize(0, 0);
+    g_loose.append(window);
+}
+
+void tighten(QWidget* window)
+{
+    if (g_loose.removeAll(window) == 0)
+        return;
+    limitDocked(window, kNextToNothing, kByLayout);
+    window->layout()->setSizeConstraint(QLayout::SetDefaultConstraint);
+}
+
 } // namespace
+
+void giveWindowSize(QWidget* window, const QSize& size)
+{
+    loosen(window);
+    window->resize(size);
+}
 
 void giveSize(QWidget* widget, const QSize& size)
 {
     settle(); // layout requests of before must not undo it
-    if (!widget->isWindow()) {
+    if (widget->isWindow()) {
+        giveWindowSize(widget, size);
+    } else {
         remember(widget);
         widget->setFixedSize(size);
+        widget->resize(size);
+        tighten(widget->window());
     }
-    widget->resize(size);
     for (QWidget* at = widget->parentWidget(); at; at = at->parentWidget())
         if (at->layout())
             at->layout()->activate();
-    settle();
+    for (int i = 0; i < kPasses; ++i)
+        settle();
 }
 
 void releaseSizes()
@@ -49,6 +98,11 @@ void releaseSizes()
         held.widget->setMaximumSize(held.maximumBefore);
     }
     g_held.clear();
+    const QList<QPointer<QWidget>> loose = g_loose;
+    for (const QPointer<QWidget>& window : loose)
+        if (window)
+            tighten(window);
+    g_loose.clear();
 }
 
 } // namespace quillon

@@ -68,6 +68,7 @@ for proxy in 8080 host: host:0 host:99999 :80 ""; do
 done
 refuses "screenshot" --headless --home h --screenshot none/x.png
 refuses "needs the name of a host call" --headless --home h --die-at ""
+refuses "'noSuchCall' is no call" --headless --home h --die-at noSuchCall
 (
     unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
     refuses "no display" --home h
@@ -82,6 +83,9 @@ for option in $(printf '%s\n' --headless --home --data --temp --content --plugin
         --select --size --proxy --die-at --screenshot --script --help); do
     grep -q -- "$option" "$work/out" || complain "--help tells of $option"
 done
+for call in setRawValue execute gzRead opendir; do
+    grep -qw -- "$call" "$work/out" || complain "--help tells of the call $call"
+done
 grep -q "example" "$work/out" || complain "--help has an example"
 cmp -s "$work/before" <(find . | sort) || complain "--help writes nothing"
 
@@ -90,6 +94,22 @@ mkdir "content ж"
 "$posebench" --headless --home h --no-pane --plugin "$plugin" --figure Genesis8_1Male --select lHand \
     --size 1200x800 --data /C:/somewhere/data/base --temp "" --content "content ж/" --content user \
     --screenshot shot.png --script "$here/options.js" --no-pane café "" || complain "every option is taken"
+
+# A plug-in that is named twice, in whatever words, is loaded once.
+prepare
+cp "$plugin" plugin.so
+echo 'quit(Bench.plugins().length)' >count.js
+"$posebench" --headless --home h --plugin plugin.so --plugin ./content/../plugin.so --script count.js
+code=$?
+[ $code = 1 ] || complain "one plug-in is loaded, it was $code"
+
+# The window is as large as was asked for, also where its panels want more.
+prepare
+echo 'quit(MainWindow.width == 800 && MainWindow.height == 600 ? 0 : 1)' >size.js
+"$posebench" --headless --home h --size 800x600 --screenshot shot.png --script size.js 2>err ||
+    complain "the window is 800x600"
+[ ! -s err ] || complain "a small window is no reason for a message: $(cat err)"
+[ "$(od -An -tx1 -j16 -N8 shot.png | tr -d ' ')" = 0000032000000258 ] || complain "so is its picture"
 
 # The built-in demo tells where its picture and its report are.
 prepare

@@ -53,13 +53,33 @@ Bench.expect({
     run: function (dialog) {
         eq(dialog.windowTitle, "Trial Settings");
         assert(Bench.texts(dialog).join("|").indexOf("Allow it") >= 0, "it can be read");
-        Bench.press(pane, 300, 300, "left"); // the modal window keeps it from the pane
+        var noted = Bench.texts(pane).length;
+        eq(Bench.press(pane, 300, 300, "left"), false, "the modal window keeps it from the pane");
+        eq(Bench.move(pane, 300, 300), false);
+        eq(Bench.texts(pane).length, noted);
+        eq(Bench.press(pane, 300, 300, "left", { through: true }), true);
+        eq(Bench.texts(pane).pop(), "release 1 at 300,300 with 0", "as if it had begun before");
+        eq(Bench.press(dialog, 1, 1, "left"), true);
     },
     button: "Accept"
 });
 eq(press("fill in"), "filled on 0.5 ZYX");
 Bench.expect({ run: function (dialog) { dialog.reject(); } });
 eq(press("fill in"), "cancelled");
+
+// ---- groups with equal labels, one that can be switched off --------------------------------
+Bench.expect({ button: "Cancel" });
+eq(press("choose"), "cancelled");
+var fields = last().fields;
+eq([fields["Left"], fields["Left/Near"], fields["Left/Far"]], ["", false, false],
+    "nothing is chosen yet");
+eq([fields["Right"], fields["Right/Near"]], [false, false], "it is switched off");
+Bench.expect({ fields: { "Left": "Far", "Right": true, "Right/Far": true }, button: "Accept" });
+eq(press("choose"), "chosen far far on");
+Bench.expect({ fields: { "Left/Near": true, "Right/Far": true, "Right": true } });
+eq(press("choose"), "chosen near far on", "whatever comes first");
+Bench.expect({ fields: { "Right": false } });
+eq(press("choose").substr(-3), "off");
 
 // ---- a file dialog -------------------------------------------------------------------------
 var FILE = App.getDataFolderPath() + "/mine \u0436.trial";

@@ -68,6 +68,17 @@ Bench.cancelProgress({ steps: 3 });
 eq(press("work"), "cancelled work");
 eq(Bench.progress().pop().position, 3);
 eq(press("work"), "worked", "each cancels once");
+Bench.cancelProgress({ title: "Work" });
+eq(press("work"), "cancelled work", "by its title alone, as soon as it shows");
+eq(Bench.progress().pop().position, 0);
+Bench.cancelProgress({ title: "Counting", steps: 2 });
+eq([press("count"), Bench.pendingCancels().length], ["counted", 0], "it cannot be, and that was it");
+Bench.cancelProgress({ steps: 2 });
+eq([press("count"), press("work")], ["counted", "cancelled work"], "the first that can be");
+Bench.cancelProgress({ title: "Never", info: "x" });
+eq(JSON.stringify(Bench.pendingCancels()), '[{"title":"Never","info":"x"}]');
+eq([Bench.dropCancels(), Bench.pendingCancels().length], [1, 0]);
+throws(function () { Bench.cancelProgress({}); }, "title");
 
 // ---- addresses and folders -----------------------------------------------------------------
 eq(Bench.urls(), []);
@@ -99,7 +110,7 @@ eq([press("write file"), press("write file"), press("write file")],
 Bench.failCall("findAction", 1);
 assert(MainWindow.getActionMgr().findAction("TrialAction"), "asked by the script");
 eq([press("find action"), press("find action")], ["not found", "found"]);
-throws(function () { Bench.failCall("", 1); }, "name");
+throws(function () { Bench.failCall("", 1); }, "''");
 
 // ---- the end of a pane ---------------------------------------------------------------------
 Bench.stopPane();

@@ -27,6 +27,8 @@ eq(news(), ["press 8 at 5,6 with 8000000", "release 8 at 5,6 with 8000000"]);
 Bench.press(pane, 5, 6, "left", { "double": true });
 eq(news(), ["press 1 at 5,6 with 0", "release 1 at 5,6 with 0", "double 1 at 5,6 with 0",
     "release 1 at 5,6 with 0"]);
+Bench.press(pane, 8, 9, "left", { move: 0 });
+eq(news().length, 2, "0 is no, as false is");
 Bench.press(pane, 5, 6, "left");
 Bench.press(pane, 5, 6, "left");
 eq(news().length, 4, "two presses are no double click");
@@ -72,9 +74,28 @@ eq(Bench.key(pane, "Ctrl+Z"), false);
 throws(function () { Bench.key(pane, "NoSuchKey"); }, "no key");
 assert(Bench.focus() != "TrialPane", "a press gives no focus to a pane that takes none");
 
+// ---- where the pointer is ------------------------------------------------------------------
+var TELL = Bench.accessible(pane).map(function (child) { return child.name; }).indexOf("pointer");
+
+function pointer() // as the pane finds it, asked without moving it
+{
+    Bench.press(pane, 15, 15 + 20 * TELL, "left", { move: false });
+    return news()[1];
+}
+
+eq(Bench.move(pane, 77, 99), true);
+news();
+eq(pointer(), "77,99 on");
+Bench.press(pane, 33, 5, "left");
+news();
+eq(pointer(), "33,5 on", "a press takes it there");
+Bench.move("ViewportWidget", 5, 5);
+news();
+assert(pointer().indexOf("off") > 0, "it has left the pane");
+
 // ---- accessible children -------------------------------------------------------------------
 var children = Bench.accessible(pane);
-eq(children.length, 10);
+eq(children.length, 18);
 eq([children[1].name, children[1].role], ["warn", "Button"]);
 eq([children[1].state.checkable, children[0].state.checkable], [true, false]);
 eq(children[1].rectangle, [10, 30, 100, 18]);

@@ -1,8 +1,13 @@
 # cmake -DPOSEBENCH=file -DHOME=folder -DSCRIPT=file [-DOPTIONS=a;b] [-DARGS=a;b] [-DEXPECT=code]
-#       [-DSTDERR=regex] -P run_e2e.cmake
+#       [-DSTDERR=regex] [-DCONTENT=ON] -P run_e2e.cmake
 # Runs a script through posebench in a home made anew. EXPECT: the exit code, 0 unless told, or
-# "killed". STDERR: what has to be found there; without it nothing may be written there.
+# "killed". STDERR: what has to be found there; without it nothing may be written there. CONTENT:
+# the home's folders content and data are content directories.
 file(REMOVE_RECURSE ${HOME})
+if(CONTENT)
+  file(MAKE_DIRECTORY ${HOME}/content ${HOME}/data)
+  list(APPEND OPTIONS --content ${HOME}/content --content ${HOME}/data)
+endif()
 if(NOT DEFINED EXPECT)
   set(EXPECT 0)
 endif()

@@ -4,13 +4,18 @@
 #include "dzapp.h"
 #include "dzbasicdialog.h"
 #include "dzclassfactory.h"
+#include "dzfloatproperty.h"
+#include "dzgzio.h"
 #include "dzmainwindow.h"
 #include "dzplugin.h"
 #include "dzprogress.h"
 #include "dzscene.h"
+#include "dzscript.h"
+#include "dzundostack.h"
 
 #include <QAccessibleWidget>
 #include <QCheckBox>
+#include <QCursor>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -88,6 +93,89 @@ QString fillIn()
         .arg(check->isChecked() ? "on" : "off", edit->text(), second->isChecked() ? "ZYX" : "XYZ");
 }
 
+QGroupBox* radioGroup(const QString& title, QRadioButton* (&buttons)[2])
+{
+    QGroupBox* group = new QGroupBox(title);
+    QVBoxLayout* layout = new QVBoxLayout(group);
+    for (int i = 0; i < 2; ++i) {
+        buttons[i] = new QRadioButton(i == 0 ? "Near" : "Far");
+        layout->addWidget(buttons[i]);
+    }
+    return group;
+}
+
+QString chosen(QRadioButton* const (&buttons)[2])
+{
+    return buttons[0]->isChecked() ? "near" : buttons[1]->isChecked() ? "far" : "none";
+}
+
+QString choose()
+{
+    DzBasicDialog dialog(dzApp->getInterface(), "Trial Choice");
+    dialog.setWindowTitle("Trial Choice");
+    QRadioButton *left[2], *right[2];
+    dialog.addWidget(radioGroup("Left", left));
+    QGroupBox* group = radioGroup("Right", right);
+    group->setCheckable(true);
+    group->setChecked(false);
+    dialog.addWidget(group);
+    if (!dialog.exec())
+        return "cancelled";
+    return QString("chosen %1 %2 %3")
+        .arg(chosen(left), chosen(right), group->isChecked() ? "on" : "off");
+}
+
+QString count()
+{
+    DzProgress progress("Counting", 3, false);
+    for (int i = 0; i < 3 && !progress.isCancelled(); ++i)
+        progress.step();
+    return progress.isCancelled() ? "cancelled count" : "counted";
+}
+
+QString runScript()
+{
+    DzScript script;
+    script.addLine("1 + 1;");
+    return script.execute() ? "executed" : "not executed";
+}
+
+QString moveOnce() // one step of undo
+{
+    DzNode* node = dzScene->getPrimarySelection();
+    const int before = dzUndoStack->getNumUndoItems();
+    DzUndoStackHold hold;
+    node->getXPosControl()->setValue(node->getXPosControl()->getValue() + 1);
+    hold.accept("Move");
+    return QString("steps %1").arg(dzUndoStack->getNumUndoItems() - before);
+}
+
+QString moveInWorld() // sets values within the host
+{
+    dzScene->getPrimarySelection()->setWSPos(DzVec3(7, 8, 9));
+    const float x = dzScene->getPrimarySelection()->getXPosControl()->getValue();
+    return QString("at %1").arg(double(x));
+}
+
+QString readPacked()
+{
+    const QString path = dzApp->getTempPath() + "/trial.gz";
+    QFile out(path);
+    DzGzIO writer(&out);
+    if (!writer.open(QIODevice::WriteOnly) || writer.write("packed") != 6)
+        return "not packed";
+    writer.close();
+    QFile in(path);
+    DzGzIO reader(&in);
+    return reader.open(QIODevice::ReadOnly) ? "read " + QString::fromLatin1(reader.readAll())
+                                            : "not opened";
+}
+
+QString lookForFile()
+{
+    return QFile::exists(dzApp->getDataFolderPath() + "/trial.dat") ? "there" : "not there";
+}
+
 QString work()
 {
     DzProgress progress("Working", 20, true);
@@ -119,7 +207,8 @@ QString showAddress()
     return "shown";
 }
 
-QString startTimers(); // below
+QString startTimers(); // these two below
+QString tellPointer();
 
 const Doing kDoings[] = {
     {"ask", ask},
@@ -132,6 +221,14 @@ const Doing kDoings[] = {
     {"find action", findAction},
     {"show address", showAddress},
     {"start timer", startTimers},
+    {"choose", choose},
+    {"count", count},
+    {"run script", runScript},
+    {"move once", moveOnce},
+    {"move in world", moveInWorld},
+    {"read packed", readPacked},
+    {"look for file", lookForFile},
+    {"pointer", tellPointer},
 };
 const int kDoingCount = int(std::size(kDoings));
 const int kButtonHeightPx = 20;
@@ -142,6 +239,12 @@ QString startTimers()
 {
     g_pane->findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly).at(0)->start(3000);
     return "started";
+}
+
+QString tellPointer()
+{
+    const QPoint pos = g_pane->mapFromGlobal(QCursor::pos());
+    return QString("%1,%2 %3").arg(pos.x()).arg(pos.y()).arg(g_pane->underMouse() ? "on" : "off");
 }
 
 QRect buttonRect(int i)
@@ -297,7 +400,7 @@ void TrialPane::paintEvent(QPaintEvent*)
     painter.drawPixmap(240, 10, icon);
     painter.translate(120, 50);
     painter.setPen(QColor(128, 128, 128));
-    painter.drawText(QRect(0, 0, 300, 1000), Qt::AlignLeft, m_lines.join("\n"));
+    painter.drawText(QRect(0, 0, 300, 20000), Qt::AlignLeft, m_lines.join("\n"));
 }
 
 static QString pressText(const char* what, const QMouseEvent* event)

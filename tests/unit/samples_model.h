@@ -164,14 +164,12 @@ inline QByteArray unpacked(QFile* file)
         return bytes;
     file->seek(0);
     DzGzIO gzip(file);
+    gzip.open(QIODevice::ReadOnly);
     QByteArray text;
     char block[4096];
-    for (qint64 n; gzip.open(QIODevice::ReadOnly) || gzip.isOpen();) {
-        n = gzip.read(block, sizeof block);
-        if (n <= 0)
-            break;
-        text.append(block, int(n));
-    }
+    qint64 count = 0;
+    while ((count = gzip.read(block, sizeof block)) > 0) // of a damaged file what there is
+        text.append(block, int(count));
     return text;
 }
 
@@ -250,7 +248,7 @@ inline Q localTurn(const Preset& preset, const Bone& bone)
     return bone.orientation * turn * conjugate(bone.orientation);
 }
 
-// Of both ends of every bone; scale: of the figure.
+// Of both ends of every bone but the soft ones; scale: of the figure.
 inline double lowestPoint(const Preset& preset, double scale)
 {
     std::vector<Q> turns;
@@ -268,8 +266,9 @@ inline double lowestPoint(const Preset& preset, double scale)
         }
         places.push_back(place);
         turns.push_back(turn);
-        lowest = std::min(lowest, (place + turned(turn, bone.end - bone.center)).y);
-        lowest = std::min(lowest, place.y);
+        const double endY = (place + turned(turn, bone.end - bone.center)).y;
+        if (!bone.name.endsWith("Pectoral"))
+            lowest = std::min(lowest, std::min(place.y, endY));
     }
     return lowest * scale;
 }

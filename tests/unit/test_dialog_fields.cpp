@@ -74,6 +74,8 @@ private slots:
     void labelsLoseTheirMnemonics();
     void tellsWhatTheUserSees();
     void setsEachKindByItsName();
+    void tellsEqualLabelsApartByTheirGroups();
+    void switchesGroupsByTheirTitle();
     void refusesWhatIsNotThere();
     void findsButtonsInAnyCase();
 };
@@ -116,7 +118,9 @@ void TestDialogFields::tellsWhatTheUserSees()
     QCOMPARE(valueOf(fields, "Name"), QVariant("x"));
     QCOMPARE(valueOf(fields, "Colour"), QVariant("red"));
     QCOMPARE(valueOf(fields, "Count"), QVariant("0"));
-    QCOMPARE(fields.size(), 8);
+    QCOMPARE(valueOf(fields, "Order/XYZ"), QVariant(true));
+    QCOMPARE(valueOf(fields, "Order/ZYX"), QVariant(false));
+    QCOMPARE(fields.size(), 10);
     QCOMPARE(buttonLabels(&sample), QStringList {"Accept"});
 }
 
@@ -142,6 +146,62 @@ void TestDialogFields::setsEachKindByItsName()
     QCOMPARE(sample.spin->value(), 42);
     QVERIFY(setDialogField(&sample, "XYZ", true));
     QVERIFY(sample.first->isChecked());
+}
+
+// Two groups of the same two radio buttons, the second of which can be switched off.
+class Twins : public QDialog {
+public:
+    QRadioButton* radios[2][2];
+    QGroupBox* groups[2];
+
+    Twins()
+    {
+        QVBoxLayout* all = new QVBoxLayout(this);
+        for (int i = 0; i < 2; ++i) {
+            groups[i] = new QGroupBox(i == 0 ? "&Left" : " Right ");
+            all->addWidget(groups[i]);
+            QVBoxLayout* layout = new QVBoxLayout(groups[i]);
+            for (int k = 0; k < 2; ++k) {
+                radios[i][k] = new QRadioButton(k == 0 ? "&A" : "B/C");
+                layout->addWidget(radios[i][k]);
+            }
+        }
+        groups[1]->setCheckable(true);
+        groups[1]->setChecked(false);
+    }
+};
+
+void TestDialogFields::tellsEqualLabelsApartByTheirGroups()
+{
+    Twins twins;
+    QCOMPARE(valueOf(dialogFields(&twins), "Left"), QVariant(QString())); // none is chosen
+    QVERIFY(setDialogField(&twins, "Left/B/C", true));
+    QCOMPARE(valueOf(dialogFields(&twins), "Left"), QVariant("B/C"));
+    QCOMPARE(valueOf(dialogFields(&twins), "Left/B/C"), QVariant(true));
+    QCOMPARE(valueOf(dialogFields(&twins), "Right/B/C"), QVariant(false));
+    QVERIFY(setDialogField(&twins, "&Left/&A", true));
+    QVERIFY(twins.radios[0][0]->isChecked());
+    QVERIFY(!setDialogField(&twins, "Middle/A", true));
+}
+
+void TestDialogFields::switchesGroupsByTheirTitle()
+{
+    Twins twins;
+    QSignalSpy clicked(twins.groups[1], SIGNAL(clicked(bool)));
+    QCOMPARE(valueOf(dialogFields(&twins), " Right "), QVariant(false));
+    QVERIFY(setDialogField(&twins, "Right", true));
+    QVERIFY(setDialogField(&twins, "Right", true)); // as it is
+    QVERIFY(twins.groups[1]->isChecked());
+    QCOMPARE(clicked.count(), 1);
+    QVERIFY(setDialogField(&twins, "Right", "B/C"));
+    QVERIFY(twins.radios[1][1]->isChecked());
+    QCOMPARE(valueOf(dialogFields(&twins), " Right "), QVariant(true));
+    QVERIFY(setDialogField(&twins, "Right", false));
+    QVERIFY(!twins.groups[1]->isChecked());
+    QVERIFY(!setDialogField(&twins, "Right/A", true)); // cannot be pressed now
+    QVERIFY(!setDialogField(&twins, "Left", true)); // cannot be switched
+    twins.groups[1]->setEnabled(false);
+    QVERIFY(!setDialogField(&twins, "Right", true));
 }
 
 void TestDialogFields::refusesWhatIsNotThere()

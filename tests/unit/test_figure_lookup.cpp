@@ -35,7 +35,6 @@ private slots:
     void walksSkipWhatIsMissing();
     void walksOfNothingAreEmpty();
     void driversComeBeforeWhatTheyDrive();
-    void driversInACircleEnd();
     void onlyAcceptedDriversAreFollowed();
 };
 
@@ -277,15 +276,6 @@ void TestFigureLookup::driversComeBeforeWhatTheyDrive()
     Properties::link(&p.a, &p.b);
     const std::vector<DzFloatProperty*> wanted = {&p.a, &p.b, &p.c};
     QVERIFY(driversFirst(&p.c, anyDriver) == wanted);
-}
-
-void TestFigureLookup::driversInACircleEnd()
-{
-    Properties p;
-    Properties::link(&p.a, &p.b);
-    Properties::link(&p.b, &p.a);
-    const std::vector<DzFloatProperty*> wanted = {&p.a, &p.b};
-    QVERIFY(driversFirst(&p.b, anyDriver) == wanted);
 }
 
 void TestFigureLookup::onlyAcceptedDriversAreFollowed()

@@ -152,44 +152,60 @@ void TestPageLayout::tableIsTheDesign()
     }
 }
 
+static QString text(const QRectF& r)
+{
+    return QStringLiteral("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+}
+
+// Pictures that a repaint draws, in order.
+static QStringList paintedRects(QWidget* canvas)
+{
+    QStringList rects;
+    for (const DrawRecord& r : recordRepaint(canvas))
+        if (QByteArray(r.kind) == "pixmap" || QByteArray(r.kind) == "image")
+            rects << text(r.rect);
+    return rects;
+}
+
+static QRect maybeGrown(const QRect& r, const QPoint& pointer)
+{
+    return r.contains(pointer) ? grown(r) : r;
+}
+
 void TestPageLayout::paintedAndHitRectanglesAgreeAtAnySize()
 {
     Random random(17);
     Canvas canvas;
     for (int n = 0; n < 500; ++n) {
-        const QSize size(60 + random.below(340), 120 + random.below(680));
+        const bool large = n % 50 == 0;
+        const QSize size(
+            60 + random.below(large ? 1020 : 340), 120 + random.below(large ? 2040 : 680));
         const int page = 1 << random.below(3);
         const bool areas = page == 4 && random.below(2);
         showPage(page, areas ? 8 : random.below(8));
         canvas.resize(size);
+        const QRect banner = pixels(size, 0, 0, 512, 202);
+        const QRect link
+            = page == 4 ? pixels(size, 25, 810, 462, 100) : pixels(size, 25, 730, 462, 180);
         for (int k = 0; k < 20; ++k) {
             const QPoint pointer(random.below(size.width()), random.below(size.height()));
             updateHover(size, pointer);
             const QVector<Shape> shapes = expectedShapes(page, areas, size, pointer);
-            QSet<QString> painted;
-            if (k < 3) // a repaint draws every button: three of the twenty tell
-                for (const DrawRecord& r : recordRepaint(&canvas))
-                    if (QByteArray(r.kind) == "pixmap" || QByteArray(r.kind) == "image")
-                        painted.insert(QStringLiteral("%1 %2 %3 %4")
-                                           .arg(r.rect.x())
-                                           .arg(r.rect.y())
-                                           .arg(r.rect.width())
-                                           .arg(r.rect.height()));
+            QStringList painted = paintedRects(&canvas);
+            QVERIFY(painted.removeOne(text(maybeGrown(banner, pointer))));
+            QVERIFY(painted.removeOne(text(maybeGrown(link, pointer))));
             for (const Shape& s : shapes) {
-                const QString rect = QStringLiteral("%1 %2 %3 %4")
-                                         .arg(s.drawn.x())
-                                         .arg(s.drawn.y())
-                                         .arg(s.drawn.width())
-                                         .arg(s.drawn.height());
-                if (k < 3)
-                    QVERIFY2(painted.contains(rect),
-                        qPrintable(QStringLiteral("%1: %2").arg(s.number).arg(rect)));
+                QVERIFY2(painted.removeOne(text(s.drawn)), qPrintable(QString::number(s.number)));
                 for (const QPoint& p : {s.hit.topLeft(), s.hit.bottomRight(), s.hit.center(),
                          s.hit.topLeft() - QPoint(1, 1), s.hit.bottomRight() + QPoint(1, 1)})
                     QCOMPARE(buttonAt(size, Page(page), p, pointer), expectedHit(shapes, p));
             }
+            QCOMPARE(painted.size(), page == 4 ? 1 : 0); // the body, or which poses are browsed
             const QPoint anywhere(random.below(size.width()), random.below(size.height()));
             QCOMPARE(buttonAt(size, Page(page), anywhere, pointer), expectedHit(shapes, anywhere));
+            const QRect grownLink = maybeGrown(link, pointer);
+            for (const QPoint& p : {grownLink.topLeft(), grownLink.bottomRight()})
+                QCOMPARE(linkAt(size, Page(page), p, pointer), int(LinkButton));
         }
     }
 }

@@ -407,8 +407,8 @@ void TestSamples::everyCategoryHasPoses()
     for (const CategoryRow& row : categories()) {
         const long count = std::count_if(kept.begin(), kept.end(),
             [&](const Candidate& each) { return isIn(each.signature, row); });
-        qDebug("%s: %ld", row.name, count);
-        QVERIFY2(count >= kLeastPerCategory, row.name);
+        QVERIFY2(
+            count >= kLeastPerCategory, qPrintable(QString("%1: %2").arg(row.name).arg(count)));
     }
 }
 
