@@ -28,7 +28,7 @@ click(197, 317); // the picker
 click(254, 336); // sitting poses
 for (var i = 0; i < 3; ++i)
     click(430, 470);
-Bench.move(PANE, 1, 1);
+Bench.move(PANE, 1, 700);
 Bench.grab(MainWindow, OUT + "../posebench.png");
 
 picturesOf("page_browsing");
