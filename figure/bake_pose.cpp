@@ -37,12 +37,16 @@ static void rememberPlaces(const DzNode* figure, FigureScope part, DzTime time)
     }
 }
 
-static std::vector<DzFloatProperty*> controlsDriving(
-    const DzNode* figure, const std::vector<FigureBone>& bones)
+static BoneSet numbersOf(const std::vector<FigureBone>& bones)
 {
-    BoneSet driven;
+    BoneSet numbers;
     for (const FigureBone& each : bones)
-        driven.set(each.number);
+        numbers.set(each.number);
+    return numbers;
+}
+
+static std::vector<DzFloatProperty*> controlsDriving(const DzNode* figure, const BoneSet& driven)
+{
     std::vector<DzFloatProperty*> driving;
     for (const FigureControl& each : controlsOf(figure)) {
         if ((bonesDrivenBy(each.number) & driven).any())
@@ -64,15 +68,16 @@ static void zeroControls(const std::vector<DzFloatProperty*>& controls, DzTime t
     }
 }
 
-// Parents first. What is still in its place is not written: a round trip through rotation or scale
-// leaves noise and keys.
-static void putBack(const DzNode* figure, FigureScope part, DzTime time)
+// Parents first, each bone whole before the bones below it: a world scale may depend on the turns
+// above. What is still in its place is not written: a round trip through rotation or scale leaves
+// noise and keys.
+static void putBack(const DzNode* figure, const BoneSet& part, DzTime time)
 {
     for (const FigureBone& each : bonesOf(figure)) {
         if (each.bone->getWSScale(time) != g_scale_world[each.number])
             each.bone->setWSScale(time, g_scale_world[each.number]);
-    }
-    for (const FigureBone& each : bonesOf(figure, part)) {
+        if (!part.test(each.number))
+            continue;
         if (each.bone->getWSRot(time) != g_rot_world[each.number])
             each.bone->setWSRot(time, g_rot_world[each.number]);
         if (each.bone->getWSPos(time) != g_posCm_world[each.number])
@@ -102,8 +107,9 @@ void bakePose(DzNode* figure, int mouseButton)
     const FigureScope part = mouseButton == BakeFace ? FigureScope::Face : FigureScope::Body;
     setPartLimits(skeleton, part, false);
     rememberPlaces(skeleton, part, time);
-    zeroControls(controlsDriving(skeleton, bonesOf(skeleton, part)), time);
-    putBack(skeleton, part, time);
+    const BoneSet bones = numbersOf(bonesOf(skeleton, part));
+    zeroControls(controlsDriving(skeleton, bones), time);
+    putBack(skeleton, bones, time);
     setPartLimits(skeleton, part, true);
 }
 

@@ -13,6 +13,7 @@
 #include "dzskeleton.h"
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -37,6 +38,7 @@ const char* const kFaceCorrectives[] = {
     "eCTRLTongueNarrow-Wide",
     "PHMNoseCompression_HD_div2",
 };
+static_assert(std::size(kFaceCorrectives) == 10, "correctives of the face");
 
 const struct CorrectivePair {
     const char* bone; // part of the bone's name
@@ -47,6 +49,7 @@ const struct CorrectivePair {
     {"lPectoral", {"pPBMlBreastsFlatten", "pPBMlBreastsHangForward"}},
     {"rPectoral", {"pPBMrBreastsFlatten", "pPBMrBreastsHangForward"}},
 };
+static_assert(std::size(kBodyCorrectives) == 4, "two correctives a bone, eight in all");
 
 struct LocalPlacement {
     DzMatrix3 scale;

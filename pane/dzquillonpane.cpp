@@ -42,6 +42,7 @@ using namespace quillon;
 static void resetProcessState()
 {
     resetFigureKind();
+    forgetLimits();
     pluginSettings() = PluginSettings();
     pageState() = PageState();
     browseState() = BrowseState();
@@ -242,4 +243,9 @@ void DzQuillonPane::leaveEvent(QEvent*)
 {
     if (leaveHover(size()))
         update();
+}
+
+bool DzQuillonPane::focusNextPrevChild(bool)
+{
+    return false;
 }

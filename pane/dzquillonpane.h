@@ -26,6 +26,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override; // never: Tab is the host's, too
 
 private:
     void createTimers();

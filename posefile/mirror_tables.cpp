@@ -4,6 +4,7 @@
 #include "figure/figure_kind.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quillon {
 
@@ -42,6 +43,12 @@ static const char* const kNegatedBody[] = {
     "pCTRLBreastsSide-Side",
     "pCTRLWaistTwist",
 };
+
+static_assert(std::size(kPairedLimbs) == 12, "arm and leg controls");
+static_assert(std::size(kPairedBiceps) == 2, "one for each arm");
+static_assert(std::size(kNegatedFaceG8) == 4, "side-to-side controls of the face");
+static_assert(std::size(kNegatedFaceG81) == 1, "side-to-side controls of the face");
+static_assert(std::size(kNegatedBody) == 5, "side-to-side and twist controls of the body");
 
 template <int count> static void append(const char* const (&names)[count], NameList* out)
 {

@@ -8,8 +8,6 @@
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
-#include "dzmorph.h"
-#include "dzobject.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
 
@@ -49,23 +47,13 @@ static void lockAndKeep(DzFloatProperty* channel, DzTime time)
     channel->lock(true);
 }
 
+// Properties of the figure node only; pure shapes are left out.
 static void lockControls(const DzSkeleton* figure, DzTime time)
 {
     for (int i = 0; i < figure->getNumProperties(); ++i) {
         DzFloatProperty* property = qobject_cast<DzFloatProperty*>(figure->getProperty(i));
         if (property && isOfLockedPart(property->getName(), controlInPart))
             lockAndKeep(property, time);
-    }
-}
-
-// Controls that are shapes only. Without them a kept expression would be half of one.
-static void lockShapes(const DzSkeleton* figure, DzTime time)
-{
-    const DzObject* object = figure->getObject();
-    for (int i = 0; object && i < object->getNumModifiers(); ++i) {
-        const DzMorph* morph = qobject_cast<DzMorph*>(object->getModifier(i));
-        if (morph && isOfLockedPart(morph->getName(), controlInPart))
-            lockAndKeep(morph->getValueChannel(), time);
     }
 }
 
@@ -100,7 +88,6 @@ void setPartLocks(DzNode* figure, bool on)
     if (!on)
         return releaseLocked(time);
     lockControls(skeleton, time);
-    lockShapes(skeleton, time);
     lockBones(skeleton, time);
 }
 

@@ -55,11 +55,12 @@ bool applyPoseFile(const QString& path, bool resetFirst)
 // ---- key bones
 
 // clang-format off
-const char* const kKeyBones[kKeyBoneCount] = {
+const char* const kKeyBones[] = {
     "lShin", "rShin", "lThighBend", "rThighBend", "pelvis", "lForearmBend", "rForearmBend",
     "lShldrBend", "rShldrBend", "lCollar", "rCollar", "chestUpper", "chestLower",
     "abdomenUpper", "abdomenLower", "hip"};
 // clang-format on
+static_assert(sizeof kKeyBones / sizeof *kKeyBones == kKeyBoneCount, "none is missing");
 
 namespace {
 

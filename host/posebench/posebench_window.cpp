@@ -22,7 +22,7 @@ static const QSize kWindowPx(1500, 950);
 static const int kLeftPx = 420; // room for a pane of 400 x 800
 static const int kRightPx = 320;
 static const int kScenePx = 330;
-static const int kTimelinePx = 86;
+static const int kTimelinePx = 122;
 static const int kMessageMs = 8000;
 
 PoseBenchWindow::PoseBenchWindow()

@@ -176,7 +176,7 @@ assert(/index\.htm$/.test(Bench.urls().slice(-1)[0]), Bench.urls().slice(-1)[0])
 click(400, "left");
 eq(Bench.urls().length - urls, 1, "the banner opens none while it is hidden");
 
-["a", "Delete", "Space", "Escape"].forEach(function (key) {
+["a", "Delete", "Space", "Escape", "Tab"].forEach(function (key) {
     eq(Bench.key(PANE, key), false, "key " + key + " is left to the host");
 });
 

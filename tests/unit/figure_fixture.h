@@ -150,8 +150,19 @@ inline QString firstDifference(const FigureState& before, const FigureState& aft
         QVERIFY2(difference.isEmpty(), qPrintable(difference));                                    \
     } while (false)
 
-// Every lock is still there, and what it held kept its raw value; bone translations may change.
-inline QString lostLock(const FigureState& before, const FigureState& after)
+// A channel that "Bone Translations" moves although it is locked.
+inline bool isFreedByBoneTranslations(const DzFloatProperty* channel)
+{
+    const auto* bone = qobject_cast<const DzBone*>(channel->getOwner());
+    return bone && isTranslatableBone(bone->getName())
+        && channel->getName().endsWith(QLatin1String("Translate"));
+}
+
+enum class LocksLifted { None, ByBoneTranslations };
+
+// Every lock is still there, and what it held kept its raw value, unless the tool lifts that lock.
+inline QString lostLock(const FigureState& before, const FigureState& after,
+    LocksLifted lifted = LocksLifted::None)
 {
     for (size_t i = 0; i < before.size(); ++i) {
         const ChannelState &a = before[i], &b = after[i];
@@ -159,7 +170,9 @@ inline QString lostLock(const FigureState& before, const FigureState& after)
             continue;
         if (!b.locked)
             return a.path + QLatin1String(" is no longer locked");
-        if (a.keys != b.keys && !a.property->getName().endsWith(QLatin1String("Translate")))
+        if (lifted == LocksLifted::ByBoneTranslations && isFreedByBoneTranslations(a.property))
+            continue;
+        if (a.keys != b.keys)
             return a.path + QLatin1String(" changed under its lock");
     }
     return QString();

@@ -10,8 +10,9 @@
 using namespace quillon;
 
 static const float kZeroThreshold = 1.1920929e-07f;
-// A locked control goes on driving its bones; the channel holds the opposite of its share, up to
-// some 100 degrees in single precision.
+// Of the run with random locks, which is about the locks: a locked control goes on driving its
+// bones, and a channel that it drives holds the opposite of its share, up to some 100 degrees in
+// single precision. Without locks every value has to be exactly 0.
 static const float kLockedShareTolerance = 1e-5f;
 
 class TestResetPose : public QObject {
