@@ -162,7 +162,8 @@ static_assert(std::size(kToeFootControls) == 24, "toe and foot controls, exact")
 static_assert(std::size(kFootControls) == 16, "foot controls");
 static_assert(std::size(kLeftHandControls) == 17, "controls of one hand");
 static_assert(std::size(kRightHandControls) == 17, "controls of one hand");
-static_assert(std::size(kUpperBodyBones) == 20, "bones of torso, neck, head and arms, with the hip");
+static_assert(
+    std::size(kUpperBodyBones) == 20, "bones of torso, neck, head and arms, with the hip");
 static_assert(std::size(kLegBones) == 8, "bones of both legs, with hip and pelvis");
 static_assert(std::size(kFeetBones) == 26, "bones of both feet");
 static_assert(std::size(kLeftHandBones) == 20, "bones of one hand");

@@ -68,32 +68,30 @@ static std::vector<ChannelState> stateOf(const DzSkeleton* figure, DzTime time)
     return state;
 }
 
-static void showReference(DzSkeleton* figure)
+static bool isReferenceMemorized()
 {
-    const QString path = referencePosePath();
-    if (!QFileInfo(path).isFile())
-        return;
-    releaseBrowsingLimits(figure);
-    const bool resetFirst = true;
-    applyPoseFile(path, resetFirst);
-    enforceBrowsingLimits(figure);
+    return QFileInfo(referencePosePath()).isFile();
 }
 
-// The pose that the tables are taken from.
-static void takeStartPose(int type, DzSkeleton* figure)
+// Over the cleared figure, whose place and facing it takes.
+static void showReference(DzSkeleton* figure, DzTime time)
 {
-    if (type == ReferencePose)
-        showReference(figure);
-    else
-        clearUnlockedParts(figure);
+    releaseBrowsingLimits(figure);
+    const bool resetFirst = true;
+    applyPoseFile(referencePosePath(), resetFirst);
+    putBackRotationUnderHip(time);
+    putBackPlace(time);
+    turnToStoredFacing(figure, time);
+    enforceBrowsingLimits(figure);
+    buildYawTable(ReferencePose, figure, time);
 }
 
 static void takeTables(int type, DzSkeleton* figure, DzTime time)
 {
-    deriveFigureFacing(figure, type, time);
     hipChanged(figure, StoreHip, time);
     setPartReferences(type, figure, time);
     setSimilarityFilters(type);
+    notePlaceLeft(time);
     g_type = type;
 }
 
@@ -106,20 +104,34 @@ static bool hasMoved(DzSkeleton* figure, DzTime time)
 // it; else it would face another way after every change of the type.
 static void findPlace(DzSkeleton* figure, DzTime time)
 {
-    if (hasMoved(figure, time))
+    if (!isPlaceAsLeft(figure, time))
         rememberPlace(figure, time);
     putBackRotation(time);
     putBackPlace(time);
 }
 
-bool setUpFor(int type, DzSkeleton* figure, DzTime time)
+static void takeStartPose(int type, DzSkeleton* figure, DzTime time)
 {
-    const std::vector<ChannelState> before = stateOf(figure, time);
-    DzUndoStackHold hold;
     findPlace(figure, time);
-    takeStartPose(type, figure);
+    clearUnlockedParts(figure);
     putBackRotationUnderHip(time);
     putBackPlace(time);
+    deriveFigureFacing(figure, type, time);
+    if (type == ReferencePose)
+        showReference(figure, time);
+}
+
+bool setUpFor(int type, DzSkeleton* figure, DzTime time)
+{
+    if (type == ReferencePose && !isReferenceMemorized()) { // the figure as it stands
+        rememberPlace(figure, time);
+        deriveFigureFacing(figure, type, time);
+        takeTables(type, figure, time);
+        return false;
+    }
+    const std::vector<ChannelState> before = stateOf(figure, time);
+    DzUndoStackHold hold;
+    takeStartPose(type, figure, time);
     takeTables(type, figure, time);
     const bool changed = !(stateOf(figure, time) == before);
     if (changed)

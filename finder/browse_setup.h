@@ -12,10 +12,10 @@ namespace quillon {
 bool isSetUpFor(int type); // whichever figure it was
 void forgetSetUp(); // the figure's place is remembered on
 
-// Clears the figure's pose, or shows the reference pose for the type that looks for it (the figure
-// as it stands when none is memorized), and takes all tables from it. The figure keeps its place
-// and faces as it did, before the last pose as after it. True when the figure was changed; that is
-// one undo step.
+// Clears the figure's pose and takes all tables from it. For the type that looks for the reference
+// pose that pose is shown then, and yaw table and part references are taken from it; when none is
+// memorized, all is taken from the figure as it stands. The figure keeps its place and faces as it
+// did. True when the figure was changed; that is one undo step.
 bool setUpFor(int type, DzSkeleton* figure, DzTime time);
 
 // When the user has moved the figure since, or chosen another: takes type, facing, yaw table and

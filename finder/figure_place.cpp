@@ -6,6 +6,7 @@
 #include "posefile/pose_channels.h"
 
 #include "dzbone.h"
+#include "dzfloatproperty.h"
 #include "dzskeleton.h"
 
 #include <QPointer>
@@ -26,6 +27,7 @@ struct FigurePlace {
     QPointer<DzBone> hip;
     KeptChannels rotation; // of the figure
     KeptChannels place; // position and scale of the figure, then of the hip
+    std::vector<float> left; // stored values of all these channels after the last change of ours
 };
 
 } // namespace
@@ -63,6 +65,26 @@ void forgetPlace()
 bool isPlaceOf(const DzSkeleton* figure)
 {
     return figure && g_place.figure == figure && g_place.hip && g_place.hip == hipOf(figure);
+}
+
+static std::vector<float> presentValues(DzTime time)
+{
+    std::vector<float> values;
+    for (const KeptChannels* channels : {&g_place.rotation, &g_place.place})
+        for (const KeptValue& each : *channels)
+            values.push_back(each.channel->getRawValue(time));
+    return values;
+}
+
+void notePlaceLeft(DzTime time)
+{
+    if (isPlaceOf(g_place.figure))
+        g_place.left = presentValues(time);
+}
+
+bool isPlaceAsLeft(const DzSkeleton* figure, DzTime time)
+{
+    return isPlaceOf(figure) && !g_place.left.empty() && g_place.left == presentValues(time);
 }
 
 static bool isPlaceLive()

@@ -16,6 +16,11 @@ void rememberPlace(DzSkeleton* figure, DzTime time);
 void forgetPlace();
 bool isPlaceOf(const DzSkeleton* figure); // and it still has the hip that it had
 
+// What the Pose Finder itself leaves of the figure's place, and whether that is still there to the
+// bit. False when nothing was noted, or for another figure.
+void notePlaceLeft(DzTime time);
+bool isPlaceAsLeft(const DzSkeleton* figure, DzTime time);
+
 // The following do nothing when no place is remembered, or its figure is gone.
 
 void putBackRotation(DzTime time);

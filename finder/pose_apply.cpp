@@ -107,6 +107,7 @@ void applyCurrentPose(DzSkeleton* figure, DzTime time, SearchDirection direction
     turnToStoredFacing(figure, time);
     enforceBrowsingLimits(figure);
     hipChanged(figure, StoreHip, time);
+    notePlaceLeft(time);
     refreshCurrentRank();
     hold.accept(QLatin1String(kUndoCaption));
     countSceneChange();
@@ -129,6 +130,7 @@ void mirrorCurrentPose(DzSkeleton* figure, DzTime time)
     mirrorWholePose(figure, time);
     turnToStoredFacing(figure, time);
     hipChanged(figure, StoreHip, time);
+    notePlaceLeft(time);
     hold.accept(QLatin1String(kUndoCaption));
     countSceneChange();
 }

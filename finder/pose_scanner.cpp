@@ -115,7 +115,8 @@ static void letCancelBePressed(QElapsedTimer* sinceEvents)
 static bool walkDirectory(DzProgress* progress, const QString& directory)
 {
     const QStringList names(QLatin1String("*.duf")); // in any case
-    QDirIterator files(directory, names, QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator files(
+        directory, names, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
     QElapsedTimer sinceEvents;
     sinceEvents.start();
     while (files.hasNext() && poseCount() < kPoseIndexCapacity) {

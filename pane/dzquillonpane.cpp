@@ -2,6 +2,7 @@
 
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
+#include "figure/pose_limits.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"

@@ -177,12 +177,12 @@ bool toggleRankFilter(const PressContext& press)
 
 bool toggleMirrored(const PressContext& press)
 {
-    if (!press.figure || !poseEntry(pluginSettings().currentPose))
+    if (!canSearch(press) || !poseEntry(pluginSettings().currentPose))
         return false;
     const PressHold hold;
     reapplyCurrentPose(press.figure, press.time);
     pageState().mirrored = !pageState().mirrored;
-    if (pageState().mirrored && hipOf(press.figure))
+    if (pageState().mirrored)
         mirrorCurrentPose(press.figure, press.time);
     countMatches();
     return true;

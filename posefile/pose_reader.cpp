@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace quillon {
 
@@ -60,7 +61,7 @@ const char* const kKeyBones[] = {
     "lShldrBend", "rShldrBend", "lCollar", "rCollar", "chestUpper", "chestLower",
     "abdomenUpper", "abdomenLower", "hip"};
 // clang-format on
-static_assert(sizeof kKeyBones / sizeof *kKeyBones == kKeyBoneCount, "none is missing");
+static_assert(std::size(kKeyBones) == kKeyBoneCount, "none is missing");
 
 namespace {
 

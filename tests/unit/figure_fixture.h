@@ -161,8 +161,8 @@ inline bool isFreedByBoneTranslations(const DzFloatProperty* channel)
 enum class LocksLifted { None, ByBoneTranslations };
 
 // Every lock is still there, and what it held kept its raw value, unless the tool lifts that lock.
-inline QString lostLock(const FigureState& before, const FigureState& after,
-    LocksLifted lifted = LocksLifted::None)
+inline QString lostLock(
+    const FigureState& before, const FigureState& after, LocksLifted lifted = LocksLifted::None)
 {
     for (size_t i = 0; i < before.size(); ++i) {
         const ChannelState &a = before[i], &b = after[i];

@@ -312,6 +312,47 @@ void TestBakePose::worldPlacesStayWithoutLimits()
     }
 }
 
+static std::vector<DzFloatProperty*> channelsAndControls(const DzFigure* figure)
+{
+    std::vector<DzFloatProperty*> all;
+    for (const FigureBone& each : bonesOf(figure)) {
+        const PoseChannels channels = poseChannelsOf(each.bone);
+        all.insert(all.end(), std::begin(channels.channel), std::end(channels.channel));
+    }
+    for (const FigureControl& each : controlsOf(figure))
+        all.push_back(each.property);
+    return all;
+}
+
+static std::vector<DzFloatProperty*> clampedOnes(const DzFigure* figure)
+{
+    std::vector<DzFloatProperty*> clamped;
+    for (DzFloatProperty* each : channelsAndControls(figure)) {
+        if (each->isClamped())
+            clamped.push_back(each);
+    }
+    return clamped;
+}
+
+static QString nameOf(const DzFloatProperty* property)
+{
+    const DzBase* owner = qobject_cast<DzBase*>(property->getOwner());
+    return (owner ? owner->getName() : QString()) + s("/") + property->getName();
+}
+
+// The value that is stored, too, where nothing adds to it: it would come out with the limits off.
+static QString firstOutOfRange(const std::vector<DzFloatProperty*>& clamped)
+{
+    for (const DzFloatProperty* each : clamped) {
+        const float min = each->getMin(), max = each->getMax(), stored = each->getRawValue();
+        const bool value = each->getValue() >= min && each->getValue() <= max;
+        const bool raw = stored >= min - 1e-4f && stored <= max + 1e-4f;
+        if (!value || (!raw && !each->hasControllers()))
+            return nameOf(each);
+    }
+    return QString();
+}
+
 void TestBakePose::noChannelLeavesItsLimits_data()
 {
     addFiguresAndButtons();
@@ -325,10 +366,15 @@ void TestBakePose::noChannelLeavesItsLimits()
     const DzUndoStackLock unrecorded;
     setPoseLimits(f.figure, true, BodyLimits | FaceLimits);
     setBodyControlLimits(f.figure, true, false);
+    const std::vector<DzFloatProperty*> clamped = clampedOnes(f.figure);
+    QVERIFY(clamped.size() > 170 * 3 + 100); // every rotation and the controls; no translation
     Random random(33 + button);
     for (int i = 0; i < 200; ++i) {
         poseAtRandom(&random, f.figure);
         bakePose(f.figure, button);
+        const QString out = firstOutOfRange(clamped);
+        QVERIFY2(out.isEmpty(), qPrintable(out));
+        QVERIFY(clampedOnes(f.figure) == clamped);
         for (const FigureBone& each : bonesOf(f.figure, partOf(button))) {
             const PoseChannels channels = poseChannelsOf(each.bone);
             for (int axis = 0; axis < 3; ++axis) {

@@ -212,6 +212,46 @@ private slots:
         QCOMPARE(m_finder->currentTitle(), QString("sit"));
     }
 
+    void referenceTypeWithoutAReferenceLeavesABrowsedFigureAlone()
+    {
+        m_finder->addPose("turned.duf", values({{"hip/y", 40}}));
+        m_finder->browse(AllPoses);
+        m_finder->next();
+        QVERIFY(m_finder->figure->getYRotControl()->getValue() != 0); // turned back by the finder
+        const FigureState shown = stateOf(m_finder->figure);
+        m_finder->rig.undoStack.clearAll();
+        m_finder->browse(ReferencePose);
+        VERIFY_SAME_STATE(shown, stateOf(m_finder->figure));
+        QCOMPARE(m_finder->steps(), 0);
+    }
+
+    void referenceTypeKeepsTheFacingOfTheFigure()
+    {
+        m_finder->addFiles(1);
+        PoseValues turned = sittingValues();
+        turned["hip/y"] = 130;
+        m_finder->memorize(turned);
+        m_finder->figure->setWSRot(turn(0, 1, 0, 90));
+        m_finder->browse(ReferencePose);
+        QVERIFY(distance(figureFacing().direction, DzVec3(1, 0, 0)) < 1e-4);
+        const DzVec3 front = m_finder->bone("hip")->getWSRot().multVec(DzVec3(0, 0, 1));
+        QVERIFY(distance(front, DzVec3(1, 0, 0)) < 1e-4); // the reference is shown facing there
+    }
+
+    void smallChangesOfThePlaceSurviveANewType()
+    {
+        m_finder->addPose("turned.duf", values({{"hip/y", 40}}));
+        m_finder->browse(AllPoses);
+        m_finder->next();
+        DzFloatProperty* yaw = m_finder->figure->getYRotControl();
+        const float own = yaw->getValue() + 3; // too little for the search to notice
+        yaw->setValue(own);
+        m_finder->bone("hip")->getScaleControl()->setValue(1.2f);
+        m_finder->browse(Standing);
+        QVERIFY(nearly(yaw->getValue(), own, 1e-3));
+        QCOMPARE(m_finder->bone("hip")->getScaleControl()->getValue(), 1.2f);
+    }
+
     void referencePoseIsLikeItselfBeyondTheLimits()
     {
         PoseValues wide = sittingValues();

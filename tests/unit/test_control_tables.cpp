@@ -3,6 +3,7 @@
 
 #include "figure/control_tables.h"
 #include "figure/figure_lookup.h"
+#include "figure/name_index.h"
 
 #include <QSet>
 #include <QtTest>
@@ -14,6 +15,7 @@ class TestControlTables : public QObject {
 private slots:
     void namesAreUnique();
     void generationsShareBodyControlsAndEyeClosing();
+    void theNamesOfAllTablesAre569();
     void namesStandWhereTheyShould_data();
     void namesStandWhereTheyShould();
     void everyNameIsOfAKnownFamily();
@@ -35,6 +37,21 @@ void TestControlTables::namesAreUnique()
 {
     QCOMPARE(setOf(kBodyControlTableG8, kControlCountG8).size(), 250);
     QCOMPARE(setOf(kBodyControlTableG81, kControlCountG81).size(), 248);
+}
+
+void TestControlTables::theNamesOfAllTablesAre569()
+{
+    const QSet<QString> names = setOf(kBoneTable, kBoneCount)
+        + setOf(kBodyControlTableG8, kControlCountG8)
+        + setOf(kBodyControlTableG81, kControlCountG81);
+    QCOMPARE(names.size(), 569);
+    QCOMPARE(names.size(), int(kNameCount)); // arrays by name id have this size
+    QSet<int> ids;
+    for (const QString& name : names) {
+        QVERIFY(nameId(name) >= 0 && nameId(name) < kNameCount);
+        ids.insert(nameId(name));
+    }
+    QCOMPARE(ids.size(), 569);
 }
 
 void TestControlTables::generationsShareBodyControlsAndEyeClosing()

@@ -28,8 +28,11 @@ private slots:
     void eachLockTakesItsPart();
     void theHipsTranslationIsNeverLocked();
     void partControlsGoByPredicateOnTheirName();
-    void correctivesOfNoPartStayFree();
-    void shapesOfTheExpressionAreLocked();
+    void allLocksTakeEveryControlOfTheFigureNode_data();
+    void allLocksTakeEveryControlOfTheFigureNode();
+    void pureShapesAreNeverLocked_data();
+    void pureShapesAreNeverLocked();
+    void pureShapesFollowTheCandidate();
     void allLockFlagsComeBack_data();
     void allLockFlagsComeBack();
     void settingsChangedMeanwhileReleaseAll();
@@ -82,6 +85,11 @@ static std::set<const DzFloatProperty*> lockedNow(const DzNode* figure)
     return locked;
 }
 
+static bool isPureShape(const DzFloatProperty* channel)
+{
+    return qobject_cast<DzMorph*>(channel->getOwner()) != nullptr;
+}
+
 void TestPartLocks::noLockLocksNothing()
 {
     PoseFixture f;
@@ -107,7 +115,8 @@ void TestPartLocks::eachLockTakesItsPart_data()
     addPartRows();
 }
 
-// All rotations, all translations but the hip's, and the controls, of the part and of no other.
+// All rotations, all translations but the hip's, and the figure's own controls, of the part and of
+// no other.
 void TestPartLocks::eachLockTakesItsPart()
 {
     QFETCH(QString, figure);
@@ -127,7 +136,8 @@ void TestPartLocks::eachLockTakesItsPart()
         }
     }
     for (const FigureControl& each : controlsOf(f.figure)) {
-        const bool expected = controlInPart(controlName(each.number), BodyPart(part));
+        const bool expected = !isPureShape(each.property)
+            && controlInPart(controlName(each.number), BodyPart(part));
         QVERIFY2(each.property->isLocked() == expected, qPrintable(controlName(each.number)));
         locked += expected;
     }
@@ -164,41 +174,70 @@ void TestPartLocks::partControlsGoByPredicateOnTheirName()
     QVERIFY(!extra->isLocked());
 }
 
-void TestPartLocks::correctivesOfNoPartStayFree()
+void TestPartLocks::allLocksTakeEveryControlOfTheFigureNode_data()
 {
-    PoseFixture f;
+    addFigureRows();
+}
+
+void TestPartLocks::allLocksTakeEveryControlOfTheFigureNode()
+{
+    QFETCH(QString, figure);
+    PoseFixture f(figure);
+    clearAllLocks(f.figure);
     for (bool& on : pluginSettings().partLocks)
         on = true;
     setPartLocks(f.figure, true);
-    QStringList free;
-    for (const FigureControl& each : controlsOf(f.figure)) {
-        if (!each.property->isLocked())
-            free << controlName(each.number);
-    }
+    const std::vector<FigureControl> own = ownControlsOf(f.figure);
+    QVERIFY(own.size() > 100);
+    for (const FigureControl& each : own)
+        QVERIFY2(each.property->isLocked(), qPrintable(controlName(each.number)));
     setPartLocks(f.figure, false);
-    QCOMPARE(free,
-        QStringList() << "pJCMFlexGluteClench_L"
-                      << "pJCMFlexQuad_L"
-                      << "pJCMFlexGluteClench_R"
-                      << "pJCMFlexQuad_R"
-                      << "pPBMlBreastsFlatten"
-                      << "pPBMlBreastsHangForward"
-                      << "pPBMrBreastsFlatten"
-                      << "pPBMrBreastsHangForward");
 }
 
-void TestPartLocks::shapesOfTheExpressionAreLocked()
+void TestPartLocks::pureShapesAreNeverLocked_data()
+{
+    addFigureRows();
+}
+
+void TestPartLocks::pureShapesAreNeverLocked()
+{
+    QFETCH(QString, figure);
+    PoseFixture f(figure);
+    for (bool& on : pluginSettings().partLocks)
+        on = true;
+    setPartLocks(f.figure, true);
+    const DzObject* object = f.figure->getObject();
+    int shapes = 0;
+    for (int i = 0; i < object->getNumModifiers(); ++i) {
+        const DzMorph* morph = qobject_cast<DzMorph*>(object->getModifier(i));
+        if (!morph)
+            continue;
+        QVERIFY2(!morph->getValueChannel()->isLocked(), qPrintable(morph->getName()));
+        ++shapes;
+    }
+    QVERIFY(shapes > 5);
+    setPartLocks(f.figure, false);
+}
+
+// A kept expression is that of the bones and the figure's own controls.
+void TestPartLocks::pureShapesFollowTheCandidate()
 {
     PoseFixture f(QLatin1String("Genesis8_1Female"));
     DzFloatProperty* shape = f.control("facs_bs_MouthSmileLeft_div2");
-    QVERIFY(qobject_cast<DzMorph*>(shape->getOwner()));
+    DzFloatProperty* control = f.control("facs_ctrl_EyeLookSide-Side");
+    QVERIFY(isPureShape(shape) && !isPureShape(control));
     shape->setValue(0.5);
+    control->setValue(0.5);
     lockParts({BodyPart::Face});
     setPartLocks(f.figure, true);
-    QVERIFY(shape->isLocked());
-    resetPose(f.figure, ResetWholeFigure);
+    QVERIFY(applyPoseFile(
+        f.fileWith("pose.duf",
+            presetText(QList<QByteArray>() << valueEntry("#facs_bs_MouthSmileLeft_div2:?value",
+                           "0.25") << valueEntry("#facs_ctrl_EyeLookSide-Side:?value", "0.25"))),
+        true));
     setPartLocks(f.figure, false);
-    QCOMPARE(shape->getValue(), 0.5f);
+    QCOMPARE(shape->getValue(), 0.25f);
+    QCOMPARE(control->getValue(), 0.5f);
 }
 
 void TestPartLocks::allLockFlagsComeBack_data()
@@ -247,6 +286,8 @@ void TestPartLocks::lockedPartsKeepResetAndCandidateAway_data()
 static bool isOfPart(const DzFloatProperty* channel, BodyPart part)
 {
     const DzNode* bone = qobject_cast<const DzBone*>(channel->getOwner());
+    if (isPureShape(channel))
+        return false;
     return bone ? boneInPart(bone->getName(), part) : controlInPart(controlNameOf(channel), part);
 }
 
