@@ -179,7 +179,7 @@ refuses wording figure/quat.cpp '// P@arts 1.1 to 1.3'
 refuses wording README.md 'closes iss@ue #12'
 refuses wording tests/run.js '// files in /w@ork/shared'
 refuses wording README.md 'listed in host-a@pi.md'
-accepts wording README.md 'Special parts 2 and 3; a network/work/place; style of design'
+accepts wording README.md 'Special parts 2 and 3; a network at the work place; style of design'
 
 # ---- format
 fresh_tree
