@@ -17,7 +17,8 @@
 namespace quillon {
 namespace {
 
-QList<CallOrder> g_orders;
+// Never destroyed: files are closed, and so watched, after static objects are gone.
+QList<CallOrder>& g_orders = *new QList<CallOrder>;
 QSet<QString> g_pluginFiles; // canonical
 std::map<const void*, bool> g_modules; // by load address: whether it is a plug-in
 QThread* g_thread = nullptr;
