@@ -9,8 +9,6 @@
 #include "pane/page_layout.h"
 #include "pane/page_state.h"
 #include "pane/plugin_settings.h"
-#include "pane/status_message.h"
-#include "posefile/part_locks.h"
 
 #include "dzundostack.h"
 
@@ -190,15 +188,7 @@ bool toggleMirrored(const PressContext& press)
 
 bool advanceRank(const PressContext&)
 {
-    const int rank = pluginSettings().currentRank;
-    if (anyPartLockOn()) {
-        showStatusMessage(
-            QLatin1String("ERROR\r\nRank cannot be changed if\r\npart of the pose is locked"));
-        return false;
-    }
-    if (!poseEntry(pluginSettings().currentPose) || rank == CustomLibraryPose)
-        return false;
-    setCurrentRank((rank + 1) % kRankCount);
+    setCurrentRank((rankOf(pluginSettings().currentPose) + 1) % kRankCount);
     return true;
 }
 
