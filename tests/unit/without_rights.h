@@ -1,0 +1,75 @@
+// without_rights.h - work in a child process: as a user who is not root, whoever runs the tests,
+// and as one that may end by a signal.
+#pragma once
+
+#include <QFile>
+#include <QString>
+
+#include <cstdio>
+#include <grp.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+const unsigned kNobody = 65534; // who root becomes
+
+// What work returned, 0 to 255; the negative number of the signal that ended it; 1000: not run.
+template <typename Work> int runInChild(Work work)
+{
+    std::fflush(nullptr);
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(int(work()));
+    int status = 0;
+    if (child < 0 || ::waitpid(child, &status, 0) != child)
+        return 1000;
+    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+inline bool giveUpRoot()
+{
+    return ::geteuid() != 0
+        || (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0);
+}
+
+template <typename Work> int runWithoutRights(Work work)
+{
+    return runInChild([&work] { return giveUpRoot() ? int(work()) : 255; });
+}
+
+// To the user that the child is; without root it is his already.
+inline bool giveToChild(const QString& path)
+{
+    return ::geteuid() != 0 || ::lchown(QFile::encodeName(path).constData(), kNobody, kNobody) == 0;
+}
+
+inline bool setMode(const QString& path, unsigned mode)
+{
+    return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
+}
+
+// No file of this process gets longer than that many bytes. For a child only.
+inline bool limitFileSize(unsigned bytes)
+{
+    const rlimit limit = {bytes, bytes};
+    return ::setrlimit(RLIMIT_FSIZE, &limit) == 0;
+}
+
+// While it lives, the folder takes no new file from the child.
+class ClosedFolder {
+public:
+    explicit ClosedFolder(const QString& path)
+        : m_path(path)
+    {
+        setMode(m_path, 0555);
+    }
+    ~ClosedFolder()
+    {
+        setMode(m_path, 0755);
+    }
+
+private:
+    Q_DISABLE_COPY(ClosedFolder)
+    QString m_path;
+};
