@@ -1,7 +1,7 @@
 #include "services/product_patcher.h"
 
-#include "pane/data_files.h"
 #include "pane/status_message.h"
+#include "services/file_replacement.h"
 #include "services/patch_table.h"
 
 #include "dzapp.h"
@@ -10,7 +10,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <vector>
@@ -34,6 +33,11 @@ struct Folder {
 };
 
 } // namespace
+
+static bool isCancelled(const DzProgress* progress)
+{
+    return progress && progress->isCancelled();
+}
 
 static bool isBelow(const QString& canonical, const QString& root)
 {
@@ -63,71 +67,50 @@ static void readFolder(const Folder& folder, const QString& root, std::vector<Fo
     }
 }
 
-static void readContentDirectory(const QString& path, InstalledScripts* found)
+static void readContentDirectory(
+    const QString& path, const DzProgress* progress, InstalledScripts* found)
 {
     const QString root = QFileInfo(path).canonicalFilePath();
     std::vector<Folder> pending;
     if (!root.isEmpty())
         pending.push_back(Folder {path, root, false});
-    while (!pending.empty()) {
+    while (!pending.empty() && !isCancelled(progress)) {
         const Folder folder = pending.back();
         pending.pop_back();
         readFolder(folder, root, &pending, found);
-        QCoreApplication::processEvents(); // the window repaints
+        QCoreApplication::processEvents(); // the window repaints, and Cancel works
     }
 }
 
-static InstalledScripts findInstalledScripts()
+// Not all of them once the progress, which may be null, is cancelled.
+static InstalledScripts findInstalledScripts(const DzProgress* progress)
 {
     InstalledScripts found;
     const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
     const int count = content ? content->getNumContentDirectories() : 0;
     for (int i = 0; i < count; ++i)
-        readContentDirectory(content->getContentDirectoryPath(i), &found);
+        readContentDirectory(content->getContentDirectoryPath(i), progress, &found);
     return found;
 }
 
 // ---- writing ---------------------------------------------------------------------------------
 
-// Opened as it is, so that nothing of it is lost.
-static bool canBeWritten(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadWrite);
-}
-
-// The bytes are written beside the file, which they replace in one step.
-static bool replaceBytes(const QString& path, const char* data, int length)
-{
-    if (!canBeWritten(path))
-        return false;
-    QFile file(path + QLatin1String(".new"));
-    file.remove(); // of an earlier crash; or a link, behind which nothing must be written
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    const bool written = file.write(data, length) == length && file.flush()
-        && file.setPermissions(QFile::permissions(path));
-    file.close();
-    if (written && replaceFile(file.fileName(), path))
-        return true;
-    file.remove();
-    return false;
-}
-
 static int overwriteAmong(
     const InstalledScripts& installed, const QString& nameSuffix, const char* data, int length)
 {
     const QString end = QLatin1Char('/') + nameSuffix;
+    const QByteArray bytes = QByteArray::fromRawData(data, length);
+    const QString keepFolder = dzApp ? dzApp->getTempPath() : QString();
     int written = 0;
     for (const InstalledScript& script : installed)
-        if (script.path.endsWith(end) && replaceBytes(script.file, data, length))
+        if (script.path.endsWith(end) && overwriteFile(script.file, bytes, keepFolder))
             ++written;
     return written;
 }
 
 int overwriteScripts(const QString& nameSuffix, const char* data, int length)
 {
-    return overwriteAmong(findInstalledScripts(), nameSuffix, data, length);
+    return overwriteAmong(findInstalledScripts(nullptr), nameSuffix, data, length);
 }
 
 // ---- the patch -------------------------------------------------------------------------------
@@ -137,13 +120,13 @@ static int percentOf(int i, int count)
     return count > 1 ? i * 100 / (count - 1) : 100;
 }
 
-// Ends early when the user cancels.
+// Begins no further script once the user has cancelled.
 static int patchRow(const PatchRow& row, const InstalledScripts& installed, DzProgress* progress)
 {
     const ScriptBlock& shared = scriptBlock(PatchScript::Shared);
     const ScriptBlock& own = scriptBlock(row.own);
     int written = 0;
-    for (int i = 0; i < row.scripts && !(i > 0 && progress->isCancelled()); ++i) {
+    for (int i = 0; i < row.scripts && !progress->isCancelled(); ++i) {
         const QString name = scriptName(row, i);
         written += overwriteAmong(installed, name, shared.bytes, shared.length);
         written += overwriteAmong(installed, name, own.bytes, own.length);
@@ -158,13 +141,10 @@ bool patchProducts()
     setBusy(true);
     DzProgress progress(QLatin1String("Updating..."), 100, true);
     progress.setCloseOnFinish(true);
-    const InstalledScripts installed = findInstalledScripts();
+    const InstalledScripts installed = findInstalledScripts(&progress);
     int written = 0;
-    for (const PatchRow& row : kPatchRows) {
+    for (const PatchRow& row : kPatchRows)
         written += patchRow(row, installed, &progress);
-        if (progress.isCancelled())
-            break;
-    }
     progress.finish();
     setBusy(false);
     return written > 0;

@@ -2,10 +2,10 @@
 //
 // What is written over which scripts is in patch_table.h and patch_scripts.h. Only files that exist
 // are written, in every content directory of the host that has them, and nothing outside: a link
-// that leads out of its content directory is not followed. A file holds its old or its new bytes
-// at any time, also when the host dies while it is replaced.
-// Errors: a file that cannot be opened for writing, or whose folder takes no new file, is skipped
-// without a message. GUI thread only.
+// that leads out of its content directory is not followed. How a file is written, and what of it
+// stays, is told in file_replacement.h; the host's temporary folder keeps old bytes.
+// Errors: a file that cannot be opened for writing, or not written in full, is skipped without a
+// message. GUI thread only.
 #pragma once
 
 #include <QString>
@@ -13,7 +13,8 @@
 namespace quillon {
 
 // Runs the whole table below a progress window with Cancel; the pane is busy meanwhile. A cancelled
-// patch keeps what it has written. True: at least one file was written.
+// patch keeps what it has written, which is nothing if it was cancelled while the scripts were
+// searched. True: at least one file was written.
 bool patchProducts();
 
 // Writes length bytes over every installed script whose path ends in "/" + nameSuffix (exact case).

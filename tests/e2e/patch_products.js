@@ -76,16 +76,24 @@ patch([QUESTION, PATCHED]);
 eq(content(FIRST + "000.dse"), block, "what was written stays");
 assert(isOld(FIRST + "001.dse"), "the next script was not reached");
 
+install(FIRST + "000.dse");
+Bench.cancelProgress({ title: "Updating..." }); // before anything was written
+patch([QUESTION, NOTHING]);
+assert(isOld(FIRST + "000.dse"), "a cancel during the search writes nothing");
+
 // ---- failing writes --------------------------------------------------------------------------
-["write", "rename"].forEach(function (call) {
+// What cannot be written beside the file is written over it: after the first and the second of the
+// two blocks alike, the product's block stands there.
+[["write", 1], ["write", 2], ["rename", 1], ["rename", 2]].forEach(function (failing) {
+    var what = failing.join(" ");
     install(FIRST + "000.dse");
     install(FIRST + "001.dse");
-    // The first of two writes fails; the second still brings the product's block.
-    Bench.failCall(call, 1);
+    Bench.failCall(failing[0], failing[1]);
     patch([QUESTION, PATCHED]);
-    eq(content(FIRST + "000.dse"), block, "first " + call + " fails");
-    eq(content(FIRST + "001.dse"), block, "after a failing " + call);
-    eq(content(FIRST + "000.dse.new"), null, "nothing is left behind");
+    eq(Bench.pendingCalls().length, 0, what);
+    eq(content(FIRST + "000.dse"), block, what + " fails");
+    eq(content(FIRST + "001.dse"), block, "after a failing " + what);
+    eq(content(FIRST + "000.dse.new"), null, "nothing is left behind by " + what);
 });
 
 // ---- the status text when nothing is installed -----------------------------------------------

@@ -1,8 +1,8 @@
 // What the patcher writes, where, and what it never touches.
 #include "frame_fixture.h"
+#include "without_rights.h"
 
 #include "finder/pose_pair_products.h"
-#include "pane/status_message.h"
 #include "services/patch_table.h"
 #include "services/product_patcher.h"
 
@@ -13,9 +13,8 @@
 #include <QSet>
 #include <QtTest>
 
+#include <csignal>
 #include <sys/inotify.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace quillon;
 
@@ -42,7 +41,7 @@ private slots:
     void linksWithinAContentDirectoryAreFollowed();
     void circlesOfLinksEnd();
     void aFileThatCannotBeOpenedIsSkipped();
-    void aFailedWriteLeavesTheOldContent();
+    void whatStandsBesideAScriptIsNoObstacle();
     void aLinkInPlaceOfTheNewFileIsNotWrittenThrough();
     void otherKindsOfFilesAreSkipped();
 
@@ -51,11 +50,9 @@ private slots:
     void bothWritesAreMade();
     void otherFilesAreLeftAlone();
     void nothingInstalledMeansFalse();
-    void theProgressGoesByScripts();
-    void aSingleTargetGoesToAHundred();
-    void aCancelStopsAfterTheCurrentScript();
-    void aCancelBeforeAnyInstalledScriptMeansFalse();
-    void thePaneIsBusyMeanwhile();
+    void aScriptDeletedMeanwhileIsNotCreated();
+    void aFailedSecondWriteLeavesNothingBehind();
+    void linkedScriptsInAClosedFolderAreWritten();
 
 private:
     QString installed(const QString& name, const QByteArray& bytes = "old") // in the first one
@@ -66,17 +63,6 @@ private:
     std::unique_ptr<HostFixture> host;
     std::unique_ptr<TempFolder> content, second;
 };
-
-static QList<DzProgressRecord> g_records;
-static int g_cancelAfterSteps;
-static bool g_busyThroughout;
-
-static bool watchProgress(const DzProgressRecord& record)
-{
-    g_records += record;
-    g_busyThroughout &= isBusy();
-    return g_cancelAfterSteps >= 0 && record.calls >= g_cancelAfterSteps;
-}
 
 static QByteArray bytesOf(PatchScript script)
 {
@@ -95,10 +81,6 @@ void TestProductPatcher::init()
     content.reset(new TempFolder);
     second.reset(new TempFolder);
     dzApp->getContentMgr()->setContentDirectories({content->path(), second->path()});
-    g_records.clear();
-    g_cancelAfterSteps = -1;
-    g_busyThroughout = true;
-    dzProgressHook = watchProgress;
 }
 
 void TestProductPatcher::cleanup()
@@ -296,12 +278,13 @@ void TestProductPatcher::aFileThatCannotBeOpenedIsSkipped()
     QCOMPARE(filesIn(content->path("Brannoc/Try")), QStringList("A 000.dse"));
 }
 
-void TestProductPatcher::aFailedWriteLeavesTheOldContent()
+void TestProductPatcher::whatStandsBesideAScriptIsNoObstacle()
 {
     const QString file = installed("Brannoc/Try/A 000.dse");
-    QDir().mkpath(file + ".new/full"); // in the way of the file written first
-    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 0);
-    QCOMPARE(fileBytes(file), QByteArray("old"));
+    QDir().mkpath(file + ".new/full"); // in the way of a file written beside
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+    QCOMPARE(filesIn(dzApp->getTempPath()), QStringList());
 }
 
 void TestProductPatcher::aLinkInPlaceOfTheNewFileIsNotWrittenThrough()
@@ -395,71 +378,62 @@ void TestProductPatcher::nothingInstalledMeansFalse()
 {
     installed("Brannoc/Unknown/U 000.dse");
     QVERIFY(!patchProducts());
-    QCOMPARE(g_records.last().event, DzProgressRecord::Finished);
-    QVERIFY(!g_records.last().cancelled);
 }
 
-void TestProductPatcher::theProgressGoesByScripts()
+static QString g_doomed; // deleted once the first script has been handled
+
+static bool deleteMeanwhile(const DzProgressRecord& record)
 {
-    patchProducts();
-    QCOMPARE(g_records.first().title, QString("Updating..."));
-    QCOMPARE(g_records.first().total, 100);
-    QVERIFY(g_records.first().cancellable);
-    QList<int> positions; // of the updates, in order
-    QStringList infos;
-    for (const DzProgressRecord& record : qAsConst(g_records))
-        if (record.event == DzProgressRecord::Changed && record.calls > positions.size()) {
-            positions += record.position;
-            infos += record.info;
-        }
-    QList<int> expected;
-    QStringList names;
-    for (const PatchRow& row : kPatchRows)
-        for (int i = 0; i < row.scripts; ++i) {
-            expected += row.scripts > 1 ? i * 100 / (row.scripts - 1) : 100;
-            names += scriptName(row, i);
-        }
-    QCOMPARE(positions, expected);
-    QCOMPARE(infos.size(), names.size());
-    for (int i = 0; i < infos.size(); ++i)
-        QVERIFY2(infos.at(i).contains(names.at(i)), qPrintable(infos.at(i)));
+    if (record.calls == 1)
+        QFile::remove(g_doomed);
+    return false;
 }
 
-void TestProductPatcher::aSingleTargetGoesToAHundred()
-{
-    patchProducts();
-    QCOMPARE(g_records.last().position, 100);
-    QVERIFY(g_records.last().info.contains("Align Camera.dse"));
-}
-
-void TestProductPatcher::aCancelStopsAfterTheCurrentScript()
+void TestProductPatcher::aScriptDeletedMeanwhileIsNotCreated()
 {
     const QString first = installed(scriptName(kPatchRows[0], 0));
-    const QString next = installed(scriptName(kPatchRows[0], 1));
-    const QString later = installed(scriptName(kPatchRows[1], 0));
-    g_cancelAfterSteps = 1;
-    QVERIFY(patchProducts()); // one was written
-    QCOMPARE(fileBytes(first), bytesOf(kPatchRows[0].own));
-    QCOMPARE(fileBytes(next), QByteArray("old"));
-    QCOMPARE(fileBytes(later), QByteArray("old"));
-    QCOMPARE(g_records.last().event, DzProgressRecord::Finished);
+    g_doomed = installed(scriptName(kPatchRows[0], 5));
+    const QString last = installed(scriptName(kPatchRows[0], 6));
+    dzProgressHook = deleteMeanwhile;
+    QVERIFY(patchProducts());
+    QVERIFY(!QFile::exists(g_doomed));
+    QCOMPARE(filesIn(QFileInfo(first).path()).size(), 2);
+    for (const QString& file : {first, last})
+        QCOMPARE(fileBytes(file), bytesOf(kPatchRows[0].own));
 }
 
-void TestProductPatcher::aCancelBeforeAnyInstalledScriptMeansFalse()
+// The shared block fits, the product's own does not.
+void TestProductPatcher::aFailedSecondWriteLeavesNothingBehind()
 {
-    const QString later = installed(scriptName(kPatchRows[0], 20));
-    g_cancelAfterSteps = 3;
-    QVERIFY(!patchProducts());
-    QCOMPARE(fileBytes(later), QByteArray("old"));
-    QCOMPARE(g_records.last().calls, 3);
+    const PatchRow* longest = kPatchRows;
+    for (const PatchRow& row : kPatchRows)
+        if (scriptBlock(row.own).length > scriptBlock(longest->own).length)
+            longest = &row;
+    const int shared = scriptBlock(PatchScript::Shared).length;
+    const int own = scriptBlock(longest->own).length;
+    const QString file = installed(scriptName(*longest, 0));
+    const int limit = shared < own ? shared : own - 1; // the own one always fails
+    const auto patch = [limit] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        return limitFileSize(unsigned(limit)) && patchProducts();
+    };
+    QCOMPARE(runInChild(patch), int(shared < own));
+    QCOMPARE(fileBytes(file), shared < own ? bytesOf(PatchScript::Shared) : QByteArray("old"));
+    QCOMPARE(filesIn(QFileInfo(file).path()), QStringList(QFileInfo(file).fileName()));
+    QCOMPARE(filesIn(dzApp->getTempPath()), QStringList());
 }
 
-void TestProductPatcher::thePaneIsBusyMeanwhile()
+void TestProductPatcher::linkedScriptsInAClosedFolderAreWritten()
 {
-    QVERIFY(!isBusy());
-    patchProducts();
-    QVERIFY(g_busyThroughout);
-    QVERIFY(!isBusy());
+    const QString name = scriptName(kPatchRows[6], 72);
+    const QString file = installed(name), other = second->path("kept by somebody");
+    QVERIFY(setMode(file, 0666) && giveToChild(dzApp->getTempPath()));
+    QCOMPARE(::link(qPrintable(file), qPrintable(other)), 0);
+    const ClosedFolder closed(QFileInfo(file).path());
+    QCOMPARE(runWithoutRights(patchProducts), 1);
+    QCOMPARE(fileBytes(file), bytesOf(kPatchRows[6].own));
+    QCOMPARE(fileBytes(other), bytesOf(kPatchRows[6].own));
+    QCOMPARE(filesIn(dzApp->getTempPath()), QStringList());
 }
 
 QTEST_MAIN(TestProductPatcher)
