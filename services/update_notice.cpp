@@ -2,6 +2,7 @@
 
 #include "pane/data_files.h"
 #include "pane/version_text.h"
+#include "services/file_replacement.h"
 
 #include <QEventLoop>
 #include <QFile>
@@ -63,16 +64,8 @@ QString pluginPageUrl()
 // The old picture stays until the new one is there in full.
 static void keepPicture(const QByteArray& bytes)
 {
-    if (!ensureDataFolder())
-        return;
-    const QString path = updatePicturePath();
-    QFile file(path + QLatin1String(".new"));
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    const bool written = file.write(bytes) == bytes.size() && file.flush();
-    file.close();
-    if (!written || !replaceFile(file.fileName(), path))
-        file.remove();
+    if (ensureDataFolder())
+        writeFileBeside(updatePicturePath(), bytes);
 }
 
 // True when the reply has come to its end, whatever it is, in time.
@@ -116,6 +109,11 @@ void checkForUpdate()
 
 // ---- the picture -----------------------------------------------------------------------------
 
+bool isPictureSize(const QSize& size)
+{
+    return !size.isEmpty() && qint64(size.width()) * size.height() <= kLargestPicture;
+}
+
 static QImage readPicture(const QString& path)
 {
     QFile file(path);
@@ -125,8 +123,7 @@ static QImage readPicture(const QString& path)
     reader.setAutoDetectImageFormat(false);
     if (!reader.canRead())
         return QImage();
-    const QSize size = reader.size(); // from the header
-    if (!size.isValid() || qint64(size.width()) * size.height() > kLargestPicture)
+    if (!isPictureSize(reader.size())) // from the header
         return QImage();
     const QImage image = reader.read();
     return image.isNull() ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied);

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <QImage>
+#include <QSize>
 #include <QString>
 
 namespace quillon {
@@ -23,6 +24,7 @@ void checkForUpdate();
 // The picture of a newer version, null when none is known. Read from the data folder at the first
 // call after a check or after the folder has changed.
 const QImage& updatePicture();
+bool isPictureSize(const QSize& size); // 1 to kLargestPicture pixels
 QString updatePicturePath(); // empty without a data folder
 
 QString updatePictureUrl(); // what is asked for

@@ -30,7 +30,12 @@ public:
     {
         m_keepOpen = onOff;
     }
+    void goOn(qint64 most) // after the reply, as long as somebody reads: up to that many bytes
+    {
+        m_left = most;
+    }
     int connections = 0;
+    qint64 sent = 0; // bytes that have left this process
     QList<QByteArray> requests; // the header of each
 
 private:
@@ -49,14 +54,27 @@ private:
         if (!header.endsWith("\r\n\r\n"))
             return;
         requests += header;
+        QObject::connect(socket, &QTcpSocket::bytesWritten, [this, socket](qint64 bytes) {
+            sent += bytes;
+            sendMore(socket);
+        });
         socket->write(m_reply);
         if (!m_keepOpen)
             socket->disconnectFromHost(); // when all is written
+    }
+    void sendMore(QTcpSocket* socket)
+    {
+        const qint64 bytes = qMin(m_left, qint64(1 << 20));
+        if (bytes == 0 || socket->bytesToWrite() > 0)
+            return;
+        m_left -= bytes;
+        socket->write(QByteArray(int(bytes), 'x'));
     }
 
     QTcpServer m_server;
     QByteArray m_reply;
     bool m_keepOpen = false;
+    qint64 m_left = 0;
 };
 
 // A reply of that status, with its length told.

@@ -43,12 +43,15 @@ private slots:
     void aRedirectIsNotFollowed();
     void aDataFolderThatCannotBeMadeIsSurvived();
     void theOldPictureStaysWhenTheNewOneCannotBeWritten();
+    void aFolderAtThePicturesNameLeavesNothingBehind();
+    void aLinkInPlaceOfTheNewFileIsNotWrittenThrough();
 
     // the picture
     void onlyPicturesThatDecodeCount_data();
     void onlyPicturesThatDecodeCount();
     void pixelsAreCountedBeforeDecoding_data();
     void pixelsAreCountedBeforeDecoding();
+    void theProductOfASizeMayBeBeyond32Bits();
     void anotherDataFolderHasItsOwnPicture();
 
     // the pane's start
@@ -288,16 +291,18 @@ void TestUpdateNotice::fiftyMegabytesAreKept()
     QCOMPARE(updatePicture().size(), QSize(40, 12)); // what follows the picture's end is ignored
 }
 
+// Beyond what is read there is only what the system holds for the two ends of the connection.
 void TestUpdateNotice::anEndlessReplyIsNotReadForEver()
 {
-    NoticeFixture f;
-    f.server.setReply("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n"
-        + QByteArray(int(kLargestReply) + 8 * 1024 * 1024, 'x'));
+    NoticeFixture f("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n");
     f.server.keepOpen();
+    f.server.goOn(2 * kLargestReply);
     QElapsedTimer clock;
     clock.start();
     checkForUpdate();
     QVERIFY(clock.elapsed() <= 5200);
+    const QByteArray sent = QByteArray::number(f.server.sent);
+    QVERIFY2(f.server.sent >= kLargestReply && f.server.sent < kLargestReply * 3 / 2, sent);
     QCOMPARE(filesIn(f.dataFolder()), QStringList());
 }
 
@@ -350,6 +355,31 @@ void TestUpdateNotice::theOldPictureStaysWhenTheNewOneCannotBeWritten()
     QCOMPARE(fileBytes(f.picturePath()), old);
 }
 
+void TestUpdateNotice::aFolderAtThePicturesNameLeavesNothingBehind()
+{
+    const QByteArray png = smallPng(Qt::red);
+    NoticeFixture f(httpReply("200 OK", png));
+    QDir().mkpath(f.picturePath() + "/full");
+    checkForUpdate();
+    QCOMPARE(filesIn(f.dataFolder()), QStringList());
+    QVERIFY(updatePicture().isNull());
+}
+
+void TestUpdateNotice::aLinkInPlaceOfTheNewFileIsNotWrittenThrough()
+{
+    const QByteArray png = smallPng(Qt::red);
+    NoticeFixture f(httpReply("200 OK", png));
+    const QString victim = f.home.path("victim");
+    writeFile(victim, "precious");
+    QDir().mkpath(f.dataFolder());
+    QVERIFY(QFile::link(victim, f.picturePath() + ".new"));
+    checkForUpdate();
+    QCOMPARE(fileBytes(victim), QByteArray("precious"));
+    QCOMPARE(fileBytes(f.picturePath()), png);
+    QVERIFY(!QFileInfo(f.picturePath()).isSymLink());
+    QCOMPARE(filesIn(f.dataFolder()), QStringList(kPictureName));
+}
+
 void TestUpdateNotice::onlyPicturesThatDecodeCount_data()
 {
     QTest::addColumn<QByteArray>("bytes");
@@ -400,6 +430,20 @@ void TestUpdateNotice::pixelsAreCountedBeforeDecoding()
     clock.start();
     QCOMPARE(!updatePicture().isNull(), counts);
     QVERIFY(counts || clock.elapsed() < 50); // far below what 16 million pixels take
+}
+
+void TestUpdateNotice::theProductOfASizeMayBeBeyond32Bits()
+{
+    QVERIFY(isPictureSize(QSize(1, 1)));
+    QVERIFY(isPictureSize(QSize(4000, 4000)));
+    QVERIFY(!isPictureSize(QSize(4000, 4001)));
+    QVERIFY(!isPictureSize(QSize(46341, 46341))); // negative in 32 bits
+    QVERIFY(!isPictureSize(QSize(65536, 65536))); // 0 in 32 bits
+    QVERIFY(!isPictureSize(QSize(1000000, 4295))); // 32704 in 32 bits
+    QVERIFY(!isPictureSize(QSize(0, 10)));
+    QVERIFY(!isPictureSize(QSize(10, 0)));
+    QVERIFY(!isPictureSize(QSize(-4, -4)));
+    QVERIFY(!isPictureSize(QSize()));
 }
 
 void TestUpdateNotice::anotherDataFolderHasItsOwnPicture()
