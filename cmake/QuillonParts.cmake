@@ -1,7 +1,9 @@
 # quillon_sources([file...] [MOC header...] [EMBED symbol file ...]): names a folder's contribution
 # to the plug-in. MOC headers are listed there only; EMBED takes pairs.
 # quillon_add_parts(): makes of all contributions the object library quillon_parts, linked by the
-# plug-in module and by the unit tests.
+# plug-in module and by the unit tests. With QUILLON_PARTS_SHARED the objects are quillon_objects, and
+# quillon_parts is a shared library of them: another library in its place, and every test program
+# runs other code without being linked anew.
 set_property(GLOBAL PROPERTY QUILLON_PART_SOURCES "")
 set_property(GLOBAL PROPERTY QUILLON_PART_MOC "")
 set_property(GLOBAL PROPERTY QUILLON_PART_EMBED "")
@@ -24,19 +26,29 @@ function(quillon_add_parts)
   get_property(sources GLOBAL PROPERTY QUILLON_PART_SOURCES)
   get_property(moc GLOBAL PROPERTY QUILLON_PART_MOC)
   get_property(embed GLOBAL PROPERTY QUILLON_PART_EMBED)
-  add_library(quillon_parts OBJECT ${sources})
-  target_include_directories(quillon_parts PUBLIC ${CMAKE_SOURCE_DIR})
-  target_link_libraries(quillon_parts PUBLIC quillon_sdk)
+  set(objects quillon_parts)
+  if(QUILLON_PARTS_SHARED)
+    set(objects quillon_objects)
+  endif()
+  add_library(${objects} OBJECT ${sources})
+  target_include_directories(${objects} PUBLIC ${CMAKE_SOURCE_DIR})
+  target_link_libraries(${objects} PUBLIC quillon_sdk)
   # GCC 12 takes an empty QByteArray's shared data for an object without text behind it.
-  target_compile_options(quillon_parts PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overread>)
-  quillon_moc(quillon_parts ${moc})
+  target_compile_options(${objects} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overread>)
+  quillon_moc(${objects} ${moc})
   while(embed)
     list(POP_FRONT embed symbol file)
-    quillon_embed(quillon_parts ${symbol} ${file})
+    quillon_embed(${objects} ${symbol} ${file})
   endwhile()
+  if(QUILLON_PARTS_SHARED)
+    set_target_properties(${objects} PROPERTIES CXX_VISIBILITY_PRESET default VISIBILITY_INLINES_HIDDEN OFF)
+    add_library(quillon_parts SHARED $<TARGET_OBJECTS:${objects}>)
+    target_include_directories(quillon_parts PUBLIC ${CMAKE_SOURCE_DIR})
+    target_link_libraries(quillon_parts PUBLIC quillon_sdk)
+  endif()
 
   # The module: exports the two entry points and nothing else.
-  add_library(Quillon MODULE $<TARGET_OBJECTS:quillon_parts>)
+  add_library(Quillon MODULE $<TARGET_OBJECTS:${objects}>)
   target_link_libraries(Quillon PRIVATE quillon_sdk)
   set_target_properties(Quillon PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/plugins)
   if(MSVC)
