@@ -9,7 +9,8 @@
 //   vertex    position + rotation scale (v - origin)
 // A setter writes the channels with setValue: locks, controllers and limits act on it, and it
 // places keys. Of the Euler solutions of a rotation it takes the one nearest to the present
-// channel values, whole turns included.
+// channel values, whole turns included, among those that the limits of clamped channels allow;
+// where there is none, the nearest of all.
 #pragma once
 
 #include "dzbox3.h"

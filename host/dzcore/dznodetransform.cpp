@@ -1,5 +1,6 @@
 // The transforms of a node: composition, caches, and the ways back from a placement to channels.
 #include "dzclock.h"
+#include "dzeulerchoice.h"
 #include "dzfloatproperty.h"
 #include "dzhostcalls.h"
 #include "dznode.h"
@@ -8,6 +9,8 @@
 #include "dzundoitem.h"
 
 #include <cmath>
+
+bool dzEulerIgnoresLimits = false;
 
 namespace {
 
@@ -43,6 +46,12 @@ bool isZero(const Vec3d& a)
 DzQuat conj(const DzQuat& q)
 {
     return DzQuat(-q.m_x, -q.m_y, -q.m_z, q.m_w, false);
+}
+
+TurnRange turnRange(const DzFloatProperty* channel)
+{
+    return {channel->isLocked(), channel->isClamped() && !dzEulerIgnoresLimits,
+        channel->getMin() * kRadPerDeg, channel->getMax() * kRadPerDeg};
 }
 
 } // namespace
@@ -314,12 +323,12 @@ void DzNode::setRotationFromLocal(DzTime t, const DzQuat& local)
         turn = orient * turn * conj(orient);
     }
     double present[3], rad[3];
-    bool locked[3];
+    TurnRange ranges[3];
     for (int i = 0; i < 3; ++i) {
         present[i] = m_channel[RotX + i]->getValue(t) * kRadPerDeg;
-        locked[i] = m_channel[RotX + i]->isLocked();
+        ranges[i] = turnRange(m_channel[RotX + i]);
     }
-    decomposeNear(m_order, turn, present, locked, rad);
+    decomposeNear(m_order, turn, present, ranges, rad);
     for (int i = 0; i < 3; ++i)
         m_channel[RotX + i]->setValue(t, float(rad[i] * kDegPerRad));
 }

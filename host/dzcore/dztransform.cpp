@@ -6,6 +6,8 @@
 static const double kPi = 3.14159265358979323846;
 static const double kGimbalCosine = 1e-6; // below it the outer turns cannot be told apart
 static const double kLockedWeight = 1e6;
+// A channel holds single precision: at 180 degrees an angle read and set again is off by 1e-5.
+static const double kRangeSlackRad = 5e-5 * kPi / 180;
 
 Vec3d toVec3d(const DzVec3& a)
 {
@@ -195,14 +197,101 @@ double nearestTurn(double angle, double present)
     return angle + 2 * kPi * std::floor((present - angle) / (2 * kPi) + 0.5);
 }
 
-double cost(const double angles[3], const double present[3], const bool locked[3])
+bool isWithin(const TurnRange& range, double angle)
+{
+    return !range.clamped
+        || (angle >= range.low - kRangeSlackRad && angle <= range.high + kRangeSlackRad);
+}
+
+// Brings the angle into the range by whole turns, as near to present as that allows. False: none
+// is inside; it is then the nearest without the range.
+bool bringNear(const TurnRange& range, double present, double* angle)
+{
+    *angle = nearestTurn(*angle, present);
+    if (isWithin(range, *angle))
+        return true;
+    const double fullTurn = 2 * kPi;
+    const double inside = *angle < range.low
+        ? *angle + fullTurn * std::ceil((range.low - kRangeSlackRad - *angle) / fullTurn)
+        : *angle + fullTurn * std::floor((range.high + kRangeSlackRad - *angle) / fullTurn);
+    if (!isWithin(range, inside))
+        return false;
+    *angle = inside;
+    return true;
+}
+
+double cost(const double angles[3], const double present[3], const TurnRange ranges[3])
 {
     double sum = 0;
     for (int i = 0; i < 3; ++i) {
         const double d = angles[i] - present[i];
-        sum += d * d * (locked[i] ? kLockedWeight : 1);
+        sum += d * d * (ranges[i].locked ? kLockedWeight : 1);
     }
     return sum;
+}
+
+struct Choice {
+    bool made, allowed;
+    double cost;
+    double angles[3];
+};
+
+struct Goal {
+    const Sequence& seq;
+    const double* present;
+    const TurnRange* ranges;
+};
+
+// Allowed goes before near; of equals the first offered stays.
+void offer(const Goal& goal, const Solution& r, Choice* best)
+{
+    Choice next = {true, true, 0, {0, 0, 0}};
+    next.angles[goal.seq.i] = r.first;
+    next.angles[goal.seq.j] = r.middle;
+    next.angles[goal.seq.k] = r.third;
+    for (int i = 0; i < 3; ++i)
+        next.allowed &= bringNear(goal.ranges[i], goal.present[i], &next.angles[i]);
+    next.cost = cost(next.angles, goal.present, goal.ranges);
+    if (!best->made || (next.allowed && !best->allowed)
+        || (next.allowed == best->allowed && next.cost < best->cost))
+        *best = next;
+}
+
+// In gimbal lock only the sum of the outer turns (or their difference) is fixed.
+Solution withFirst(const Sequence& seq, const DzQuat& q, Solution r, double first)
+{
+    const Mat3d e = rotationMatrix(axisTurn(seq.i, -first) * q);
+    r.first = first;
+    r.third = std::atan2(-seq.s * e.m[seq.i][seq.j], e.m[seq.j][seq.j]);
+    return r;
+}
+
+Solution withThird(const Sequence& seq, const DzQuat& q, Solution r, double third)
+{
+    const Mat3d e = rotationMatrix(q * axisTurn(seq.k, -third));
+    r.third = third;
+    r.first = std::atan2(-seq.s * e.m[seq.j][seq.k], e.m[seq.j][seq.j]);
+    return r;
+}
+
+// One outer turn keeps its angle; where the ranges forbid that, one of them stands at an end.
+void offerLocked(const Goal& goal, const DzQuat& q, const Solution& r, Choice* best)
+{
+    const Sequence& seq = goal.seq;
+    const TurnRange &first = goal.ranges[seq.i], &third = goal.ranges[seq.k];
+    const Solution firstKept = withFirst(seq, q, r, goal.present[seq.i]);
+    const Solution thirdKept = withThird(seq, q, r, goal.present[seq.k]);
+    const bool keepFirst = first.locked && !third.locked;
+    offer(goal, keepFirst ? firstKept : thirdKept, best);
+    if (best->allowed)
+        return;
+    offer(goal, keepFirst ? thirdKept : firstKept, best);
+    for (double end : {first.low, first.high})
+        if (first.clamped)
+            offer(goal, withFirst(seq, q, r, end), best);
+    for (double end : {third.low, third.high})
+        if (third.clamped)
+            offer(goal, withThird(seq, q, r, end), best);
 }
 
 } // namespace
@@ -217,36 +306,17 @@ void decompose(DzRotationOrder order, const DzQuat& q, double anglesRad[3])
 }
 
 void decomposeNear(DzRotationOrder order, const DzQuat& q, const double present[3],
-    const bool locked[3], double anglesRad[3])
+    const TurnRange ranges[3], double anglesRad[3])
 {
     const Sequence seq(order);
-    Solution r = solve(seq, rotationMatrix(q));
+    const Solution r = solve(seq, rotationMatrix(q));
+    const Goal goal = {seq, present, ranges};
+    Choice best = {false, false, 0, {0, 0, 0}};
     if (r.gimbal) {
-        // only first + third (or their difference) is fixed: keep one of them
-        if (locked[seq.i] && !locked[seq.k]) {
-            r.first = present[seq.i];
-            const DzQuat rest = axisTurn(seq.i, -r.first) * q;
-            const Mat3d e = rotationMatrix(rest);
-            r.third = std::atan2(-seq.s * e.m[seq.i][seq.j], e.m[seq.j][seq.j]);
-        } else {
-            r.third = present[seq.k];
-            const DzQuat rest = q * axisTurn(seq.k, -r.third);
-            const Mat3d e = rotationMatrix(rest);
-            r.first = std::atan2(-seq.s * e.m[seq.j][seq.k], e.m[seq.j][seq.j]);
-        }
+        offerLocked(goal, q, r, &best);
+    } else {
+        offer(goal, r, &best);
+        offer(goal, Solution {r.first + kPi, kPi - r.middle, r.third + kPi, false}, &best);
     }
-    double best = -1;
-    for (int flip = 0; flip < (r.gimbal ? 1 : 2); ++flip) {
-        double a[3];
-        a[seq.i] = flip ? r.first + kPi : r.first;
-        a[seq.j] = flip ? kPi - r.middle : r.middle;
-        a[seq.k] = flip ? r.third + kPi : r.third;
-        for (int i = 0; i < 3; ++i)
-            a[i] = nearestTurn(a[i], present[i]);
-        const double c = cost(a, present, locked);
-        if (best < 0 || c < best) {
-            best = c;
-            std::copy(a, a + 3, anglesRad);
-        }
-    }
+    std::copy(best.angles, best.angles + 3, anglesRad);
 }

@@ -45,10 +45,19 @@ DzQuat eulerTurn(DzRotationOrder, const double anglesRad[3]); // angles by axis:
 // Angles by axis in radians: the middle turn in [-pi/2, pi/2]; near gimbal lock the third is 0.
 void decompose(DzRotationOrder, const DzQuat&, double anglesRad[3]);
 
-// The solution nearest to present (radians, by axis), whole turns included. A locked channel
-// weighs far more than a free one, and keeps its value in gimbal lock where it can.
-void decomposeNear(DzRotationOrder, const DzQuat&, const double present[3], const bool locked[3],
-    double anglesRad[3]);
+// What a channel takes of an angle. Radians; low and high count while it is clamped.
+struct TurnRange {
+    bool locked;
+    bool clamped;
+    double low;
+    double high;
+};
+
+// The solution nearest to present (radians, by axis), whole turns included, among those within the
+// ranges of clamped channels; where there is none, the nearest of all. A locked channel weighs far
+// more than a free one, and keeps its value in gimbal lock where it can.
+void decomposeNear(DzRotationOrder, const DzQuat&, const double present[3],
+    const TurnRange ranges[3], double anglesRad[3]);
 
 struct DzNode::Transform {
     Vec3d position;

@@ -1,6 +1,7 @@
 // scene_fixture.h - a scene and an undo stack for the lifetime of a test, and numbers to compare.
 #pragma once
 
+#include "dzeulerchoice.h"
 #include "dzquat.h"
 #include "dzscene.h"
 #include "dzundostack.h"
@@ -13,6 +14,18 @@
 struct SceneFixture {
     DzUndoStack undoStack;
     DzScene scene;
+};
+
+// How the host chooses angles, for the lifetime of a test: within limits, or whatever they are.
+struct EulerChoice {
+    explicit EulerChoice(bool ignoresLimits)
+    {
+        dzEulerIgnoresLimits = ignoresLimits;
+    }
+    ~EulerChoice()
+    {
+        dzEulerIgnoresLimits = false;
+    }
 };
 
 inline bool nearly(double a, double b, double tolerance)
