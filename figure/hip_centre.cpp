@@ -1,45 +1,46 @@
 #include "figure/hip_centre.h"
 
+#include "figure/node_place.h"
+
 #include "dzfloatproperty.h"
 #include "dznode.h"
+#include "dzundostack.h"
 
 namespace quillon {
 
-static bool isMoveLocked(const DzNode* node)
-{
-    return node->getXPosControl()->isLocked() || node->getYPosControl()->isLocked()
-        || node->getZPosControl()->isLocked();
-}
-
-static bool isTurnLocked(const DzNode* node)
-{
-    return node->getXRotControl()->isLocked() || node->getYRotControl()->isLocked()
-        || node->getZRotControl()->isLocked();
-}
-
-void hipAsCentre(DzNode* figure, DzNode* hip, DzTime time)
+bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time)
 {
     const DzVec3 none(0, 0, 0);
-    if (hip->getLocalPos(time) == none || isMoveLocked(figure) || isMoveLocked(hip))
-        return;
+    if (hip->getLocalPos(time) == none)
+        return true;
+    DzUndoStackHold hold;
     const DzVec3 figureCm_world = figure->getWSPos(time);
     figure->setWSPos(time, none); // near the origin the difference is exact
     const DzVec3 beforeCm_world = hip->getWSPos(time);
     hip->setLocalPos(time, none);
     const DzVec3 afterCm_world = hip->getWSPos(time);
-    figure->setWSPos(time, figureCm_world + (beforeCm_world - afterCm_world));
+    const bool followed = moveTo(figure, time, figureCm_world + (beforeCm_world - afterCm_world));
+    return keepOrTakeBack(&hold, followed && hip->getLocalPos(time) == none);
 }
 
-void rootAsCentre(DzNode* figure, DzNode* hip, DzTime time)
+// By the dials themselves: the host may make whole turns of no rotation. Below a turned parent the
+// dials at 0 are not it.
+static bool turnBack(DzNode* figure, DzTime time)
 {
-    if (isMoveLocked(figure) || isTurnLocked(figure) || isMoveLocked(hip) || isTurnLocked(hip))
-        return;
+    for (DzFloatProperty* dial :
+        {figure->getXRotControl(), figure->getYRotControl(), figure->getZRotControl()})
+        dial->setValue(time, 0);
+    return isTurnedTo(figure, time, DzQuat()) || turnTo(figure, time, DzQuat());
+}
+
+bool rootAsCentre(DzNode* figure, DzNode* hip, DzTime time)
+{
+    DzUndoStackHold hold;
     const DzQuat hip_world = hip->getWSRot(time);
     const DzVec3 hipCm_world = hip->getWSPos(time);
-    figure->setWSRot(time, DzQuat());
-    figure->setWSPos(time, DzVec3(0, 0, 0));
-    hip->setWSRot(time, hip_world);
-    hip->setWSPos(time, hipCm_world);
+    const bool followed = turnBack(figure, time) && moveTo(figure, time, DzVec3(0, 0, 0))
+        && turnTo(hip, time, hip_world) && moveTo(hip, time, hipCm_world);
+    return keepOrTakeBack(&hold, followed);
 }
 
 } // namespace quillon

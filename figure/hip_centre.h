@@ -1,6 +1,7 @@
 // hip_centre.h - moves the figure node below a figure that stays where it is.
 // Both at one time, through the channels of the figure node and the hip alone. Nothing else that
-// hangs on the figure node is held in its place. Times in ticks.
+// hangs on the figure node is held in its place. The caller holds: what cannot be done is taken
+// back through the undo stack. Times in ticks.
 #pragma once
 
 #include "dztime.h"
@@ -10,13 +11,13 @@ class DzNode;
 namespace quillon {
 
 // Gives the hip's translation to the figure node, so that the figure is turned about its hip.
-// Nothing changes when the hip has no translation, or when a translation channel of either is
-// locked: the body would move.
-void hipAsCentre(DzNode* figure, DzNode* hip, DzTime time);
+// False, with nothing changed: a channel that would have to change is locked, or limited so that it
+// cannot take the value. A hip without translation is a success that writes nothing.
+bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time);
 
-// Gives the figure node's place to the hip: the node goes to the world's origin, unturned, and the
-// figure is turned about that. The node keeps its scale. Nothing changes when a translation or
-// rotation channel of either is locked.
-void rootAsCentre(DzNode* figure, DzNode* hip, DzTime time);
+// Gives the figure node's place to the hip: the node goes to the world's origin, its three dials to
+// 0, and the figure is turned about that. The node keeps its scale. Below a parent that is turned
+// the dials are what makes the node unturned in the world. False as above.
+bool rootAsCentre(DzNode* figure, DzNode* hip, DzTime time);
 
 } // namespace quillon

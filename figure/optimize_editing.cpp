@@ -21,11 +21,9 @@ static bool optimizeFigure(DzSkeleton* figure, int clickKind)
     const DzTime time = dzScene->getTime();
     switch (clickKind) {
     case 1:
-        hipAsCentre(figure, hip, time);
-        return true;
+        return hipAsCentre(figure, hip, time);
     case 2:
-        rootAsCentre(figure, hip, time);
-        return true;
+        return rootAsCentre(figure, hip, time);
     default:
         return false;
     }

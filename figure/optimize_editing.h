@@ -13,7 +13,8 @@ namespace quillon {
 
 // node: the primary selection. figure: what it belongs to; null: it is a prop, and clickKind has no
 // meaning. clickKind 1: hip as centre, 2: root as centre, others: nothing.
-// False, with nothing changed: unsupported figure, no hip, another click, a cancelled dialog.
+// False, with nothing changed: unsupported figure, no hip, another click, a cancelled dialog, a
+// channel that cannot follow. In the last case the settings keep what the dialog was told.
 bool optimizeEditing(DzNode* node, DzSkeleton* figure, int clickKind);
 
 } // namespace quillon

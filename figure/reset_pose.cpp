@@ -4,6 +4,7 @@
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
+#include "figure/node_place.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -231,7 +232,7 @@ static void resetBelow(const DzNode* bone, const SelectionReset& reset)
 static void turnUpright(DzNode* hip, DzTime time)
 {
     if (hip->getWSRot(time) != DzQuat())
-        hip->setWSRot(time, DzQuat());
+        turnTo(hip, time, DzQuat());
     g_placements[kHipNumber].reset = true;
 }
 

@@ -2,6 +2,7 @@
 #include "figure_fixture.h"
 
 #include "figure/hip_centre.h"
+#include "figure/pose_limits.h"
 
 #include <QtTest>
 
@@ -18,8 +19,13 @@ private slots:
     void bodiesStayWhateverThePose_data();
     void bodiesStayWhateverThePose();
     void otherTimesAreLeftAlone();
-    void aLockLeavesEverythingAsItIs_data();
-    void aLockLeavesEverythingAsItIs();
+    void limitsDoNotTurnTheBody_data();
+    void limitsDoNotTurnTheBody();
+    void belowATurnedParentTheNodeIsUnturnedInTheWorld();
+    void aChannelThatCannotFollowLeavesEverythingAsItIs_data();
+    void aChannelThatCannotFollowLeavesEverythingAsItIs();
+    void aLockThatNeedNotGiveIsNoObstacle();
+    void aRefusalLeavesNothingToUndoInTheCallersHold();
 };
 
 // Single precision at a few hundred centimetres, over a chain of ten bones.
@@ -72,7 +78,7 @@ void TestHipCentre::aHipWithoutTranslationWritesNothing()
     FigureFixture f;
     f.figure->setWSPos(DzVec3(50, 0, 0));
     const FigureState before = stateOf(f.figure);
-    hipAsCentre(f.figure, f.bone("hip"), f.scene.getTime());
+    QVERIFY(hipAsCentre(f.figure, f.bone("hip"), f.scene.getTime()));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
 }
 
@@ -123,43 +129,172 @@ void TestHipCentre::otherTimesAreLeftAlone()
     QCOMPARE(f.figure->getYPosControl()->getValue(0), 0.f);
 }
 
-void TestHipCentre::aLockLeavesEverythingAsItIs_data()
+void TestHipCentre::limitsDoNotTurnTheBody_data()
+{
+    QTest::addColumn<bool>("ignoresLimits");
+    QTest::newRow("a host that minds limits") << false;
+    QTest::newRow("a host that does not") << true;
+}
+
+static void yaw(const FigureFixture& f, float figureDeg, float hipDeg)
+{
+    f.figure->setWSPos(DzVec3(30, 0, -20));
+    f.figure->getYRotControl()->setValue(figureDeg);
+    f.bone("hip")->getYRotControl()->setValue(hipDeg);
+}
+
+static bool dialsAreZero(const DzNode* node)
+{
+    return node->getXRotControl()->getValue() == 0 && node->getYRotControl()->getValue() == 0
+        && node->getZRotControl()->getValue() == 0;
+}
+
+void TestHipCentre::limitsDoNotTurnTheBody()
+{
+    QFETCH(bool, ignoresLimits);
+    const EulerChoice choice(ignoresLimits);
+    FigureFixture f;
+    setBodyBoneLimits(f.figure, true, false);
+    DzBone* hip = f.bone("hip");
+    Random random(41);
+    for (int pair = 0; pair <= 40; ++pair) {
+        const float figureDeg = pair == 0 ? 120 : float(random.between(-720, 720));
+        const float hipDeg = pair == 0 ? 100 : float(random.between(-180, 180));
+        yaw(f, figureDeg, hipDeg);
+        hip->getXRotControl()->setValue(pair % 2 ? 0 : float(random.between(-80, 80)));
+        const std::vector<WorldPlace> before = worldPlaces(f.figure);
+        QVERIFY(rootAsCentre(f.figure, hip, f.scene.getTime()));
+        const QString moved = firstMoved(f.figure, before, kToleranceDeg, kToleranceCm);
+        QVERIFY2(moved.isEmpty(),
+            qPrintable(QString("figure %1, hip %2: %3").arg(figureDeg).arg(hipDeg).arg(moved)));
+        QVERIFY(dialsAreZero(f.figure));
+    }
+}
+
+void TestHipCentre::belowATurnedParentTheNodeIsUnturnedInTheWorld()
+{
+    FigureFixture f;
+    DzNode* cart = new DzNode(QLatin1String("cart"));
+    f.scene.addNode(cart);
+    cart->getYRotControl()->setValue(70);
+    cart->getXPosControl()->setValue(50);
+    cart->addNodeChild(f.figure);
+    f.figure->getYRotControl()->setValue(-20);
+    const std::vector<WorldPlace> before = worldPlaces(f.figure);
+    QVERIFY(rootAsCentre(f.figure, f.bone("hip"), f.scene.getTime()));
+    QVERIFY(angleDeg(f.figure->getWSRot(), DzQuat()) <= kToleranceDeg);
+    QVERIFY(distance(f.figure->getWSPos(), DzVec3(0, 0, 0)) <= kToleranceCm);
+    const QString moved = firstMoved(f.figure, before, kToleranceDeg, kToleranceCm);
+    QVERIFY2(moved.isEmpty(), qPrintable(moved));
+}
+
+// Every channel of both nodes has to change, whichever becomes the centre.
+static void placeAllChannels(const FigureFixture& f)
+{
+    setFreeTranslation(f.bone("hip"), DzVec3(3, 10, -4));
+    f.bone("hip")->setLocalRot(DzQuat(DzRotationOrder::YZX, DzVec3(0.3f, -0.5f, 0.2f)));
+    f.figure->setWSPos(DzVec3(100, 20, -30));
+    f.figure->setWSRot(DzQuat(DzRotationOrder::YXZ, DzVec3(0.4f, 1.5f, -0.3f)));
+}
+
+void TestHipCentre::aChannelThatCannotFollowLeavesEverythingAsItIs_data()
 {
     QTest::addColumn<bool>("root");
     QTest::addColumn<bool>("onHip");
     QTest::addColumn<QString>("channel");
-    for (const char* channel : {"XTranslate", "YTranslate", "ZTranslate"}) {
-        QTest::newRow(qPrintable(QString("hip, figure's %1").arg(channel)))
-            << false << false << QString(channel);
-        QTest::newRow(qPrintable(QString("hip, hip's %1").arg(channel)))
-            << false << true << QString(channel);
-    }
-    for (const char* channel : {"YTranslate", "XRotate", "YRotate", "ZRotate"}) {
-        QTest::newRow(qPrintable(QString("root, figure's %1").arg(channel)))
-            << true << false << QString(channel);
-        QTest::newRow(qPrintable(QString("root, hip's %1").arg(channel)))
-            << true << true << QString(channel);
+    QTest::addColumn<bool>("byLock");
+    for (const char* channel :
+        {"XTranslate", "YTranslate", "ZTranslate", "XRotate", "YRotate", "ZRotate"}) {
+        for (int variant = 0; variant < 8; ++variant) {
+            const bool root = variant & 1, onHip = variant & 2, byLock = variant & 4;
+            if (!root && QByteArray(channel).endsWith("Rotate"))
+                continue; // the hip as centre turns nothing
+            QTest::newRow(qPrintable(QString("%1, %2 %3 %4")
+                                         .arg(root ? "root" : "hip")
+                                         .arg(onHip ? "hip's" : "figure's")
+                                         .arg(channel)
+                                         .arg(byLock ? "locked" : "limited")))
+                << root << onHip << QString(channel) << byLock;
+        }
     }
 }
 
-void TestHipCentre::aLockLeavesEverythingAsItIs()
+// Holds a channel at the value that it has.
+static void hold(DzNode* node, const QString& name, bool byLock)
+{
+    DzFloatProperty* channel = qobject_cast<DzFloatProperty*>(node->findProperty(name));
+    if (byLock) {
+        channel->lock(true);
+        return;
+    }
+    channel->setMinMax(channel->getValue(), channel->getValue());
+    channel->setIsClamped(true);
+}
+
+static bool makeCentre(const FigureFixture& f, bool root)
+{
+    return root ? rootAsCentre(f.figure, f.bone("hip"), f.scene.getTime())
+                : hipAsCentre(f.figure, f.bone("hip"), f.scene.getTime());
+}
+
+void TestHipCentre::aChannelThatCannotFollowLeavesEverythingAsItIs()
 {
     QFETCH(bool, root);
     QFETCH(bool, onHip);
     QFETCH(QString, channel);
+    QFETCH(bool, byLock);
     FigureFixture f;
-    DzBone* hip = f.bone("hip");
-    hip->setLocalPos(DzVec3(3, 10, -4));
-    f.figure->setWSPos(DzVec3(100, 0, 0));
-    f.figure->getYRotControl()->setValue(90);
-    const DzNode* node = onHip ? static_cast<DzNode*>(hip) : f.figure;
-    node->findProperty(channel)->lock(true);
+    placeAllChannels(f);
+    hold(onHip ? static_cast<DzNode*>(f.bone("hip")) : f.figure, channel, byLock);
     const FigureState before = stateOf(f.figure);
-    if (root)
-        rootAsCentre(f.figure, hip, f.scene.getTime());
-    else
-        hipAsCentre(f.figure, hip, f.scene.getTime());
+    QVERIFY(!makeCentre(f, root));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
+}
+
+void TestHipCentre::aLockThatNeedNotGiveIsNoObstacle()
+{
+    for (bool byLock : {true, false}) {
+        FigureFixture f;
+        DzBone* hip = f.bone("hip");
+        hip->setLocalPos(DzVec3(3, 10, -4));
+        f.figure->setWSPos(DzVec3(100, 0, 0));
+        f.figure->getYRotControl()->setValue(90);
+        for (const char* channel : {"XRotate", "ZRotate", "YTranslate"})
+            hold(hip, channel, byLock); // a turn about Y alone
+        for (const char* channel : {"XRotate", "ZRotate", "YTranslate"})
+            hold(f.figure, channel, byLock);
+        const std::vector<WorldPlace> before = worldPlaces(f.figure);
+        QVERIFY(rootAsCentre(f.figure, hip, f.scene.getTime()));
+        QVERIFY(dialsAreZero(f.figure));
+        const QString moved = firstMoved(f.figure, before, kToleranceDeg, kToleranceCm);
+        QVERIFY2(moved.isEmpty(), qPrintable(moved));
+    }
+    FigureFixture f;
+    f.bone("hip")->setLocalPos(DzVec3(3, 0, -4));
+    hold(f.bone("hip"), "YTranslate", true);
+    hold(f.figure, "YTranslate", true);
+    QVERIFY(hipAsCentre(f.figure, f.bone("hip"), f.scene.getTime()));
+    QCOMPARE(f.bone("hip")->getLocalPos(), DzVec3(0, 0, 0));
+    QVERIFY(distance(f.figure->getWSPos(), DzVec3(3, 0, -4)) <= 1e-4);
+}
+
+void TestHipCentre::aRefusalLeavesNothingToUndoInTheCallersHold()
+{
+    for (bool root : {false, true}) {
+        FigureFixture f;
+        placeAllChannels(f);
+        hold(f.bone("hip"), "ZTranslate", true);
+        f.undoStack.clearAll();
+        const FigureState before = stateOf(f.figure);
+        {
+            DzUndoStackHold outer;
+            QVERIFY(!makeCentre(f, root));
+            outer.accept(QLatin1String("quillon_stack"));
+        }
+        QCOMPARE(f.undoStack.getNumUndoItems(), 1); // the empty step of the press
+        QVERIFY(f.undoStack.undo());
+        VERIFY_SAME_STATE(before, stateOf(f.figure));
+    }
 }
 
 QTEST_MAIN(TestHipCentre)

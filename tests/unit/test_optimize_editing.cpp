@@ -22,6 +22,8 @@ private slots:
     void anUnsupportedFigureIsRefused();
     void aFigureWithoutHipIsRefused();
     void theScenesTimeIsMeant();
+    void aChannelOfTheFigureThatCannotFollowIsRefused_data();
+    void aChannelOfTheFigureThatCannotFollowIsRefused();
 
     // props
     void theDialogsChoicesReachTheProp();
@@ -115,6 +117,23 @@ void TestOptimizeEditing::theScenesTimeIsMeant()
     QVERIFY(optimizeEditing(f.figure, f.figure, 1));
     QCOMPARE(up->getValue(1600), 0.f);
     QCOMPARE(up->getValue(0), 10.f);
+}
+
+void TestOptimizeEditing::aChannelOfTheFigureThatCannotFollowIsRefused_data()
+{
+    addClickRows({1, 2});
+}
+
+void TestOptimizeEditing::aChannelOfTheFigureThatCannotFollowIsRefused()
+{
+    QFETCH(int, kind);
+    FigureFixture f;
+    f.bone("hip")->setLocalPos(DzVec3(0, 10, 0));
+    f.figure->setWSPos(DzVec3(0, 7, 0));
+    f.bone("hip")->getYPosControl()->lock(true);
+    const FigureState before = stateOf(f.figure);
+    QVERIFY(!optimizeEditing(f.figure, f.figure, kind));
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
 }
 
 // Answers the dialog with the choices and Accept.

@@ -26,6 +26,8 @@ private slots:
     void middleClickTakesTheBoneAlone();
     void hipTurnsUprightAndKeepsTheTranslation_data();
     void hipTurnsUprightAndKeepsTheTranslation();
+    void limitsDoNotKeepTheHipFromTurningUpright_data();
+    void limitsDoNotKeepTheHipFromTurningUpright();
     void hipControlsFallThroughSharedChildrenOnly();
     void rightClickOnTheHipLeavesTheHip();
     void facsControlsFallWithAFaceBone();
@@ -254,6 +256,34 @@ void TestResetSelection::hipTurnsUprightAndKeepsTheTranslation()
     QVERIFY(nearly(hip->getYRotControl()->getValue(), -30, 1e-4)); // against the figure
     QCOMPARE(f.figure->getXPosControl()->getValue(), 50.f);
     QCOMPARE(f.figure->getYRotControl()->getValue(), 30.f);
+}
+
+void TestResetSelection::limitsDoNotKeepTheHipFromTurningUpright_data()
+{
+    QTest::addColumn<bool>("ignoresLimits");
+    QTest::newRow("a host that minds limits") << false;
+    QTest::newRow("a host that does not") << true;
+}
+
+void TestResetSelection::limitsDoNotKeepTheHipFromTurningUpright()
+{
+    QFETCH(bool, ignoresLimits);
+    const EulerChoice choice(ignoresLimits);
+    FigureFixture f;
+    setBodyBoneLimits(f.figure, true, false);
+    f.select("hip");
+    DzBone* hip = f.bone("hip");
+    Random random(42);
+    for (int pair = 0; pair <= 40; ++pair) {
+        const float figureDeg = pair == 0 ? 120 : float(random.between(-720, 720));
+        const float hipDeg = pair == 0 ? 100 : float(random.between(-180, 180));
+        f.figure->getYRotControl()->setValue(figureDeg);
+        hip->getYRotControl()->setValue(hipDeg);
+        resetPose(f.figure, pair % 2 ? ResetBody : ResetSelected);
+        const double offDeg = angleDeg(hip->getWSRot(), DzQuat());
+        QVERIFY2(offDeg <= kTurnToleranceDeg,
+            qPrintable(QString("figure %1, hip %2: %3").arg(figureDeg).arg(hipDeg).arg(offDeg)));
+    }
 }
 
 void TestResetSelection::hipControlsFallThroughSharedChildrenOnly()
