@@ -34,7 +34,8 @@ static bool optimizeProp(DzNode* node)
     DzRotationOrder order = node->getRotationOrder();
     if (!runRotationOrderDialog(&order))
         return false;
-    setPropOrigin(node, order, OriginChoice(pluginSettings().propOrigin));
+    if (!setPropOrigin(node, order, OriginChoice(pluginSettings().propOrigin)))
+        return false;
     setTranslationNudge(node, pluginSettings().translationNudge);
     return true;
 }

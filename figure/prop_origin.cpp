@@ -1,5 +1,7 @@
 #include "figure/prop_origin.h"
 
+#include "figure/node_place.h"
+
 #include "dzfloatproperty.h"
 #include "dznode.h"
 #include "dznumericproperty.h"
@@ -9,6 +11,8 @@
 #include <vector>
 
 namespace quillon {
+
+static const float kOriginToleranceCm = 1e-3f; // rounding on the way into three channels
 
 // ---- frames ----------------------------------------------------------------------------------
 
@@ -124,21 +128,28 @@ static DzVec3 newOrigin(DzNode* node, OriginChoice choice, const Placement& last
 
 // ---- the change ------------------------------------------------------------------------------
 
-void setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice)
+static bool setOriginAndPlaces(
+    DzNode* node, OriginChoice choice, const std::vector<Placement>& keyed)
 {
-    const std::vector<Placement> keyed = keyedPlacements(node);
-    node->setRotationOrder(order);
-    if (keyed.empty())
-        return;
     const DzVec3 before = node->getOrigin();
     const DzVec3 wanted = newOrigin(node, choice, keyed.back());
     if (wanted != before)
         node->setOrigin(wanted, true);
     const DzVec3 moved = node->getOrigin() - before; // as it was taken
+    bool followed = (before + moved - wanted).length() <= kOriginToleranceCm;
     for (const Placement& was : keyed) {
-        node->setWSRot(was.time, was.rot_world);
-        node->setWSPos(was.time, was.posCm_world + toWorld(was, moved));
+        followed &= turnTo(node, was.time, was.rot_world);
+        followed &= moveTo(node, was.time, was.posCm_world + toWorld(was, moved));
     }
+    return followed;
+}
+
+bool setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice)
+{
+    const std::vector<Placement> keyed = keyedPlacements(node);
+    DzUndoStackHold hold;
+    node->setRotationOrder(order);
+    return keepOrTakeBack(&hold, keyed.empty() || setOriginAndPlaces(node, choice, keyed));
 }
 
 void setTranslationNudge(DzNode* node, float stepCm)

@@ -4,7 +4,8 @@
 // animation range. Frames are counted from time 0, whatever the range starts with: a range of
 // frames 30 to 60 visits frames 0 to 30. Keys elsewhere stay as they are.
 // A prop without a keyed frame gets the rotation order only: its channels and its origin stay.
-// What is locked is not changed, and the geometry then moves.
+// Nothing changes when a channel that would have to change is locked, or limited so that it cannot
+// take the value: the geometry would move.
 // Lengths in centimetres, times in ticks.
 #pragma once
 
@@ -27,8 +28,9 @@ int frameCount();
 // that can animate counts.
 bool hasKeyInFrame(const DzNode* node, int frame);
 
-// The caller holds: a measurement on the way is taken back through the undo stack.
-void setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice);
+// The caller holds: a measurement on the way, and what cannot be done, are taken back through the
+// undo stack. False, with nothing changed: a channel cannot follow.
+bool setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice);
 
 // The step by which the position sliders move.
 void setTranslationNudge(DzNode* node, float stepCm);

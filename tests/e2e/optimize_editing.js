@@ -240,6 +240,28 @@ UndoStack.undo();
 near(prop.getOrigin(), [10, 25, 10], 1e-3, "undone");
 eq(prop.getRotationOrder(), "XYZ");
 
+// ---- a channel that cannot follow: nothing changes, nothing is told -------------------------------
+prop.getYPosControl().lock(true);
+var held = [Bench.poseState(prop), Bench.rawState(prop), prop.getOrigin(), prop.getRotationOrder()];
+["Imported model origin", "Current world center"].forEach(function (origin) { // the centre is it
+    eq(withDialog(function (dialog) {
+        clickText(dialog, origin);
+        clickText(dialog, "YXZ");
+        clickText(dialog, "Accept");
+    }), [1, false], origin + ", locked");
+    eq([Bench.poseState(prop), Bench.rawState(prop), prop.getOrigin(), prop.getRotationOrder()],
+        held, origin);
+});
+prop.getYPosControl().lock(false);
+selectOnly(held = Scene.loadFigure(FIGURES[0]));
+held.findBone("hip").getYPosControl().setValue(10);
+held.setWSPos([0, 5, 0]);
+held.findBone("hip").getYPosControl().lock(true);
+eq([optimize("left"), optimize("right")], [[1, false], [1, false]], "a locked hip");
+eq(held.getWSPos(), [0, 5, 0]);
+Scene.removeNode(held);
+selectOnly(prop);
+
 // ---- the fields are saved with the pane ------------------------------------------------------
 eq(withDialog(function (dialog) {
     clickText(dialog, "Object center");

@@ -48,6 +48,27 @@ struct PropFixture : SceneFixture {
     DzNode* prop;
 };
 
+inline std::vector<DzFloatProperty*> poseChannels(const DzNode* node)
+{
+    return {node->getXRotControl(), node->getYRotControl(), node->getZRotControl(),
+        node->getXPosControl(), node->getYPosControl(), node->getZPosControl()};
+}
+
+// Every key of the node: "XTranslate 160 1.5".
+inline QStringList keysOf(const DzNode* node)
+{
+    QStringList keys;
+    for (int i = 0; i < node->getNumProperties(); ++i) {
+        const auto* p = qobject_cast<DzFloatProperty*>(node->getProperty(i));
+        for (int k = 0; p && k < p->getNumKeys(); ++k)
+            keys += QString("%1 %2 %3")
+                        .arg(p->getName())
+                        .arg(p->getKeyTime(k))
+                        .arg(double(p->getKeyValue(k)));
+    }
+    return keys;
+}
+
 // The corners of the fixture's box, in double: the node's placement is applied here and not by the
 // node's own box.
 inline std::vector<DzVec3> cornersAt(const DzNode* node, DzTime time)

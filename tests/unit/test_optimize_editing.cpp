@@ -32,6 +32,7 @@ private slots:
     void aPropWithoutKeysGetsOrderAndNudgeOnly();
     void theClickDoesNotMatterForAProp_data();
     void theClickDoesNotMatterForAProp();
+    void aChannelOfThePropThatCannotFollowIsRefused();
     void noNodeIsRefused();
 };
 
@@ -222,6 +223,27 @@ void TestOptimizeEditing::theClickDoesNotMatterForAProp()
     QVERIFY(optimizeEditing(f.prop, nullptr, kind));
     QCOMPARE(answer.shown, 1);
     QCOMPARE(f.prop->getRotationOrder().order(), DzRotationOrder::XZY);
+}
+
+void TestOptimizeEditing::aChannelOfThePropThatCannotFollowIsRefused()
+{
+    HostFixture host;
+    PropFixture f;
+    f.keyFrames({0, 10});
+    f.prop->getXRotControl()->setValue(0, 35); // unturned, the origin's move is all there is
+    f.prop->getYPosControl()->lock(true);
+    FigureState before;
+    addStates(f.prop, &before);
+    const float step = f.prop->getYPosControl()->getSensitivity();
+    DialogAnswer answer([](QDialog* dialog) { acceptWith(dialog, "Object center", "ZXY", "3"); });
+    QVERIFY(!optimizeEditing(f.prop, nullptr, 1));
+    FigureState after;
+    addStates(f.prop, &after);
+    VERIFY_SAME_STATE(before, after);
+    QCOMPARE(f.prop->getRotationOrder().order(), DzRotationOrder::XYZ);
+    QCOMPARE(f.prop->getYPosControl()->getSensitivity(), step);
+    QCOMPARE(pluginSettings().propOrigin, 2); // the dialog was accepted
+    QCOMPARE(pluginSettings().translationNudge, 3.f);
 }
 
 void TestOptimizeEditing::noNodeIsRefused()

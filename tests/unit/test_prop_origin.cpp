@@ -43,21 +43,6 @@ static const DzRotationOrder::RotOrder kOrders[] = {DzRotationOrder::XYZ, DzRota
     DzRotationOrder::YXZ, DzRotationOrder::YZX, DzRotationOrder::ZXY, DzRotationOrder::ZYX};
 static const DzTime kStep = PropFixture::kStep;
 
-// Every key of the node: "XTranslate 160 1.5".
-static QStringList keysOf(const DzNode* node)
-{
-    QStringList keys;
-    for (int i = 0; i < node->getNumProperties(); ++i) {
-        const auto* p = qobject_cast<DzFloatProperty*>(node->getProperty(i));
-        for (int k = 0; p && k < p->getNumKeys(); ++k)
-            keys += QString("%1 %2 %3")
-                        .arg(p->getName())
-                        .arg(p->getKeyTime(k))
-                        .arg(double(p->getKeyValue(k)));
-    }
-    return keys;
-}
-
 void TestPropOrigin::framesAreCountedOverTheRange_data()
 {
     QTest::addColumn<int>("start");
