@@ -99,8 +99,8 @@ static DzVec3 geometryCentre(DzNode* node)
     const DzVec3 before = node->getOrigin();
     DzUndoStackHold hold;
     node->setWSRot(DzQuat());
-    node->setWSPos(DzVec3(0, 0, 0));
     node->setOrigin(DzVec3(0, 0, 0), true);
+    node->setWSPos(DzVec3(0, 0, 0)); // the origin has moved it
     const DzBox3 box = node->getLocalBoundingBox();
     DzVec3 centre = before;
     if (box.isValid()) {

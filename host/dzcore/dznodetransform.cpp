@@ -389,6 +389,7 @@ void DzNode::setOrientation(const DzQuat& orientation, bool)
 
 DzBox3 DzNode::getLocalBoundingBox() const
 {
+    DZ_HOST_SEEN("getLocalBoundingBox");
     DzBox3 box;
     const DzBox3 geometry = m_object ? m_object->getGeometryBox() : DzBox3();
     if (!geometry.isValid())

@@ -69,6 +69,7 @@ const CallRow kCalls[] = {
     {"setLocalRot",              CallKind::Host,   nullptr},
     {"setLocalScale",            CallKind::Host,   nullptr},
     {"setOrigin",                CallKind::Host,   nullptr},
+    {"getLocalBoundingBox",      CallKind::Host,   nullptr},
     {"setRotationOrder",         CallKind::Host,   nullptr},
     // properties
     {"setValue",                 CallKind::Host,   nullptr},

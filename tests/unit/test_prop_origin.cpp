@@ -15,12 +15,14 @@ private slots:
     void framesAreCountedOverTheRange();
     void aFrameHoldsTheTicksUpToTheNext();
     void onlyKeysOfPropertiesThatAnimateCount();
+    void aKeyOfAPropertyThatCannotAnimateDoesNotCount();
 
     // origins
     void noChangeKeepsTheOrigin();
     void theImportedOriginIsZero();
     void theObjectCentreIsThatOfTheGeometry_data();
     void theObjectCentreIsThatOfTheGeometry();
+    void theBoxIsReadUnturnedAtTheOrigin();
     void measuringAnUnkeyedTimeLeavesNoTrace();
     void theWorldCentreIsAtTheWorldsOriginInTheLastKeyedFrame();
     void aNodeWithoutGeometryKeepsItsOriginAsObjectCentre();
@@ -92,6 +94,35 @@ void TestPropOrigin::onlyKeysOfPropertiesThatAnimateCount()
     QVERIFY(hasKeyInFrame(f.prop, 0));
 }
 
+// Has a key at 0 all the same: whether a property can animate is the host's to say.
+class FixedProperty : public DzFloatProperty {
+public:
+    FixedProperty()
+        : DzFloatProperty(QLatin1String("Fixed"), false)
+    {
+    }
+    bool hasKeys() const override
+    {
+        return true;
+    }
+    using DzFloatProperty::getNumKeys;
+    int getNumKeys() const override
+    {
+        return 1;
+    }
+    DzTime getKeyTime(int) const override
+    {
+        return 0;
+    }
+};
+
+void TestPropOrigin::aKeyOfAPropertyThatCannotAnimateDoesNotCount()
+{
+    PropFixture f;
+    f.prop->addProperty(new FixedProperty);
+    QVERIFY(!hasKeyInFrame(f.prop, 0));
+}
+
 void TestPropOrigin::noChangeKeepsTheOrigin()
 {
     PropFixture f;
@@ -131,6 +162,44 @@ void TestPropOrigin::theObjectCentreIsThatOfTheGeometry()
     f.scene.setTime(now * kStep);
     setPropOrigin(f.prop, DzRotationOrder::YZX, OriginChoice::ObjectCentre);
     QVERIFY(distance(f.prop->getOrigin(), DzVec3(10, 25, 10)) <= 1e-4);
+}
+
+// How the box of geometry that is no box turns with it, the host does not say: only this one
+// placement tells.
+static const DzNode* g_measured;
+static int g_measurements;
+
+static bool lookAtMeasurement(const char* name, const void*)
+{
+    if (qstrcmp(name, "getLocalBoundingBox") != 0)
+        return false;
+    ++g_measurements;
+    [] {
+        QCOMPARE(g_measured->getXRotControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getYRotControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getZRotControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getXPosControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getYPosControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getZPosControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getOriginXControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getOriginYControl()->getValue(), 0.f);
+        QCOMPARE(g_measured->getOriginZControl()->getValue(), 0.f);
+    }();
+    return false;
+}
+
+void TestPropOrigin::theBoxIsReadUnturnedAtTheOrigin()
+{
+    PropFixture f;
+    f.prop->setOrigin(DzVec3(5, -4, 3), true);
+    for (DzFloatProperty* channel : poseChannels(f.prop))
+        channel->setValue(0, 40);
+    g_measured = f.prop;
+    g_measurements = 0;
+    dzHostCallHook = lookAtMeasurement;
+    setPropOrigin(f.prop, DzRotationOrder::XYZ, OriginChoice::ObjectCentre);
+    dzHostCallHook = nullptr;
+    QCOMPARE(g_measurements, 1);
 }
 
 void TestPropOrigin::measuringAnUnkeyedTimeLeavesNoTrace()

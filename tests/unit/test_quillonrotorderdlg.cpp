@@ -27,6 +27,8 @@ private slots:
     void aNudgeThatIsNoNumberIsAHalf_data();
     void aNudgeThatIsNoNumberIsAHalf();
     void clicksAndKeysAreStored();
+    void withoutAnOrderCheckedTheOrderStays();
+    void anAcceptedDialogRepaintsThePane();
     void aCancelChangesNothing_data();
     void aCancelChangesNothing();
     void theSettingsFileIsNotWritten();
@@ -219,6 +221,60 @@ void TestQuillonRotOrderDlg::clicksAndKeysAreStored()
     QCOMPARE(order.toString(), QString("ZXY"));
     QCOMPARE(pluginSettings().propOrigin, 2);
     QCOMPARE(pluginSettings().translationNudge, 1.25f);
+}
+
+void TestQuillonRotOrderDlg::withoutAnOrderCheckedTheOrderStays()
+{
+    HostFixture host;
+    DialogAnswer answer([](QDialog* dialog) {
+        for (const char* label : {"XYZ", "XZY", "YXZ", "YZX", "ZXY", "ZYX"}) {
+            radioButton(dialog, label)->setAutoExclusive(false);
+            radioButton(dialog, label)->setChecked(false);
+        }
+        pushButton(dialog, "Accept")->click();
+    });
+    DzRotationOrder order = DzRotationOrder::ZXY;
+    QVERIFY(runRotationOrderDialog(&order));
+    QCOMPARE(order.order(), DzRotationOrder::ZXY);
+}
+
+// Counts repaints.
+class Canvas : public QWidget {
+public:
+    int paints = 0;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        ++paints;
+    }
+};
+
+// Runs the dialog over a pane that is painted, and gives how often it was painted afterwards.
+static int paintsAfter(const char* button)
+{
+    Canvas pane;
+    enterPane(&pane);
+    pane.show();
+    if (!QTest::qWaitForWindowExposed(&pane))
+        return -1;
+    DialogAnswer answer([&pane, button](QDialog* dialog) {
+        QApplication::processEvents();
+        pane.paints = 0;
+        pushButton(dialog, button)->click();
+    });
+    DzRotationOrder order = DzRotationOrder::XYZ;
+    runRotationOrderDialog(&order);
+    QApplication::processEvents();
+    leavePane(&pane);
+    return pane.paints;
+}
+
+void TestQuillonRotOrderDlg::anAcceptedDialogRepaintsThePane()
+{
+    HostFixture host;
+    QCOMPARE(paintsAfter("Accept"), 1);
+    QCOMPARE(paintsAfter("Cancel"), 0);
 }
 
 void TestQuillonRotOrderDlg::aCancelChangesNothing_data()
