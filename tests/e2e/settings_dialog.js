@@ -72,6 +72,14 @@ click(15);
 Bench.press(PANE, place(15)[0], place(15)[1], "x1");
 eq(UndoStack.count(), 0);
 
+// A host that has no main window yet: the button does nothing but clear the message.
+var dialogsBefore = Bench.dialogs().length;
+Bench.failCall("getInterface", 1);
+click(15);
+eq(Bench.pendingCalls(), [], "the window was asked for");
+eq(Bench.dialogs().length, dialogsBefore, "no window, no dialog");
+eq(readBytes(dataFile("settings")), null, "nothing is saved");
+
 // ---- every combination, from fields off and from fields on --------------------------------------------
 function writeFields(fields) // settings.dat with these five, then a start
 {
