@@ -181,7 +181,7 @@ private slots:
         QVERIFY(!qscriptvalue_cast<QuillonAboutAction*>(QScriptValue(3)));
     }
 
-    void pointerTypesAreRegisteredOnceInTheProcess()
+    void registeringAgainKeepsTheIdsOfThePointerTypes()
     {
         registerAll(m_engine.get());
         int ids[3];

@@ -22,9 +22,48 @@
 #include <QTimer>
 #include <QtTest>
 
+#include <sys/inotify.h>
+#include <unistd.h>
+
 #include <cmath>
 
 using namespace quillon;
+
+// What happens to the files of a folder while it lives, in order.
+class FolderWatch {
+public:
+    explicit FolderWatch(const QString& folder)
+        : m_watch(inotify_init1(IN_NONBLOCK))
+    {
+        inotify_add_watch(m_watch, QFile::encodeName(folder).constData(), IN_OPEN | IN_DELETE);
+    }
+    ~FolderWatch()
+    {
+        close(m_watch);
+    }
+    // "opens ranks", "deletes crashed": without what follows the stem.
+    QStringList events() const
+    {
+        QStringList seen;
+        alignas(inotify_event) char buffer[4096];
+        for (ssize_t size; (size = read(m_watch, buffer, sizeof buffer)) > 0;)
+            for (const char* at = buffer; at < buffer + size;) {
+                const inotify_event* event = reinterpret_cast<const inotify_event*>(at);
+                if (event->len > 0)
+                    seen << QLatin1String(event->mask & IN_OPEN ? "opens " : "deletes ")
+                            + QFile::decodeName(event->name).section('_', 0, 0);
+                at += sizeof(inotify_event) + event->len;
+            }
+        return seen;
+    }
+
+private:
+    Q_DISABLE_COPY(FolderWatch)
+    int m_watch;
+};
+
+// One favourite pose.
+static const QByteArray kRanks("\1\0\0\0\1\0\0\0\1\0\0\0\x44\x33\x22\x11", 16);
 
 class TestDzQuillonPane : public QObject {
     Q_OBJECT
@@ -108,6 +147,23 @@ private slots:
         QCOMPARE(seen, QString(expected).split('|'));
         QCOMPARE(pluginSettings().currentRank, qint32(2));
         QVERIFY(!QFile::exists(dataFiles().crashMarker));
+    }
+
+    // A crash of any reader is found out by the next start.
+    void dataAreReadInOrderAndTheMarkerGoesLast()
+    {
+        locateDataFiles();
+        writeFile(dataFiles().settings, "any");
+        writeFile(dataFiles().ranks, "any");
+        writeFile(dataFiles().poseIndex, "any");
+        const FolderWatch watch(m_host->dataFolder());
+        const DzQuillonPane pane;
+        QCOMPARE(watch.events(),
+            QStringList() << "opens crashed"
+                          << "opens settings"
+                          << "opens ranks"
+                          << "opens poseIndex"
+                          << "deletes crashed");
     }
 
     void migratesBeforeItLooksForTheMarker()
@@ -272,6 +328,18 @@ private slots:
         QVERIFY(pluginSettings().partLocks[3]);
     }
 
+    void ranksSurviveARestart()
+    {
+        locateDataFiles();
+        writeFile(dataFiles().ranks, kRanks);
+        {
+            const DzQuillonPane pane;
+            QCOMPARE(rankRecordCount(), 1);
+            QVERIFY(QFile::remove(dataFiles().ranks)); // so that it is the end that writes it
+        }
+        QCOMPARE(fileBytes(dataFiles().ranks), kRanks);
+    }
+
     void worksWithoutAnyApplication()
     {
         m_host.reset();
@@ -341,8 +409,10 @@ private slots:
         std::unique_ptr<DzQuillonPane> second(new DzQuillonPane);
         first.reset();
         QVERIFY(!QFile::exists(dataFiles().settings));
+        QVERIFY(!QFile::exists(dataFiles().ranks));
         second.reset();
         QVERIFY(QFile::exists(dataFiles().settings));
+        QVERIFY(QFile::exists(dataFiles().ranks));
         QVERIFY(!paneTimers().status && !paneTimers().banner);
     }
 

@@ -95,7 +95,7 @@ private slots:
         QCOMPARE(plugin->getClassFactory(2)->className(), QString("QuillonAboutAction"));
     }
 
-    void loadingTwiceRegistersThePointerTypesOnce()
+    void loadingTwiceKeepsTheIdsOfThePointerTypes()
     {
         LoadedModule first(m_folder);
         LoadedModule second(m_folder);
