@@ -97,6 +97,13 @@ static void applyWithLocks(DzSkeleton* figure, DzTime time, SearchDirection dire
     setPartLocks(figure, false);
 }
 
+// A figure that stands so at the next press has not been moved by the user.
+static void noteFigureLeft(DzSkeleton* figure, DzTime time)
+{
+    hipChanged(figure, StoreHip, time);
+    notePlaceLeft(time);
+}
+
 void applyCurrentPose(DzSkeleton* figure, DzTime time, SearchDirection direction)
 {
     DzUndoStackHold hold;
@@ -106,8 +113,7 @@ void applyCurrentPose(DzSkeleton* figure, DzTime time, SearchDirection direction
     putBackPlace(time); // before the turn, which moves the figure round its hip
     turnToStoredFacing(figure, time);
     enforceBrowsingLimits(figure);
-    hipChanged(figure, StoreHip, time);
-    notePlaceLeft(time);
+    noteFigureLeft(figure, time);
     refreshCurrentRank();
     hold.accept(QLatin1String(kUndoCaption));
     countSceneChange();
@@ -122,17 +128,35 @@ void reapplyCurrentPose(DzSkeleton* figure, DzTime time)
     applyCurrentPose(figure, time, SearchHere);
 }
 
-void mirrorCurrentPose(DzSkeleton* figure, DzTime time)
+bool mirrorCurrentPose(DzSkeleton* figure, DzTime time)
 {
     if (!hipOf(figure))
-        return;
+        return false;
     DzUndoStackHold hold;
-    mirrorWholePose(figure, time);
+    if (!mirrorWholePose(figure, time)) {
+        hold.cancel();
+        return false;
+    }
     turnToStoredFacing(figure, time);
-    hipChanged(figure, StoreHip, time);
-    notePlaceLeft(time);
+    noteFigureLeft(figure, time);
     hold.accept(QLatin1String(kUndoCaption));
     countSceneChange();
+    return true;
+}
+
+bool reapplyCurrentPoseMirrored(DzSkeleton* figure, DzTime time)
+{
+    const unsigned applied = g_applied;
+    DzUndoStackHold hold;
+    reapplyCurrentPose(figure, time);
+    if (mirrorCurrentPose(figure, time)) {
+        hold.accept(QLatin1String(kUndoCaption));
+        return true;
+    }
+    hold.cancel();
+    noteFigureLeft(figure, time);
+    g_applied = applied;
+    return false;
 }
 
 } // namespace quillon

@@ -31,7 +31,10 @@ void applyCurrentPose(DzSkeleton* figure, DzTime time, SearchDirection direction
 // The very same pose again, without a search.
 void reapplyCurrentPose(DzSkeleton* figure, DzTime time);
 
-// Mirrors what the figure shows, locked parts excepted.
-void mirrorCurrentPose(DzSkeleton* figure, DzTime time);
+// Mirrors what the figure shows, locked parts excepted. False: it could not, and nothing changed.
+bool mirrorCurrentPose(DzSkeleton* figure, DzTime time);
+
+// Both of them; when it cannot be mirrored, it is not applied again either.
+bool reapplyCurrentPoseMirrored(DzSkeleton* figure, DzTime time);
 
 } // namespace quillon

@@ -178,10 +178,10 @@ bool toggleMirrored(const PressContext& press)
     if (!canSearch(press) || !poseEntry(pluginSettings().currentPose))
         return false;
     const PressHold hold;
-    reapplyCurrentPose(press.figure, press.time);
-    pageState().mirrored = !pageState().mirrored;
-    if (pageState().mirrored)
-        mirrorCurrentPose(press.figure, press.time);
+    bool& mirrored = pageState().mirrored;
+    if (mirrored)
+        reapplyCurrentPose(press.figure, press.time);
+    mirrored = !mirrored && reapplyCurrentPoseMirrored(press.figure, press.time);
     countMatches();
     return true;
 }

@@ -63,16 +63,14 @@ static void mirrorNode(DzNode* node, DzTime time)
 bool swapCommand(const PressContext& press)
 {
     if (press.figure)
-        swapOrSymmetrize(press.figure, press.kind, press.time, false);
-    else
-        mirrorNode(press.node, press.time);
+        return swapOrSymmetrize(press.figure, press.kind, press.time, false);
+    mirrorNode(press.node, press.time);
     return true;
 }
 
 bool symmetrizeCommand(const PressContext& press)
 {
-    swapOrSymmetrize(press.figure, press.kind, press.time, true);
-    return true;
+    return swapOrSymmetrize(press.figure, press.kind, press.time, true);
 }
 
 bool clampFaceLimits(const PressContext& press)

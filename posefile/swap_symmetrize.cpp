@@ -105,21 +105,22 @@ static void putBackUntouched(const std::vector<KeptBone>& bones, DzTime time)
     }
 }
 
-void swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetrize)
+bool swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetrize)
 {
     DzBone* hip = findBone(QLatin1String("hip"), figure);
     if (!hip)
-        return;
+        return false;
     const bool wholeFigure = figure->isSelected();
-    hipAsCentre(figure, hip, time);
     std::vector<KeptBone> kept;
     if (!wholeFigure)
         kept = keepBones(figure, time);
     clearTouchedBones();
-    const bool withChildren = clickKind != kThisBoneOnly;
-    const bool includeFace = !symmetrize;
-    applyThroughTempFiles(figure, withChildren, false, symmetrize, includeFace, wholeFigure);
+    const bool withChildren = clickKind != kThisBoneOnly, includeFace = !symmetrize;
+    if (!applyThroughTempFiles(figure, withChildren, false, symmetrize, includeFace, wholeFigure))
+        return false;
     putBackUntouched(kept, time);
+    hipAsCentre(figure, hip, time); // no entry sets the hip's place; a failure must not move it
+    return true;
 }
 
 bool mirrorWholePose(DzNode* figure, DzTime time)
@@ -127,9 +128,11 @@ bool mirrorWholePose(DzNode* figure, DzTime time)
     DzBone* hip = findBone(QLatin1String("hip"), figure);
     if (!hip)
         return false;
-    hipAsCentre(figure, hip, time);
     const bool withChildren = true, useLocks = true, includeFace = true, mirrorAll = true;
-    return applyThroughTempFiles(figure, withChildren, useLocks, false, includeFace, mirrorAll);
+    if (!applyThroughTempFiles(figure, withChildren, useLocks, false, includeFace, mirrorAll))
+        return false;
+    hipAsCentre(figure, hip, time);
+    return true;
 }
 
 } // namespace quillon

@@ -1,8 +1,8 @@
 // swap_symmetrize.h - the commands that mirror a pose by way of two temporary preset files.
 // The current pose is written to the first, mirrored into the second and that one applied. All at
 // the scene's time and on the primary selection, which has to be the figure or a bone of it.
-// No undo step is opened: the caller holds. Nothing is reported: a temporary folder that cannot be
-// written means that no bone moves.
+// No undo step is opened: the caller holds. Errors: false, without a message, and nothing in the
+// scene has changed: a figure without a hip, or a temporary folder that cannot be used.
 #pragma once
 
 #include "dztime.h"
@@ -14,7 +14,7 @@ namespace quillon {
 static constexpr int kThisBoneOnly = 3; // click kind of the middle button
 
 // The flags but useLocks are those of rewritePoseFile(); useLocks: the parts that the locks hold
-// stay as they are. The files are deleted after success and stay otherwise. False: not applied.
+// stay as they are. The files are deleted after success and stay otherwise.
 bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
     bool includeFace, bool mirrorAll);
 
@@ -22,12 +22,11 @@ bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, boo
 // exchange their values, mirrored; with the figure node selected the whole pose does.
 // Symmetrize: the selected sided bones take their partners' values, mirrored.
 // Bones below the selected ones take part unless clickKind is kThisBoneOnly. All other bones keep
-// their place. Nothing happens on a figure without a hip.
-void swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetrize);
+// their place, and so does the body: the hip's translation goes to the figure node.
+bool swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetrize);
 
 // Mirrors the whole pose, locked parts excepted. The figure is not turned afterwards: which way a
-// found pose is to face is for the Pose Finder. False on a figure without a hip, or when nothing
-// was applied.
+// found pose is to face is for the Pose Finder.
 bool mirrorWholePose(DzNode* figure, DzTime time);
 
 } // namespace quillon

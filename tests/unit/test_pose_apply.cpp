@@ -272,6 +272,42 @@ private slots:
         QCOMPARE(m_finder->bone("hip")->getYPosControl()->getValue(), 10.f);
     }
 
+    // Neither the pose again, in place of what the user has changed since, nor a step, nor a move
+    // that the next search would follow.
+    void mirroringThatFailsChangesNothing()
+    {
+        m_finder->addFile("a.duf", values({{"hip/y", 100}, {"head/y", 12}}));
+        m_finder->addFile("b.duf", values({{"lThighBend/x", -20}}));
+        m_finder->figure->getYRotControl()->setValue(33);
+        m_finder->bone("hip")->getYPosControl()->setValue(10);
+        m_finder->browse(AllPoses);
+        m_finder->apply(0);
+        m_finder->bone("lShin")->getXRotControl()->setValue(25);
+        m_finder->bone("hip")->getXRotControl()->setValue(40);
+        const QString temp = m_finder->app.getTempPath();
+        QDir().rmdir(temp);
+        writeFile(temp, "a regular file");
+        m_finder->rig.scene.setTime(1600);
+        m_finder->rig.undoStack.clearAll();
+        const FigureState before = stateOf(m_finder->figure);
+        const unsigned applied = appliedPoseCount();
+        const DzVec3 hipCm_world = m_finder->hipCm_world();
+        QVERIFY(!mirrorCurrentPose(m_finder->figure, m_finder->time()));
+        VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
+        QVERIFY(!reapplyCurrentPoseMirrored(m_finder->figure, m_finder->time()));
+        VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
+        QCOMPARE(m_finder->steps(), 0);
+        QCOMPARE(appliedPoseCount(), applied);
+        QVERIFY(!hipChanged(m_finder->figure, CompareHip, m_finder->time()));
+        QFile::remove(temp);
+        QDir().mkpath(temp);
+        QVERIFY(reapplyCurrentPoseMirrored(m_finder->figure, m_finder->time()));
+        QCOMPARE(m_finder->steps(), 1);
+        QVERIFY(nearly(m_finder->rotationDeg("head", 'y'), -12, 1e-4));
+        QVERIFY(!m_finder->next());
+        QVERIFY(distance(m_finder->hipCm_world(), hipCm_world) < 1e-3);
+    }
+
     void mirroredPoseKeepsLockedParts()
     {
         m_finder->memorize(values({{"lHand/z", 6}}));

@@ -1,8 +1,9 @@
 // What goes with a swap: the hip's translation, the temporary files, undo, locks, time.
 #include "pose_fixture.h"
 
-#include "posefile/pose_writer.h"
 #include "figure/hip_centre.h"
+#include "pane/plugin_settings.h"
+#include "posefile/pose_writer.h"
 #include "posefile/swap_symmetrize.h"
 
 #ifdef Q_OS_UNIX
@@ -23,8 +24,8 @@ private slots:
     void aFailedApplyLeavesBothFiles();
     void leftoversOfAFailureAreNotApplied();
     void aFullDiskAppliesNoOlderFile();
-    void anUnwritableTempFolderMovesNoBone_data();
-    void anUnwritableTempFolderMovesNoBone();
+    void anUnusableTempFolderChangesNothing_data();
+    void anUnusableTempFolderChangesNothing();
     void undoBringsBackEveryBitInOneStep_data();
     void undoBringsBackEveryBitInOneStep();
     void everyLockStaysAsItWas();
@@ -74,7 +75,8 @@ void TestSwapAround::noHipMeansNothingHappens()
     f.selectFigure();
     f.bone("lShin")->getXRotControl()->setValue(10);
     const FigureState before = stateOf(f.figure);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    QVERIFY(!swapOrSymmetrize(f.figure, kLeftClick, f.time(), false));
+    QVERIFY(!swapOrSymmetrize(f.figure, kLeftClick, f.time(), true));
     QVERIFY(!mirrorWholePose(f.figure, f.time()));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
     QVERIFY(f.tempFiles().isEmpty());
@@ -140,35 +142,58 @@ void TestSwapAround::aFullDiskAppliesNoOlderFile()
 #endif
 }
 
-void TestSwapAround::anUnwritableTempFolderMovesNoBone_data()
+enum class Unusable { FileInItsPlace, Missing, WrittenFile, RewrittenFile };
+
+// One bone, or with an empty name the whole figure.
+void TestSwapAround::anUnusableTempFolderChangesNothing_data()
 {
-    QTest::addColumn<bool>("wholeFigure");
-    QTest::addColumn<bool>("missing");
-    QTest::newRow("a file in its place, whole figure") << true << false;
-    QTest::newRow("a file in its place, one bone") << false << false;
-    QTest::newRow("missing, whole figure") << true << true;
-    QTest::newRow("missing, one bone") << false << true;
+    QTest::addColumn<QString>("selected");
+    QTest::addColumn<int>("unusable");
+    for (const char* selected : {"", "lShldrBend", "hip"}) {
+        const QByteArray start = QByteArray(*selected ? selected : "whole figure") + ", ";
+        QTest::newRow(start + "a file in its place")
+            << QString(selected) << int(Unusable::FileInItsPlace);
+        QTest::newRow(start + "missing") << QString(selected) << int(Unusable::Missing);
+        QTest::newRow(start + "no room for the pose")
+            << QString(selected) << int(Unusable::WrittenFile);
+        QTest::newRow(start + "no room for the mirrored pose")
+            << QString(selected) << int(Unusable::RewrittenFile);
+    }
 }
 
-void TestSwapAround::anUnwritableTempFolderMovesNoBone()
+static void spoilTempFolder(const PoseFixture& f, Unusable how)
 {
-    QFETCH(bool, wholeFigure);
-    QFETCH(bool, missing);
+    const QString temp = f.app.getTempPath();
+    if (how == Unusable::WrittenFile)
+        QDir().mkpath(temp + "/" + kTemp1);
+    else if (how == Unusable::RewrittenFile)
+        QDir().mkpath(temp + "/" + kTemp2);
+    else
+        QDir().rmdir(temp);
+    if (how == Unusable::FileInItsPlace)
+        writeFile(temp, "a regular file");
+}
+
+void TestSwapAround::anUnusableTempFolderChangesNothing()
+{
+    QFETCH(QString, selected);
+    QFETCH(int, unusable);
     PoseFixture f;
-    QDir().rmdir(f.app.getTempPath());
-    if (!missing)
-        writeFile(f.app.getTempPath(), "a regular file");
+    spoilTempFolder(f, Unusable(unusable));
     Random random(64);
     poseAtRandom(&random, f.figure); // with a hip translation
-    if (!wholeFigure)
-        f.selectBones(QStringList() << "lShldrBend");
-    const std::vector<WorldPlace> before = worldPlaces(f.figure);
-    const RawPose raw = rawPose(f.figure);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
-    VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-3));
-    VERIFY_NONE(firstOtherValue(raw, rawPose(f.figure), 0));
-    QVERIFY(mirrorWholePose(f.figure, f.time()) == false);
-    VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-3));
+    if (!selected.isEmpty())
+        f.selectBones(QStringList() << selected);
+    pluginSettings().partLocks[0] = true;
+    f.rig.scene.setTime(1600); // so that a value set to what it was leaves a key
+    const FigureState before = stateOf(f.figure);
+    QVERIFY(!swapOrSymmetrize(f.figure, kLeftClick, f.time(), false));
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+    QVERIFY(!swapOrSymmetrize(f.figure, kThisBoneOnly, f.time(), true));
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+    QVERIFY(!mirrorWholePose(f.figure, f.time()));
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+    pluginSettings() = PluginSettings();
 }
 
 // ---- undo, locks, time
