@@ -30,7 +30,9 @@ static void makeUpForDrivers(const KeptValue& kept, DzTime time)
     const bool clamped = kept.channel->isClamped();
     kept.channel->setIsClamped(false);
     const float difference = kept.value - kept.channel->getValue(time);
-    setStoredValue(kept.channel, time, storedValue(kept.channel, time) + difference);
+    const float stored = storedValue(kept.channel, time);
+    if (stored + difference != stored) // else it is lost among the digits, and only a key is left
+        setStoredValue(kept.channel, time, stored + difference);
     kept.channel->setIsClamped(clamped);
 }
 

@@ -40,7 +40,7 @@ bool readAndApplyPoseFile(const QString& path, DzNode* figure, DzTime time)
     return true;
 }
 
-bool applyPoseFile(const QString& path, bool resetFirst)
+bool applyPoseFile(const QString& path, bool resetFirst, SetChannel set)
 {
     DzSkeleton* figure = figureOf(dzScene->getPrimarySelection());
     if (!figure || !figure->findBone(QLatin1String("hip")))
@@ -49,7 +49,7 @@ bool applyPoseFile(const QString& path, bool resetFirst)
         return false;
     if (resetFirst)
         resetPose(figure, ResetWholeFigure);
-    applyPoseText(figure, dzScene->getTime());
+    applyPoseText(figure, dzScene->getTime(), set);
     return true;
 }
 

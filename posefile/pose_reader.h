@@ -17,9 +17,9 @@ namespace quillon {
 static constexpr int kMaxEntries = 100000; // read from one file
 
 // Onto the primary selection, at the scene's time; resetFirst: the whole figure is reset before the
-// first value is set. False unless a figure with a hip is selected and a byte could be read; true
-// also when no entry was found.
-bool applyPoseFile(const QString& path, bool resetFirst);
+// first value is handed to set. False, and nothing changed, unless a figure with a hip is selected
+// and a byte could be read; true also when no entry was found.
+bool applyPoseFile(const QString& path, bool resetFirst, SetChannel set = setStoredValue);
 
 // The same on a given figure, without a reset.
 bool readAndApplyPoseFile(const QString& path, DzNode* figure, DzTime time);

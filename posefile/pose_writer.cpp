@@ -5,6 +5,7 @@
 #include "figure/figure_walks.h"
 #include "posefile/gzip_file.h"
 #include "posefile/pose_channels.h"
+#include "posefile/pose_text.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -87,6 +88,13 @@ static void appendNumber(float value, QByteArray* out)
     const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, unsignedZero,
         std::chars_format::general, kSignificantDigits);
     out->append(digits, int(end.ptr - digits));
+}
+
+float valueAsWritten(float value)
+{
+    QByteArray text;
+    appendNumber(value, &text);
+    return numberOf(TextSpan {text.constData(), text.constData() + text.size()});
 }
 
 // url: what stands between "@selection" and "/value".

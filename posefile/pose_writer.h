@@ -15,6 +15,9 @@ namespace quillon {
 // gone).
 bool writePoseFile(const QString& path, bool male, bool compressed);
 
+// What a reader of the file gets for a stored value: the number of its 7 digits.
+float valueAsWritten(float value);
+
 // "rotation/x" for "XRotate" and so on. A name that is none of a transform channel comes back as it
 // is, with *notTransform set.
 QString channelPathOf(const QString& propertyName, bool* notTransform);

@@ -43,24 +43,56 @@ static void remove(const TempFiles& files)
     QFile::remove(files.rewritten);
 }
 
-bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
-    bool includeFace, bool mirrorAll)
+// A value is set only where the channel's own, written into the file, would read otherwise: the
+// rest of the pose gets no keys and does not lose the digits that the file has no room for.
+static void setWhereOther(DzFloatProperty* channel, DzTime time, float value)
+{
+    if (valueAsWritten(storedValue(channel, time)) != value)
+        setStoredValue(channel, time, value);
+}
+
+// A bone without a mark is put back afterwards.
+static void setWhereOtherAndTouched(DzFloatProperty* channel, DzTime time, float value)
+{
+    const DzBone* bone = qobject_cast<const DzBone*>(channel->getOwner());
+    if (!bone || isBoneTouched(boneIndex(bone->getName())))
+        setWhereOther(channel, time, value);
+}
+
+namespace {
+
+struct Rewriting {
+    bool withChildren, useLocks, symmetrize, includeFace, mirrorAll;
+    SetChannel set;
+};
+
+} // namespace
+
+static bool applyRewritten(DzNode* figure, const Rewriting& how)
 {
     const TempFiles files = tempFiles();
     remove(files); // what an earlier failure left must not be taken for this pose
     const bool ready = writePoseFile(files.written, false, false)
-        && rewritePoseFile(files.written, files.rewritten, figure, withChildren, symmetrize,
-            includeFace, mirrorAll);
+        && rewritePoseFile(files.written, files.rewritten, figure, how.withChildren, how.symmetrize,
+            how.includeFace, how.mirrorAll);
     if (!ready)
         return false;
-    if (useLocks)
+    if (how.useLocks)
         setPartLocks(figure, true);
-    const bool applied = applyPoseFile(files.rewritten, false);
+    const bool applied = applyPoseFile(files.rewritten, false, how.set);
     if (applied)
         remove(files);
-    if (useLocks)
+    if (how.useLocks)
         setPartLocks(figure, false);
     return applied;
+}
+
+bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
+    bool includeFace, bool mirrorAll)
+{
+    const Rewriting how
+        = {withChildren, useLocks, symmetrize, includeFace, mirrorAll, setWhereOther};
+    return applyRewritten(figure, how);
 }
 
 // ---- the commands
@@ -116,7 +148,9 @@ bool swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetriz
         kept = keepBones(figure, time);
     clearTouchedBones();
     const bool withChildren = clickKind != kThisBoneOnly, includeFace = !symmetrize;
-    if (!applyThroughTempFiles(figure, withChildren, false, symmetrize, includeFace, wholeFigure))
+    const Rewriting how = {withChildren, false, symmetrize, includeFace, wholeFigure,
+        wholeFigure ? setWhereOther : setWhereOtherAndTouched};
+    if (!applyRewritten(figure, how))
         return false;
     putBackUntouched(kept, time);
     hipAsCentre(figure, hip, time); // no entry sets the hip's place; a failure must not move it

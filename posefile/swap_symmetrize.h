@@ -1,6 +1,7 @@
 // swap_symmetrize.h - the commands that mirror a pose by way of two temporary preset files.
 // The current pose is written to the first, mirrored into the second and that one applied. All at
 // the scene's time and on the primary selection, which has to be the figure or a bone of it.
+// Only channels that the command gives another value are written; the others get no key.
 // No undo step is opened: the caller holds. Errors: false, without a message, and nothing in the
 // scene has changed: a figure without a hip, or a temporary folder that cannot be used.
 #pragma once

@@ -124,13 +124,26 @@ press("mirror toggle off", MIRROR, "left");
 click(202);
 click(202);
 
+// At another frame only what changes is keyed.
 selectOnly(figure.findBone("lForearmBend"));
+Scene.setTime(2 * FRAME_10);
+["X", "Y", "Z"].forEach(function (axis) { // else they go to the figure node
+    figure.findBone("hip")["get" + axis + "PosControl"]().setValue(0);
+});
+var before = state();
+click(SWAP, "middle");
+eq(status(), ["Swapping succeeded"]);
+eq(differences(before.keys, state().keys), ["lForearmBend/YRot", "rForearmBend/YRot"], "keys");
+UndoStack.undo();
+unchanged(before, "undo");
+Scene.setTime(FRAME_10);
+
 // A press either does its work and says so, or does nothing and says nothing.
 var done = 0, undone = 0;
 ["open", "write", "close", "rename", "read", "stat"].forEach(function (call) {
     for (var n = 1; n <= 4; ++n) {
         var what = call + " " + n;
-        var before = state();
+        before = state();
         endStatus();
         Bench.failCall(call, n);
         click(SWAP, n % 2 ? "left" : "middle");

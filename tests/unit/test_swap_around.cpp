@@ -26,6 +26,10 @@ private slots:
     void aFullDiskAppliesNoOlderFile();
     void anUnusableTempFolderChangesNothing_data();
     void anUnusableTempFolderChangesNothing();
+    void oneBoneAtFrameTenKeysTwoChannels_data();
+    void oneBoneAtFrameTenKeysTwoChannels();
+    void onlyWhatChangesIsWritten_data();
+    void onlyWhatChangesIsWritten();
     void undoBringsBackEveryBitInOneStep_data();
     void undoBringsBackEveryBitInOneStep();
     void everyLockStaysAsItWas();
@@ -193,6 +197,103 @@ void TestSwapAround::anUnusableTempFolderChangesNothing()
     VERIFY_SAME_STATE(before, stateOf(f.figure));
     QVERIFY(!mirrorWholePose(f.figure, f.time()));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
+    pluginSettings() = PluginSettings();
+}
+
+// ---- what is written
+
+void TestSwapAround::oneBoneAtFrameTenKeysTwoChannels_data()
+{
+    QTest::addColumn<bool>("symmetrize");
+    QTest::newRow("swap") << false;
+    QTest::newRow("symmetrize") << true;
+}
+
+void TestSwapAround::oneBoneAtFrameTenKeysTwoChannels()
+{
+    QFETCH(bool, symmetrize);
+    PoseFixture f;
+    f.bone("rForearmBend")->getYRotControl()->setValue(30);
+    f.bone("lShin")->getXRotControl()->setValue(12.3456793f); // more digits than the file holds
+    f.rig.scene.setTime(1600);
+    f.selectBones(QStringList() << "lForearmBend");
+    FigureState expected = stateOf(f.figure);
+    for (ChannelState& each : expected) {
+        const bool left = each.path == "lForearmBend/YRotate";
+        if (!left && (symmetrize || each.path != "rForearmBend/YRotate"))
+            continue;
+        if (left)
+            each.keys = {{0, 0.f}, {1600, -30.f}};
+        else
+            each.keys.push_back({1600, 0.f});
+        each.value = left ? -30.f : 0.f;
+    }
+    QVERIFY(swapOrSymmetrize(f.figure, kLeftClick, f.time(), symmetrize));
+    FigureState after = stateOf(f.figure);
+    for (ChannelState& each : after) {
+        if (each.path == "lForearmBend/YRotate" && each.keys.size() == 1)
+            each.keys.insert(each.keys.begin(), {0, 0.f}); // the channel had no key
+    }
+    VERIFY_SAME_STATE(expected, after);
+}
+
+enum class Command { ThisBone, Bones, Symmetrize, WholeFigure, Mirror, MirrorWithLocks };
+
+void TestSwapAround::onlyWhatChangesIsWritten_data()
+{
+    QTest::addColumn<int>("command");
+    QTest::addColumn<int>("ticks");
+    const std::pair<const char*, Command> rows[] = {{"swap of a bone", Command::ThisBone},
+        {"swap of bones with those below", Command::Bones},
+        {"symmetrize of bones with those below", Command::Symmetrize},
+        {"swap of the figure", Command::WholeFigure}, {"mirroring", Command::Mirror},
+        {"mirroring with locked parts", Command::MirrorWithLocks}};
+    for (const auto& row : rows) {
+        QTest::newRow(row.first) << int(row.second) << 0;
+        QTest::newRow(qPrintable(QString("%1, at frame 10").arg(row.first)))
+            << int(row.second) << 1600;
+    }
+}
+
+static bool run(const PoseFixture& f, Command command)
+{
+    if (command == Command::Mirror || command == Command::MirrorWithLocks)
+        return mirrorWholePose(f.figure, f.time());
+    const int kind = command == Command::ThisBone ? kThisBoneOnly : kLeftClick;
+    return swapOrSymmetrize(f.figure, kind, f.time(), command == Command::Symmetrize);
+}
+
+// A channel whose keys are others has another value, too, and not only in the last of its digits.
+void TestSwapAround::onlyWhatChangesIsWritten()
+{
+    QFETCH(int, command);
+    QFETCH(int, ticks);
+    for (unsigned seed = 1; seed <= 8; ++seed) {
+        PoseFixture f(kTestFigures[seed % 4]);
+        Random random(seed);
+        poseAtRandom(&random, f.figure);
+        f.bone("hip")->setLocalPos(DzVec3(0, 0, 0));
+        f.rig.scene.setTime(ticks);
+        if (Command(command) < Command::WholeFigure)
+            f.selectBones(QStringList() << boneName(random.below(kBoneCount)) << "lThighBend");
+        for (bool& each : pluginSettings().partLocks)
+            each = Command(command) == Command::MirrorWithLocks && random.below(2) == 0;
+        const RawPose raw = rawPose(f.figure);
+        const FigureState before = stateOf(f.figure);
+        QVERIFY(run(f, Command(command)));
+        const FigureState after = stateOf(f.figure);
+        int written = 0;
+        for (const auto& each : raw)
+            written += each.first->getRawValue() != each.second;
+        QVERIFY(written > 0);
+        for (size_t i = 0; i < before.size(); ++i) {
+            if (before[i].keys == after[i].keys)
+                continue;
+            const double was = double(before[i].keys.empty() ? 0.f : before[i].keys.front().second);
+            QVERIFY2(!nearly(was, before[i].property->getRawValue(), 1e-5),
+                qPrintable(before[i].path + QString(" was %1").arg(was, 0, 'g', 9)));
+        }
+    }
     pluginSettings() = PluginSettings();
 }
 
