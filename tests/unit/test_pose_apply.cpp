@@ -1,4 +1,5 @@
 #include "browse_fixture.h"
+#include "mirror_fixture.h"
 
 using namespace quillon;
 
@@ -72,24 +73,38 @@ private slots:
         QCOMPARE(lockedChannels(m_finder->figure), locked);
     }
 
+    void feetStayThoughOtherControlsDriveThem_data()
+    {
+        addFigureRows();
+    }
     void feetStayThoughOtherControlsDriveThem()
     {
+        QFETCH(QString, figure);
+        m_finder.reset();
+        m_finder.reset(new BrowseFixture(figure));
         m_finder->memorize(values({{"lFoot/x", 9}, {"rFoot/x", -4}}),
-            QList<QByteArray>() << valueEntry("#pCTRLlFoot:?value", "0.25"));
+            QList<QByteArray>() << valueEntry("#pCTRLlFootTipToes:?value", "0.25")
+                                << valueEntry("#pCTRLrFootTwist:?value", "-0.5"));
         m_finder->addFile("a.duf", values({{"lFoot/x", 20}}), kFemaleCode,
-            QList<QByteArray>() << valueEntry("#pCTRLKneesUp:?value", "1"));
+            QList<QByteArray>() << valueEntry("#pCTRLKneesUp:?value", "1")
+                                << valueEntry("#pCTRLlFootTipToes:?value", "0.75")
+                                << valueEntry("#pCTRLrFootTipToes:?value", "1"));
         m_finder->browse(AllPoses);
         QVERIFY(applyPoseFile(referencePosePath(), true));
+        QVERIFY(m_finder->rotationDeg("lFoot", 'x') > 10); // its own 9 and the control's share
         std::vector<float> feet;
-        for (const char* name : {"lFoot", "rFoot", "lMetatarsals", "lToe"}) {
+        for (const char* name : {"lFoot", "rFoot", "lMetatarsals", "lToe", "rToe"}) {
             for (DzFloatProperty* each : poseChannelsOf(m_finder->bone(name)).channel)
                 feet.push_back(each->getValue());
         }
         pluginSettings().partLocks[LockFeet] = true;
         m_finder->apply(0);
         QCOMPARE(m_finder->control("pCTRLKneesUp")->getValue(), 1.f);
+        QCOMPARE(m_finder->control("pCTRLlFootTipToes")->getValue(), 0.25f);
+        QCOMPARE(m_finder->control("pCTRLrFootTipToes")->getValue(), 0.f);
+        QCOMPARE(m_finder->control("pCTRLrFootTwist")->getValue(), -0.5f);
         size_t i = 0;
-        for (const char* name : {"lFoot", "rFoot", "lMetatarsals", "lToe"}) {
+        for (const char* name : {"lFoot", "rFoot", "lMetatarsals", "lToe", "rToe"}) {
             for (DzFloatProperty* each : poseChannelsOf(m_finder->bone(name)).channel)
                 QVERIFY2(nearly(each->getValue(), feet[i++], 1e-4), qPrintable(channelPath(each)));
         }
@@ -270,6 +285,40 @@ private slots:
         QVERIFY(
             distance(facingDirection(slotRotation(m_finder->figure, HipSlot, 0)), before) < 1e-5);
         QCOMPARE(m_finder->bone("hip")->getYPosControl()->getValue(), 10.f);
+    }
+
+    void mirroredPoseIsItsReflectionInTheWorld_data()
+    {
+        addFigureRows();
+    }
+    // In a mirror that stands upright along the line of sight, through the hip: pose controls, the
+    // turn of the whole hip and the figure's own place included.
+    void mirroredPoseIsItsReflectionInTheWorld()
+    {
+        QFETCH(QString, figure);
+        m_finder.reset();
+        m_finder.reset(new BrowseFixture(figure));
+        m_finder->addFile("a.duf",
+            values({{"hip/x", 15}, {"hip/y", 20}, {"hip/z", 25}, {"lThighBend/x", -40},
+                {"rShldrBend/z", 30}, {"head/y", 10}}),
+            kFemaleCode,
+            QList<QByteArray>() << valueEntry("#pCTRLWaistTwist:?value", "0.4")
+                                << valueEntry("#pCTRLKneesUpLeft:?value", "0.5")
+                                << valueEntry("#pCTRLArmsUpRight:?value", "0.3")
+                                << valueEntry("#pCTRLlHandFist:?value", "0.6")
+                                << valueEntry("#pCTRLrFootTwist:?value", "-0.7")
+                                << valueEntry("#pCTRLNeckHeadSide-Side:?value", "0.5"));
+        m_finder->figure->getYRotControl()->setValue(70);
+        m_finder->figure->setWSPos(DzVec3(30, 4, -20));
+        m_finder->bone("hip")->setLocalPos(DzVec3(5, 10, -3));
+        m_finder->browse(AllPoses);
+        m_finder->apply(0);
+        QVERIFY(!nearly(m_finder->rotationDeg("lShin", 'x'), 0, 5)); // a control bends it
+        const DzVec3 facing = facingDirection(slotRotation(m_finder->figure, HipSlot, 0));
+        const Mirror mirror = {m_finder->hipCm_world(), DzVec3(facing.m_z, 0, -facing.m_x)};
+        const std::vector<WorldPlace> before = worldPlaces(m_finder->figure);
+        QVERIFY(mirrorCurrentPose(m_finder->figure, m_finder->time()));
+        VERIFY_NONE(firstUnlikeReflection(m_finder->figure, mirror, before));
     }
 
     // Neither the pose again, in place of what the user has changed since, nor a step, nor a move

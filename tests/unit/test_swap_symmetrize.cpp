@@ -1,4 +1,5 @@
 // Swap and symmetrize: which bones exchange what, and what stays.
+#include "mirror_fixture.h"
 #include "pose_fixture.h"
 
 #include "figure/body_parts.h"
@@ -26,6 +27,8 @@ private slots:
     void swapOfTheFigureTwiceGivesBackThePose_data();
     void swapOfTheFigureTwiceGivesBackThePose();
     void swapOfTheFigureMirrorsEveryEntry();
+    void swapOfTheFigureIsItsReflectionInTheWorld_data();
+    void swapOfTheFigureIsItsReflectionInTheWorld();
     void theJawKeepsItsOwnValues();
 };
 
@@ -334,6 +337,32 @@ void TestSwapSymmetrize::swapOfTheFigureMirrorsEveryEntry()
     QCOMPARE(f.control("eCTRLEyesClosedR")->getValue(), 0.f);
     QCOMPARE(f.control("eCTRLEyesClosedL")->getValue(), 0.25f);
     QCOMPARE(f.control("pCTRLrHandFist")->getValue(), 0.75f);
+}
+
+void TestSwapSymmetrize::swapOfTheFigureIsItsReflectionInTheWorld_data()
+{
+    addFigureRows();
+}
+
+// Bones and a third of the controls at random, the figure anywhere: what was seen before is seen in
+// a mirror that stands through the hip, at right angles to the figure's own X axis.
+void TestSwapSymmetrize::swapOfTheFigureIsItsReflectionInTheWorld()
+{
+    QFETCH(QString, figure);
+    for (unsigned seed = 1; seed <= 5; ++seed) {
+        PoseFixture f(figure);
+        Random random(seed);
+        poseAtRandom(&random, f.figure);
+        levelOneSidedNames(f.figure);
+        f.figure->setWSPos(DzVec3(30, -7, 100));
+        f.figure->setWSRot(
+            DzQuat(DzVec3(0.6f, 0.8f, 0), random.between(-3, 3))); // radians, an axis askew
+        const Mirror mirror
+            = {f.bone("hip")->getWSPos(), f.figure->getWSRot().multVec(DzVec3(1, 0, 0))};
+        const std::vector<WorldPlace> before = worldPlaces(f.figure);
+        QVERIFY(swapOrSymmetrize(f.figure, kLeftClick, f.time(), false));
+        VERIFY_NONE(firstUnlikeReflection(f.figure, mirror, before));
+    }
 }
 
 void TestSwapSymmetrize::theJawKeepsItsOwnValues()
