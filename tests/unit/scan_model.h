@@ -5,6 +5,7 @@
 #pragma once
 
 #include "host/figures/json_text.h"
+#include "preset_json.h"
 
 #include <QByteArray>
 #include <QFile>
@@ -117,22 +118,20 @@ inline Skeleton readSkeleton(const QString& path)
 
 typedef QMap<QString, double> Angles; // "lShin/x": degrees, as the file has them
 
-inline Angles anglesOf(const QVariant& preset)
+// Of each channel the first entry; what stands before the place where it is no JSON any more.
+inline Angles anglesOf(const QByteArray& preset, bool* ok)
 {
+    static const QByteArray mark("\xef\xbb\xbf"), start("name://@selection/");
     Angles angles;
-    const QVariantList entries
-        = preset.toMap()[QLatin1String("scene")].toMap()[QLatin1String("animations")].toList();
-    const QString start = QLatin1String("name://@selection/");
-    for (const QVariant& each : entries) {
-        const QString url = each.toMap()[QLatin1String("url")].toString();
-        const int at = url.indexOf(QLatin1String(":?rotation/"));
-        if (!url.startsWith(start) || at < 0 || !url.endsWith(QLatin1String("/value")))
+    const QByteArray text = preset.startsWith(mark) ? preset.mid(mark.size()) : preset;
+    for (const auto& each : quillon::PresetJson::animations(text, ok)) {
+        const int at = each.first.indexOf(":?rotation/");
+        if (!each.first.startsWith(start) || at < 0 || !each.first.endsWith("/value"))
             continue;
-        const QString key
-            = url.mid(start.size(), at - start.size()) + QLatin1Char('/') + url.mid(at + 11, 1);
-        const QVariantList keys = each.toMap()[QLatin1String("keys")].toList();
-        if (!keys.isEmpty() && !angles.contains(key))
-            angles[key] = keys.first().toList().value(1).toDouble();
+        const QByteArray bone = each.first.mid(start.size(), at - start.size());
+        const QString key = QLatin1String(bone + '/' + each.first.mid(at + 11, 1));
+        if (!angles.contains(key))
+            angles[key] = each.second;
     }
     return angles;
 }

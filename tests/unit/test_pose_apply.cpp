@@ -1,5 +1,8 @@
+// Applying the found pose: locks, the reference pose, mirroring; and over whole collections of
+// poses, the real ones among them where they lie beside the project. The rows' names say which.
 #include "browse_fixture.h"
 #include "mirror_fixture.h"
+#include "pose_corpora.h"
 
 using namespace quillon;
 
@@ -8,6 +11,15 @@ class TestPoseApply : public QObject {
 
 private:
     std::unique_ptr<BrowseFixture> m_finder;
+    std::unique_ptr<TempFolder> m_made; // with the pose files made here
+    QList<PoseCorpus> m_corpora;
+
+    void addCorpusRow(const PoseCorpus& corpus, const char* figure)
+    {
+        QVERIFY2(corpus.files.size() >= corpus.least, corpus.name);
+        QTest::newRow(qPrintable(QString("%1, %2").arg(corpus.name, figure)))
+            << QString(figure) << corpus.files;
+    }
 
     // A pose that turns, bends and expresses a little of everything.
     static QList<QByteArray> ownEntries(const char* sign)
@@ -24,6 +36,16 @@ private:
     }
 
 private slots:
+    void initTestCase()
+    {
+        m_made.reset(new TempFolder);
+        m_corpora = poseCorpora(m_made->path("bodies"));
+        tellPoseCorpora(m_corpora);
+    }
+    void cleanupTestCase()
+    {
+        m_made.reset();
+    }
     void init()
     {
         m_finder.reset(new BrowseFixture);
@@ -371,14 +393,19 @@ private slots:
         QVERIFY(nearly(m_finder->rotationDeg("rFoot", 'x'), 8, 1e-4));
     }
 
-    // ---- real poses --------------------------------------------------------------------------
+    // ---- collections of poses ----------------------------------------------------------------
 
     // The pose that is shown is the one that the scan has judged; a yaw makes no difference.
+    void shownPoseHasTheSignatureOfTheScan_data()
+    {
+        QTest::addColumn<QString>("figure");
+        QTest::addColumn<QStringList>("files");
+        for (const PoseCorpus& each : m_corpora)
+            addCorpusRow(each, kTestFigures[0]);
+    }
     void shownPoseHasTheSignatureOfTheScan()
     {
-        const QStringList files = presetsIn(sharedPoses() + QLatin1String("/mocap"));
-        if (files.isEmpty())
-            QSKIP("the corpus of poses is not here");
+        QFETCH(QStringList, files);
         Random random(9);
         for (int i = 0; i < 25; ++i)
             m_finder->takePose(addEntry(files.at(random.below(files.size())), quint32(i + 1)));
@@ -402,14 +429,17 @@ private slots:
     // Whatever is applied, in whatever order, hip and facing stay, and so do all locks.
     void anyPoseKeepsPlaceFacingAndLocks_data()
     {
-        addFigureRows();
+        QTest::addColumn<QString>("figure");
+        QTest::addColumn<QStringList>("files");
+        for (const PoseCorpus& each : m_corpora) {
+            for (const char* figure : kTestFigures)
+                addCorpusRow(each, figure);
+        }
     }
     void anyPoseKeepsPlaceFacingAndLocks()
     {
         QFETCH(QString, figure);
-        const QStringList files = presetsIn(sharedPoses() + QLatin1String("/mocap"));
-        if (files.isEmpty())
-            QSKIP("the corpus of poses is not here");
+        QFETCH(QStringList, files);
         m_finder.reset();
         m_finder.reset(new BrowseFixture(figure));
         Random random(5);

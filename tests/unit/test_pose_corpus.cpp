@@ -1,6 +1,7 @@
-// Real preset files on all four figures: whole-body poses, other layouts, what is no pose at all.
-// They lie beside the project (pose_fixture.h, sharedPoses()); without them there is nothing to do.
-#include "pose_fixture.h"
+// Preset files on all four figures: whole-body poses, other layouts, what is no pose at all. The
+// samples and files made here; where real ones lie beside the project (pose_fixture.h,
+// sharedPoses()), these as well. The rows' names say which.
+#include "pose_corpora.h"
 
 #include "figure/reset_pose.h"
 #include "posefile/pose_reader.h"
@@ -14,6 +15,8 @@ using namespace quillon;
 class TestPoseCorpus : public QObject {
     Q_OBJECT
 private slots:
+    void initTestCase();
+    void cleanupTestCase();
     void unlockedFiguresReadAsTheFile_data();
     void unlockedFiguresReadAsTheFile();
     void loadedFiguresKeepLocksAndLimits_data();
@@ -24,32 +27,46 @@ private slots:
     void otherFilesComeToWhatTheTableSays();
     void otherFilesLeaveLocksAndNoTempFile_data();
     void otherFilesLeaveLocksAndNoTempFile();
-    void everyFileHasItsRow();
 };
 
-static const int kMocapCount = 600;
+static std::unique_ptr<TempFolder> g_made; // with the files made here
+static QList<PoseCorpus> g_corpora;
+static const int kTestFigureCount = 4;
 
-static QStringList mocapFiles()
+void TestPoseCorpus::initTestCase()
 {
-    return presetsIn(sharedPoses() + "/mocap");
+    g_made.reset(new TempFolder);
+    g_corpora = poseCorpora(g_made->path("bodies"));
+    tellPoseCorpora(g_corpora);
 }
 
-static void addMocapRows()
+void TestPoseCorpus::cleanupTestCase()
 {
-    addFigureRows();
-    if (mocapFiles().isEmpty())
-        QSKIP("no real files here", SkipAll);
-    QCOMPARE(mocapFiles().size(), kMocapCount);
+    g_made.reset();
 }
 
-static QByteArray unpacked(const QString& path)
+// Of many files made here every figure takes its share; of few and of real ones all.
+static QStringList filesFor(int figure, const PoseCorpus& corpus)
 {
-    QFile file(path);
-    DzGzIO gzip(&file);
-    if (!gzip.open(QIODevice::ReadOnly))
-        return QByteArray();
-    const QByteArray text = gzip.readAll();
-    return text.isEmpty() ? fileBytes(path) : text;
+    if (qstrcmp(corpus.name, "samples") != 0)
+        return corpus.files;
+    QStringList share;
+    for (int i = figure; i < corpus.files.size(); i += kTestFigureCount)
+        share << corpus.files.at(i);
+    return share;
+}
+
+static void addCorpusRows()
+{
+    QTest::addColumn<QString>("figure");
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<bool>("pastLimits");
+    for (const PoseCorpus& corpus : g_corpora) {
+        QVERIFY2(corpus.files.size() >= corpus.least, corpus.name);
+        for (int i = 0; i < kTestFigureCount; ++i)
+            QTest::newRow(qPrintable(QString("%1, %2").arg(corpus.name, kTestFigures[i])))
+                << QString(kTestFigures[i]) << filesFor(i, corpus) << corpus.pastLimits;
+    }
 }
 
 // What the file says of the figure's channels, by the tests' own reader; the hip's translation,
@@ -78,7 +95,10 @@ static DzFloatProperty* channelOfUrl(const QByteArray& url, const PoseFixture& f
 static FilePose poseInFile(const QString& path, const PoseFixture& f, bool* ok)
 {
     FilePose pose;
-    for (const auto& each : PresetJson::animations(unpacked(path), ok)) {
+    QByteArray text = unpackedFile(path);
+    if (text.startsWith("\xef\xbb\xbf"))
+        text.remove(0, 3);
+    for (const auto& each : PresetJson::animations(text, ok)) {
         if (DzFloatProperty* channel = channelOfUrl(each.first, f))
             pose[channel] = float(each.second);
     }
@@ -89,25 +109,47 @@ static const int kEntriesOfABody = 6 * kBoneCount - 3 + 6; // without the hip's 
 
 // ---- whole-body poses
 
+static bool controlsDrive(const DzNode* figure)
+{
+    for (const FigureControl& each : controlsOf(figure)) {
+        if (each.property->getValue() != 0)
+            return true;
+    }
+    return false;
+}
+
+// The channel's value; where controls drive the figure, what it would be without them.
+static float ownValue(DzFloatProperty* channel, bool driven)
+{
+    if (!driven)
+        return channel->getValue();
+    const bool before = channel->setOverrideControllers(true);
+    const float value = channel->getValue();
+    channel->setOverrideControllers(before);
+    return value;
+}
+
 void TestPoseCorpus::unlockedFiguresReadAsTheFile_data()
 {
-    addMocapRows();
+    addCorpusRows();
 }
 
 void TestPoseCorpus::unlockedFiguresReadAsTheFile()
 {
     QFETCH(QString, figure);
+    QFETCH(QStringList, files);
     PoseFixture f(figure);
     clearAllLocks(f.figure);
     liftEveryLimit(f.figure);
     const DzUndoStackLock unrecorded;
-    for (const QString& path : mocapFiles()) {
+    for (const QString& path : files) {
         bool ok = false;
         const FilePose pose = poseInFile(path, f, &ok);
-        QVERIFY2(ok && int(pose.size()) > kEntriesOfABody, qPrintable(path));
+        QVERIFY2(ok && int(pose.size()) >= kEntriesOfABody, qPrintable(path));
         QVERIFY2(applyPoseFile(path, true), qPrintable(path));
+        const bool driven = controlsDrive(f.figure);
         for (const auto& each : pose)
-            QVERIFY2(each.first->getValue() == each.second,
+            QVERIFY2(ownValue(each.first, driven) == each.second,
                 qPrintable(path + ": " + channelPath(each.first)));
         QVERIFY(f.bone("hip")->getLocalPos() == DzVec3(0, 0, 0));
     }
@@ -121,32 +163,36 @@ static float limited(const DzFloatProperty* channel, float value)
 
 void TestPoseCorpus::loadedFiguresKeepLocksAndLimits_data()
 {
-    addMocapRows();
+    addCorpusRows();
 }
 
 void TestPoseCorpus::loadedFiguresKeepLocksAndLimits()
 {
     QFETCH(QString, figure);
+    QFETCH(QStringList, files);
+    QFETCH(bool, pastLimits);
     PoseFixture f(figure);
     const DzUndoStackLock unrecorded;
     const FigureState asLoaded = stateOf(f.figure);
     int lockedCount = 0, limitedCount = 0;
-    for (const QString& path : mocapFiles()) {
+    for (const QString& path : files) {
         bool ok = false;
         const FilePose pose = poseInFile(path, f, &ok);
         QVERIFY2(ok && applyPoseFile(path, true), qPrintable(path));
+        const bool driven = controlsDrive(f.figure);
         for (const auto& each : pose) {
-            const DzFloatProperty* channel = each.first;
+            DzFloatProperty* channel = each.first;
             const float raw = channel->isLocked() ? 0 : each.second;
             QVERIFY2(channel->getRawValue() == raw, qPrintable(path + channelPath(channel)));
-            QVERIFY2(channel->getValue() == limited(channel, raw),
+            QVERIFY2(ownValue(channel, driven) == limited(channel, raw),
                 qPrintable(path + channelPath(channel)));
             lockedCount += channel->isLocked() && each.second != 0;
             limitedCount += limited(channel, raw) != raw;
         }
     }
     // else the files would not have come near a lock or limit
-    QVERIFY(lockedCount > kMocapCount && limitedCount > kMocapCount);
+    if (pastLimits)
+        QVERIFY(lockedCount > files.size() && limitedCount > files.size());
     const FigureState after = stateOf(f.figure);
     for (size_t i = 0; i < after.size(); ++i)
         QVERIFY2(after[i].locked == asLoaded[i].locked && after[i].clamped == asLoaded[i].clamped,
@@ -193,18 +239,30 @@ static QString firstNotMirrored(const PoseFixture& f, const std::vector<WorldPla
     return QString();
 }
 
+// The samples' faces are those of Genesis 8, whose sided controls are none of an 8.1 figure.
+static void clearOlderFace(const DzNode* figure)
+{
+    for (const FigureControl& each : controlsOf(figure)) {
+        if (each.property->getName().startsWith("eCTRL"))
+            each.property->setValue(0);
+    }
+}
+
 void TestPoseCorpus::swappedFiguresAreMirroredAndComeBack_data()
 {
-    addMocapRows();
+    addCorpusRows();
 }
 
 void TestPoseCorpus::swappedFiguresAreMirroredAndComeBack()
 {
     QFETCH(QString, figure);
+    QFETCH(QStringList, files);
     PoseFixture f(figure);
     const DzUndoStackLock unrecorded;
-    for (const QString& path : mocapFiles()) {
+    for (const QString& path : files) {
         QVERIFY(applyPoseFile(path, true));
+        if (isGenesis81())
+            clearOlderFace(f.figure);
         const RawPose raw = rawPose(f.figure);
         const std::vector<WorldPlace> before = worldPlaces(f.figure);
         swapOrSymmetrize(f.figure, 1, f.time(), false);
@@ -296,63 +354,84 @@ static int entryCount()
     return count;
 }
 
+// Empty when the table has a row for each file beside the project.
+static QString firstWithoutRow()
+{
+    QStringList inTable;
+    for (const Outcome& outcome : kOutcomes)
+        inTable << QLatin1String(outcome.file);
+    for (const char* folder : {"/layouts", "/not_poses", "/partial"}) {
+        for (const QString& path : presetsIn(sharedPoses() + folder)) {
+            if (!inTable.contains(path.mid(sharedPoses().size() + 1)))
+                return path;
+        }
+    }
+    return QString();
+}
+
+// Those made here; then, where they are, those beside the project.
+static void addOtherRows()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("read");
+    QTest::addColumn<int>("entries");
+    QTest::addColumn<QString>("calls");
+    QTest::addColumn<QString>("why");
+    for (const OddPreset& each : oddPresets()) {
+        const QString path = g_made->path("odd/") + each.name + ".duf";
+        writeFile(path, each.bytes);
+        QTest::newRow(qPrintable(QString("made here: ") + each.name))
+            << path << each.read << each.entries << QString(each.calls) << QString(each.why);
+    }
+    if (!QDir(sharedPoses()).exists())
+        return;
+    VERIFY_NONE(firstWithoutRow());
+    for (const Outcome& each : kOutcomes) {
+        const bool sample = qstrcmp(each.calls, "sample") == 0;
+        QTest::newRow(qPrintable(QString("beside the project: ") + each.file))
+            << sharedPoses() + "/" + each.file << each.read << each.entries
+            << QString(sample ? kSample : each.calls) << QString(each.why);
+    }
+}
+
 void TestPoseCorpus::otherFilesComeToWhatTheTableSays_data()
 {
-    QTest::addColumn<int>("row");
-    if (mocapFiles().isEmpty())
-        QSKIP("no real files here", SkipAll);
-    for (int i = 0; i < int(sizeof kOutcomes / sizeof *kOutcomes); ++i)
-        QTest::newRow(kOutcomes[i].file) << i;
+    addOtherRows();
 }
 
 void TestPoseCorpus::otherFilesComeToWhatTheTableSays()
 {
-    QFETCH(int, row);
-    const Outcome& outcome = kOutcomes[row];
-    const QString path = sharedPoses() + "/" + outcome.file;
-    QVERIFY2(QFile::exists(path), outcome.file);
+    QFETCH(QString, path);
+    QFETCH(bool, read);
+    QFETCH(int, entries);
+    QFETCH(QString, calls);
+    QFETCH(QString, why);
+    QVERIFY2(QFile::exists(path), qPrintable(path));
     PoseFixture f;
-    QCOMPARE(loadPoseText(path), outcome.read);
-    const QString calls = callsOf(f);
-    const bool sample = qstrcmp(outcome.calls, "sample") == 0;
-    const char* expected = sample ? kSample : outcome.calls;
-    QVERIFY2(calls == QLatin1String(expected), qPrintable(QString(outcome.why) + ": " + calls));
-    QCOMPARE(entryCount(), outcome.entries);
+    QCOMPARE(loadPoseText(path), read);
+    const QString found = callsOf(f);
+    QVERIFY2(found == calls, qPrintable(why + ": " + found));
+    QCOMPARE(entryCount(), entries);
 }
 
 void TestPoseCorpus::otherFilesLeaveLocksAndNoTempFile_data()
 {
-    otherFilesComeToWhatTheTableSays_data();
+    addOtherRows();
 }
 
 void TestPoseCorpus::otherFilesLeaveLocksAndNoTempFile()
 {
-    QFETCH(int, row);
+    QFETCH(QString, path);
+    QFETCH(bool, read);
     PoseFixture f;
     const FigureState before = stateOf(f.figure);
-    const QString path = sharedPoses() + "/" + kOutcomes[row].file;
-    QCOMPARE(applyPoseFile(path, true), kOutcomes[row].read);
+    QCOMPARE(applyPoseFile(path, true), read);
     swapOrSymmetrize(f.figure, 1, f.time(), false);
     QVERIFY(f.tempFiles().isEmpty());
     const FigureState after = stateOf(f.figure);
     for (size_t i = 0; i < after.size(); ++i)
         QVERIFY2(after[i].locked == before[i].locked && after[i].clamped == before[i].clamped,
             qPrintable(after[i].path));
-}
-
-void TestPoseCorpus::everyFileHasItsRow()
-{
-    if (mocapFiles().isEmpty())
-        QSKIP("no real files here", SkipAll);
-    QStringList inTable, present;
-    for (const Outcome& outcome : kOutcomes)
-        inTable << QLatin1String(outcome.file);
-    for (const char* folder : {"/layouts", "/not_poses", "/partial"}) {
-        for (const QString& path : presetsIn(sharedPoses() + folder))
-            present << path.mid(sharedPoses().size() + 1);
-    }
-    inTable.sort();
-    QCOMPARE(present, inTable);
 }
 
 QTEST_MAIN(TestPoseCorpus)

@@ -1,5 +1,5 @@
 // The reader that goes over the text once, held against the literal searches.
-#include "pose_fixture.h"
+#include "pose_corpora.h"
 
 #include "posefile/pose_reader.h"
 #include "posefile/pose_targets.h"
@@ -13,7 +13,7 @@ private slots:
     void byteIdsAreThoseOfTheNameIndex();
     void shippedEqualsReferenceOnMutatedTexts_data();
     void shippedEqualsReferenceOnMutatedTexts();
-    void shippedEqualsReferenceOnRealFiles();
+    void shippedEqualsReferenceOnWholeFiles();
 };
 
 void TestPoseReaderReference::byteIdsAreThoseOfTheNameIndex()
@@ -132,15 +132,20 @@ void TestPoseReaderReference::shippedEqualsReferenceOnMutatedTexts()
     QVERIFY2(values > kTextsPerRow, "most entries were damaged beyond reading");
 }
 
-void TestPoseReaderReference::shippedEqualsReferenceOnRealFiles()
+void TestPoseReaderReference::shippedEqualsReferenceOnWholeFiles()
 {
-    const QStringList paths
-        = presetsIn(sharedPoses()) + presetsIn(QLatin1String(QUILLON_SOURCE_DIR "/samples"));
-    if (paths.isEmpty())
-        QSKIP("no real files here", SkipAll);
     PoseFixture f;
+    for (const OddPreset& each : oddPresets())
+        writeFile(f.file("odd/") + each.name + ".duf", each.bytes);
+    const QStringList made = presetsIn(f.file("odd")) + oddWholeBodies(f.file("bodies"))
+        + wildWholeBodies(f.file("wild"));
+    const QStringList samples = presetsIn(QLatin1String(QUILLON_SOURCE_DIR "/samples"));
+    const QStringList real = presetsIn(sharedPoses());
+    QVERIFY(made.size() >= 3 * kOddLayoutCount && samples.size() > 250);
+    qDebug("%d files made here, %d samples, %d beside the project", int(made.size()),
+        int(samples.size()), int(real.size()));
     std::vector<char> buffer(kReadBufferBytes);
-    for (const QString& path : paths) {
+    for (const QString& path : made + samples + real) {
         const int count = readPoseFileText(path, buffer.data(), kReadBufferBytes, true);
         const QByteArray text(buffer.data(), count);
         const QString difference = differenceOn(text, f.figure);
