@@ -5,25 +5,30 @@
 # shellcheck shell=bash disable=SC2154
 
 build=$root/build/release
+# What tests need besides what is built: the formatter, and what runs the scripts of the artwork.
+# shellcheck disable=SC2034
+test_packages=(clang-format-14 python3)
 
 fail() {
     printf '%s: %s\n' "$me" "$*" >&2
     exit 1
 }
 
-# Names of the listed packages that are not installed; asks dpkg's own files, never the network.
+# Names of the packages, listed or given, that are not installed; asks dpkg's own files, never the
+# network.
 missing_packages() {
     local wanted
     wanted=$(grep -v '^#' "$root/packaging/debian-packages.txt") || fail "no package list in packaging/"
+    [ $# = 0 ] || wanted+=$(printf '\n%s' "$@")
     # dpkg-query says nothing about a package it has never heard of, hence the comparison
     # shellcheck disable=SC2086
-    LC_ALL=C comm -23 <(LC_ALL=C sort <<<"$wanted${1:+$'\n'$1}") \
-        <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' $wanted ${1:-} 2>/dev/null |
+    LC_ALL=C comm -23 <(LC_ALL=C sort <<<"$wanted") \
+        <(dpkg-query -W -f='${db:Status-Status} ${Package}\n' $wanted 2>/dev/null |
             sed -n 's/^installed //p' | LC_ALL=C sort -u) || true
 }
 
-# install_missing [package]: installs what is missing of the list, and of the package if one is
-# given; with nothing missing the network is not touched.
+# install_missing [package...]: installs what is missing of the list and of the packages given; with
+# nothing missing the network is not touched.
 install_missing() {
     local missing admin=()
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
@@ -31,7 +36,7 @@ install_missing() {
             "$me" docs/developer/building.md >&2
         return 0
     fi
-    missing=$(missing_packages "${1:-}")
+    missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
     missing=${missing//$'\n'/ }
     if [ "$(id -u)" != 0 ]; then

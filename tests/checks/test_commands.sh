@@ -79,6 +79,20 @@ expect "the list is refreshed first" logged "apt-get update -qq"
 expect "only what is missing is installed" logged \
     "apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=300 ninja-build"
 fresh
+lacks clang-format-14
+starts test
+expect "what only tests need is installed, too" logged \
+    "apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=300 clang-format-14"
+fresh
+lacks clang-format-14
+tool apt-get 'exit 100'
+starts test
+expect "without it only the test that needs it fails" [ $status = 0 ]
+fresh
+lacks clang-format-14
+starts run --headless
+expect "but not to run it" not_logged '^apt-get '
+fresh
 lacks ninja-build
 tool id 'echo 1000'
 starts test
@@ -91,6 +105,16 @@ starts test
 expect "a failed installation ends it" [ $status = 1 ]
 expect "and says so" [ "${says##*$'\n'}" = "test: apt-get could not install: ninja-build" ]
 expect "and builds nothing" not_logged '^ninja '
+
+fresh
+lacks clang-format-14
+tool clang-format-14 'exit 127'
+tool clang-format 'echo clang-format version 19.1'
+status=0
+says=$(PATH="$tools:$PATH" "$source/tests/checks/check_format.sh" "$source" 2>&1) || status=$?
+expect "the check of the format installs what it needs" logged \
+    "apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=300 clang-format-14"
+expect "and fails, not passes, without it" [ $status = 1 ]
 
 # ---- configuring and building
 fresh

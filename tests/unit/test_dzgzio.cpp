@@ -301,8 +301,7 @@ void TestDzGzIO::leavesAnOpenDeviceOpen()
 void TestDzGzIO::aFullDiskIsTold()
 {
     QFile full("/dev/full");
-    if (!full.exists())
-        QSKIP("this machine has no /dev/full");
+    QVERIFY2(full.exists(), "a Unix has it");
     DzGzIO gz(&full);
     QVERIFY(gz.open(QIODevice::WriteOnly));
     gz.write("little enough to stay in buffers until the end");

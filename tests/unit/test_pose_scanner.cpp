@@ -186,14 +186,15 @@ void TestPoseScanner::directoriesAreWalkedInTheHostsOrder()
 void TestPoseScanner::moreFilesThanTheTableHoldsAreIgnored()
 {
     ScanFixture f;
-    const int folders = 257, filesInEach = 256; // hard links are quick to make
+    const int folders = 257, filesInEach = 256;
     for (int folder = 0; folder < folders; ++folder) {
         const QByteArray name = QByteArray::number(folder) + "/";
         const QString path = f.add((name + "pose.duf").constData(), poseNumber(1));
         for (int n = 1; n < filesInEach; ++n) {
             const QString twin = f.content((name + QByteArray::number(n) + ".duf").constData());
+            // Links are quick to make; a file system without them gets files.
             if (::link(QFile::encodeName(path).constData(), QFile::encodeName(twin).constData()))
-                QSKIP("this file system has no hard links");
+                writeFile(twin, fileBytes(path));
         }
     }
     ProgressLog log;
