@@ -26,6 +26,7 @@ private slots:
 
     // in place
     void linkedNamesStayTogether();
+    void theOwnerStays_data();
     void theOwnerStays();
     void aFolderAtTheNewNameStays();
     void shorterBytesCutTheFile();
@@ -46,6 +47,7 @@ private slots:
     // failures
     void aFailedWriteLeavesTheOldBytes_data();
     void aFailedWriteLeavesTheOldBytes();
+    void aFailedWriteDoesNotEmptyAFileThatMayNotBeRead();
     void aCrashInPlaceLeavesTheOldBytesInTheKeepFolder();
     void aCrashBesideLeavesTheFile();
 
@@ -166,16 +168,27 @@ void TestFileReplacement::linkedNamesStayTogether()
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }
 
+void TestFileReplacement::theOwnerStays_data()
+{
+    QTest::addColumn<int>("owner"); // -1: who runs the test
+    QTest::addColumn<int>("group");
+    QTest::newRow("another user's") << int(kNobody) << -1;
+    QTest::newRow("another group's") << -1 << int(kNobody);
+}
+
 // Root writes a user's file, and it stays the user's. A user's own is his before and after.
 void TestFileReplacement::theOwnerStays()
 {
-    QVERIFY(giveToChild(file));
-    const QFileInfo before(file);
-    const uint owner = before.ownerId(), group = before.groupId();
+    QFETCH(int, owner);
+    QFETCH(int, group);
+    if (::geteuid() == 0)
+        QCOMPARE(::chown(qPrintable(file), uid_t(owner), gid_t(group)), 0);
+    struct stat before, after;
+    QCOMPARE(::stat(qPrintable(file), &before), 0);
     QVERIFY(overwrite());
-    const QFileInfo after(file);
-    QCOMPARE(after.ownerId(), owner);
-    QCOMPARE(after.groupId(), group);
+    QCOMPARE(::stat(qPrintable(file), &after), 0);
+    QCOMPARE(after.st_uid, before.st_uid);
+    QCOMPARE(after.st_gid, before.st_gid);
     QCOMPARE(fileBytes(file), QByteArray("new"));
 }
 
@@ -330,6 +343,20 @@ void TestFileReplacement::aFailedWriteLeavesTheOldBytes()
     QCOMPARE(fileBytes(file), old);
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
     QCOMPARE(filesIn(keep->path()), kept);
+}
+
+// Its old bytes cannot be put back; those that were not reached yet stay all the same.
+void TestFileReplacement::aFailedWriteDoesNotEmptyAFileThatMayNotBeRead()
+{
+    writeFile(file, kTooMuch.left(3000));
+    QVERIFY(linkHard(file, folder->path("other name")));
+    QVERIFY(giveToChild(file) && setMode(file, 0222));
+    const auto fail = [this] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        return limitFileSize(kLimit) && overwrite(kTooMuch);
+    };
+    QCOMPARE(runWithoutRights(fail), 0);
+    QCOMPARE(QFileInfo(file).size(), qint64(3000));
 }
 
 // The first bytes beyond the limit end the process.
