@@ -196,6 +196,51 @@ private slots:
         QCOMPARE(m_finder->currentTitle(), QString("sit, turned"));
     }
 
+    // The turn is the reference's, not that of the figure that was cleared for it.
+    void referenceThatLiesOrLeansFindsItsLike_data()
+    {
+        QTest::addColumn<QByteArray>("channel");
+        QTest::addColumn<double>("deg");
+        QTest::newRow("on the back") << QByteArray("hip/x") << -90.0;
+        QTest::newRow("on the belly") << QByteArray("hip/x") << 90.0;
+        QTest::newRow("on the left side") << QByteArray("hip/z") << -90.0;
+        QTest::newRow("leaning forwards") << QByteArray("hip/x") << 35.0;
+        QTest::newRow("leaning to the right") << QByteArray("hip/z") << 35.0;
+        QTest::newRow("upside down") << QByteArray("hip/x") << 180.0;
+    }
+    void referenceThatLiesOrLeansFindsItsLike()
+    {
+        QFETCH(QByteArray, channel);
+        QFETCH(double, deg);
+        const double away = deg < 0 ? 1 : -1; // towards upright and beyond; 44 degrees still match
+        const auto like = [&](double by) {
+            PoseValues turned = values({{"hip/y", 70}}); // any yaw does
+            turned[channel] = deg + by;
+            return turned;
+        };
+        m_finder->addPose("same.duf", like(0));
+        m_finder->addPose("near.duf", like(away * 30));
+        m_finder->addPose("far.duf", like(away * 60));
+        m_finder->addPose("near beyond.duf", like(-away * 30));
+        m_finder->addPose("far beyond.duf", like(-away * 60));
+        m_finder->memorize(like(0));
+        for (bool& each : pluginSettings().similarity)
+            each = false;
+        pluginSettings().similarity[AreaHip] = true;
+        m_finder->browse(ReferencePose);
+        QStringList found;
+        pluginSettings().currentPose = -1;
+        for (int n = countedMatches().matchCount; n > 0; --n) {
+            m_finder->next();
+            found << m_finder->currentTitle();
+        }
+        found.sort();
+        QCOMPARE(found,
+            QStringList() << "near"
+                          << "near beyond"
+                          << "same");
+    }
+
     void referenceTypeWithoutAReferenceTakesTheFigureAsItStands()
     {
         m_finder->addPose("stand.duf");

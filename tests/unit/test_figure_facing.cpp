@@ -39,6 +39,8 @@ private slots:
     void derivingLeavesTheStoredOrientation();
     void aTurnedAndMovedFigureIsNoticed_data();
     void aTurnedAndMovedFigureIsNoticed();
+    void aTenthIsAChange_data();
+    void aTenthIsAChange();
     void storingMakesTheHipUnchanged();
     void clearingForgetsTheHipAndRebuildsTheYaws();
     void aFigureWithoutHipNeverChanges();
@@ -285,6 +287,42 @@ void TestFigureFacing::aTurnedAndMovedFigureIsNoticed()
     DzNode* node = turns ? static_cast<DzNode*>(f.bone("hip")) : f.figure; // a turn moves no hip
     qobject_cast<DzFloatProperty*>(node->findProperty(channel))->setValue(value);
     QCOMPARE(hipChanged(f.figure, CompareHip, f.time()), noticed);
+}
+
+void TestFigureFacing::aTenthIsAChange_data()
+{
+    QTest::addColumn<int>("component"); // x, y, z of the orientation, then of the position
+    QTest::newRow("orientation, x") << 0;
+    QTest::newRow("orientation, y") << 1;
+    QTest::newRow("orientation, z") << 2;
+    QTest::newRow("position, x") << 3;
+    QTest::newRow("position, z") << 5;
+}
+
+// On components that are exactly 0, so that nothing is rounded.
+void TestFigureFacing::aTenthIsAChange()
+{
+    QFETCH(int, component);
+    FinderFixture f;
+    f.bone("hip")->setWSPos(f.time(), DzVec3());
+    hipChanged(f.figure, StoreHip, f.time());
+    DzQuat& turn = figureFacing().hipRot_world;
+    DzVec3& place = figureFacing().hipPosCm_world;
+    double* const turns[] = {&turn.m_x, &turn.m_y, &turn.m_z};
+    float* const places[] = {&place.m_x, &place.m_y, &place.m_z};
+    const auto store = [&](float value) {
+        if (component < 3)
+            *turns[component] = double(value);
+        else
+            *places[component - 3] = value;
+    };
+    QCOMPARE(component < 3 ? *turns[component] : double(*places[component - 3]), 0.0);
+    for (const float sign : {-1.f, 1.f}) {
+        store(sign * std::nextafter(0.1f, 0.f));
+        QVERIFY(!hipChanged(f.figure, CompareHip, f.time()));
+        store(sign * 0.1f);
+        QVERIFY(hipChanged(f.figure, CompareHip, f.time()));
+    }
 }
 
 void TestFigureFacing::storingMakesTheHipUnchanged()

@@ -15,6 +15,7 @@ private slots:
     void toleranceZeroScoresOneAtAnyDistance();
     void distancesFromTheRejectingOneOnAreRejected_data();
     void distancesFromTheRejectingOneOnAreRejected();
+    void theLeastScoreIsAThousandth();
     void theWorseProbeDecides();
     void aboveToleranceTwoNothingIsRejected();
     void scoresEqualTheLiteralFormBitForBit();
@@ -23,6 +24,8 @@ private slots:
     void swappedLimbsWithNegatedMiddleAreAMirror();
     void everyComponentTestCounts_data();
     void everyComponentTestCounts();
+    void aTenthIsNoMirror_data();
+    void aTenthIsNoMirror();
     void xAndWDoNotMatterToAMirror();
     void signsAreNotNormalised();
     void aSymmetricSitIsAMirrorOfASymmetricStand();
@@ -83,6 +86,23 @@ void TestPoseSimilarity::distancesFromTheRejectingOneOnAreRejected()
     const double deg = 2 * std::asin(double(distance) / 2) * 180 / kPi;
     if (std::fabs(distance - 0.4995f) > 1e-5f) // the chord is rounded
         QCOMPARE(partSimilarity(DzQuat(), turn(1, 0, 0, deg), 0.5f) < 0, rejected);
+}
+
+// Scores below one half are whole multiples of 2^-24, one thousandth is none: with a tolerance of 1
+// the score next above it passes and the one next below is rejected.
+void TestPoseSimilarity::theLeastScoreIsAThousandth()
+{
+    const float grid = std::ldexp(1.f, -24);
+    const float below = std::floor(0.001f / grid) * grid;
+    const Probe a = {DzVec3(0, 1, 0), DzVec3(0, 0, 1)};
+    for (const float score : {below, below + grid}) {
+        const float distance = 1 - score;
+        QCOMPARE(1 - distance, score); // nothing is rounded
+        QVERIFY(score != 0.001f);
+        const Probe ofY = {DzVec3(distance, 1, 0), a.z}, ofZ = {a.y, DzVec3(distance, 0, 1)};
+        for (const Probe& b : {ofY, ofZ})
+            QCOMPARE(probeSimilarity(a, b, 1.f), score > below ? score : kRejected);
+    }
 }
 
 void TestPoseSimilarity::theWorseProbeDecides()
@@ -170,6 +190,28 @@ void TestPoseSimilarity::everyComponentTestCounts()
             QVERIFY(!isMirrorOf(a, b));
         }
         value = exact;
+    }
+}
+
+void TestPoseSimilarity::aTenthIsNoMirror_data()
+{
+    everyComponentTestCounts_data();
+}
+
+void TestPoseSimilarity::aTenthIsNoMirror()
+{
+    QFETCH(int, slot);
+    StoreFixture f;
+    const int a = addEntry(s("/a.duf"), 1), b = addEntry(s("/b.duf"), 2); // y and z exactly 0
+    for (double DzQuat::*component : {&DzQuat::m_y, &DzQuat::m_z}) {
+        double& value = poseEntry(b)->signature[slot].*component;
+        for (const float sign : {-1.f, 1.f}) {
+            value = double(sign * std::nextafter(0.1f, 0.f));
+            QVERIFY(isMirrorOf(a, b) && isMirrorOf(b, a));
+            value = double(sign * 0.1f);
+            QVERIFY(!isMirrorOf(a, b) && !isMirrorOf(b, a));
+        }
+        value = 0;
     }
 }
 
