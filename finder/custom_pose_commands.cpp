@@ -21,6 +21,7 @@
 
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 
 namespace quillon {
 
@@ -32,11 +33,24 @@ bool isCustomPose(int entry)
 
 // ---- saving
 
-static QString askForFile()
+static QString askForFile(const QString& proposed)
 {
-    const QString name = QFileDialog::getSaveFileName(dzApp->getDialogParent(), QString(),
-        customLibraryFolder(), QLatin1String("Custom Pose Library Files (*.duf)"));
-    return name.isEmpty() ? name : customPoseFileName(name);
+    return QFileDialog::getSaveFileName(dzApp->getDialogParent(), QString(), proposed,
+        QLatin1String("Custom Pose Library Files (*.duf)"));
+}
+
+// The dialog asks before it replaces a file, but it only knows the name that was typed. When the
+// suffix makes that the name of a file, it is to ask about the whole name.
+static QString askForPoseFile()
+{
+    QString chosen = askForFile(customLibraryFolder());
+    while (!chosen.isEmpty()) {
+        const QString name = customPoseFileName(chosen);
+        if (name == chosen || !QFileInfo(name).isFile())
+            return name;
+        chosen = askForFile(name);
+    }
+    return chosen;
 }
 
 static int entryOfPath(const QString& path)
@@ -72,7 +86,7 @@ void saveCustomPose()
         showBox(Box::NoCustomFolder);
         return;
     }
-    const QString path = askForFile();
+    const QString path = askForPoseFile();
     if (path.isEmpty())
         return;
     const bool existed = QFile::exists(path);

@@ -10,7 +10,8 @@ bool isCustomPose(int entry); // false outside the index
 
 // Asks for a file and writes the selected figure's pose into it. Shows a box and does nothing
 // without a figure or a library folder. The file takes the place of its own entry in the index,
-// else a new one at the end; when the index is full it is not indexed.
+// else a new one at the end; when the index is full it is not indexed. A name without ".duf" that
+// would replace a file with it is asked for again.
 void saveCustomPose();
 
 // Asks first: true when the answer was Yes. The entry goes with its file; a file that cannot be

@@ -45,7 +45,15 @@ save("two.duf", -40);
 save("Käthe ж 姿勢", -60);
 eq(names().slice(installed), ["one.duf", "two.duf", "Käthe ж 姿勢.duf"]);
 var before = readIndexFile();
-save("two", -80);
+// "two" would replace a file that the dialog has not asked about: it opens again with the whole name.
+forearm().setValue(-80);
+command("save 'two' over 'two.duf'", 0, 3, function () {
+    Bench.expect({ file: "two" });
+    Bench.expect({ button: "Save" });
+    Bench.expect({ text: "two.duf already exists", button: "Yes" });
+    click(13);
+});
+near(forearm().getValue(), -80, 1e-4, "saving leaves the pose alone");
 var after = readIndexFile();
 eq(after.length, before.length, "the entry of that name is refilled");
 before.forEach(function (entry, i) {
