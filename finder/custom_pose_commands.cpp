@@ -1,8 +1,10 @@
 #include "finder/custom_pose_commands.h"
 
+#include "finder/pose_browser.h"
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
 #include "finder/pose_pair_products.h"
+#include "finder/pose_ranks.h"
 #include "finder/pose_signature.h"
 #include "finder/selected_figure.h"
 #include "pane/message_boxes.h"
@@ -72,6 +74,7 @@ static void indexPose(const QString& path, bool existed, DzSkeleton* figure)
     poseEntry(entry)->hasSignature = false;
     identifyPose(entry);
     takeSignature(entry, figure, dzScene->getTime());
+    refreshCurrentRank(); // of a file that was replaced: its hash has changed
     writePoseIndex();
 }
 
@@ -107,6 +110,8 @@ static void removeAndSave(int entry)
         --position;
     if (position >= poseCount())
         position = poseCount() > 0 ? 0 : -1;
+    refreshCurrentRank();
+    forgetMatch(entry);
     writePoseIndex();
 }
 

@@ -15,7 +15,8 @@ bool isCustomPose(int entry); // false outside the index
 void saveCustomPose();
 
 // Asks first: true when the answer was Yes. The entry goes with its file; a file that cannot be
-// deleted keeps it. A position behind the last entry goes to the first, -1 when there is none.
+// deleted keeps it. A position behind the last entry goes to the first, -1 when there is none. The
+// current rank, the count of matches and the ordinal follow.
 bool deleteCustomPose(int entry);
 
 // Opens the folder of the pose file in the host's content library; for a pose of the maker's

@@ -17,6 +17,7 @@
 #include "dzscene.h"
 #include "dzskeleton.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -27,6 +28,7 @@ static const int kNoMatch = -1;
 static BrowseState g_state;
 static std::vector<int> g_matches; // entries
 static std::vector<int> g_ordinals; // by entry
+static bool g_isCountDue = false; // a count found no figure
 
 BrowseState& browseState()
 {
@@ -45,6 +47,7 @@ void freeFilteredList()
     std::vector<int>().swap(g_matches);
     std::vector<int>().swap(g_ordinals);
     g_state = BrowseState();
+    g_isCountDue = false;
     forgetSetUp();
     forgetPlace();
 }
@@ -52,16 +55,28 @@ void freeFilteredList()
 void dropStalePosition()
 {
     qint32& position = pluginSettings().currentPose;
-    if (position < 0 || position >= poseCount())
-        position = -1;
+    if (position == kNoMatch)
+        return; // settings that tell of no pose survive as they were read
+    if (!poseEntry(position))
+        position = kNoMatch;
+    refreshCurrentRank();
 }
 
 // ---- the type
+
+// Those of the type before say nothing about the new one.
+static void forgetMatches()
+{
+    g_matches.clear();
+    g_ordinals.clear();
+    g_state = BrowseState();
+}
 
 void selectPoseType(int type)
 {
     pageState().browsingCategory = type;
     pageState().tablesValid = false;
+    forgetMatches();
     forgetSetUp();
     if (poseCount() == 0) {
         if (showBox(Box::FirstScan) && scanPoses())
@@ -97,24 +112,47 @@ static bool passes(int entry)
         && browseScore(entry) > 0;
 }
 
-static void listMatches()
+// Everything that follows from the list of matches and the position.
+static void numberMatches()
 {
-    g_matches.clear();
+    g_state.matchCount = int(g_matches.size());
     g_ordinals.clear();
+    int ordinal = 1;
     for (int entry = 0; entry < poseCount(); ++entry) {
-        g_ordinals.push_back(int(g_matches.size()) + 1);
-        if (passes(entry))
-            g_matches.push_back(entry);
+        g_ordinals.push_back(ordinal);
+        if (ordinal <= g_state.matchCount && g_matches[ordinal - 1] == entry)
+            ++ordinal;
     }
+    const int position = qMax(0, pluginSettings().currentPose);
+    const bool isKnown = position < poseCount() && g_ordinals[position] <= g_state.matchCount;
+    g_state.matchOrdinal = isKnown ? g_ordinals[position] : kOrdinalUnknown;
 }
 
 static void countMatches()
 {
-    listMatches();
-    g_state.matchCount = int(g_matches.size());
-    const int position = qMax(0, pluginSettings().currentPose);
-    const bool isKnown = position < poseCount() && g_ordinals[position] <= g_state.matchCount;
-    g_state.matchOrdinal = isKnown ? g_ordinals[position] : kOrdinalUnknown;
+    g_matches.clear();
+    for (int entry = 0; entry < poseCount(); ++entry) {
+        if (passes(entry))
+            g_matches.push_back(entry);
+    }
+    numberMatches();
+    g_isCountDue = false;
+}
+
+void forgetMatch(int removed)
+{
+    auto match = std::lower_bound(g_matches.begin(), g_matches.end(), removed);
+    if (match != g_matches.end() && *match == removed)
+        match = g_matches.erase(match);
+    for (; match != g_matches.end(); ++match)
+        --*match;
+    numberMatches();
+}
+
+void countIfDue()
+{
+    if (g_isCountDue && isSetUpFor(pageState().browsingCategory) && hipOf(selectedFigure()))
+        countMatches();
 }
 
 // ---- the search
@@ -203,13 +241,16 @@ static int firstMatchOfOtherProduct(int position, int direction)
 static void applyMatch(DzSkeleton* figure, int match, int direction)
 {
     if (match == kNoMatch) {
-        g_state.matchCount = 0;
+        forgetMatches();
         pluginSettings().currentPose = kNoMatch;
         refreshCurrentRank();
         return;
     }
     pluginSettings().currentPose = match;
+    const int countBefore = poseCount();
     applyCurrentPose(figure, dzScene->getTime(), SearchDirection(direction));
+    if (poseCount() < countBefore) // its file could not be read
+        forgetMatch(match);
 }
 
 static void searchAndApply(DzSkeleton* figure, int step, bool productSkip)
@@ -229,15 +270,16 @@ bool findPose(int step, bool productSkip, bool countOnly)
 {
     if (pageState().browsingCategory < 0)
         return false;
-    if (countOnly)
-        g_state = BrowseState();
     if (poseCount() == 0) {
+        if (countOnly)
+            forgetMatches();
         pluginSettings().currentPose = kNoMatch;
         refreshCurrentRank();
         return false;
     }
     DzSkeleton* figure = selectedFigure();
     if (!hipOf(figure)) {
+        g_isCountDue = g_isCountDue || countOnly;
         showBox(Box::NoFigure);
         return false;
     }

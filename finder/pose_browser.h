@@ -22,7 +22,8 @@ BrowseState& browseState();
 void createFilteredList();
 void freeFilteredList();
 
-// Forgets an applied pose that the index, once read, does not hold.
+// Forgets an applied pose that the index, once read, does not hold. The current rank becomes that
+// of the position, unless the settings tell of no applied pose at all.
 void dropStalePosition();
 
 // Opens the category. With an empty index it asks whether to scan; otherwise, when it comes from
@@ -33,7 +34,12 @@ void selectPoseType(int type);
 // The similarity filters of the category, after a change of the settings.
 void refreshFilters();
 
+// After the entry left the index and the position is right again: count and ordinal follow, without
+// a look at filters that may have changed since the last count.
+void forgetMatch(int removed);
+
 // countOnly: counts the matches and finds the ordinal of the current position; nothing is applied.
+// Without a figure the counts stay as they were and a count is due.
 // Else searches from the current position and applies the first match. step: +1 forwards and -1
 // backwards from its neighbour, both ending with the pose itself; 0 forwards from itself; -2
 // forwards from the first pose, +2 backwards from the last one. Without a match the position
@@ -42,5 +48,8 @@ void refreshFilters();
 // match of the run of the product before. When all matches are of one product nothing happens.
 // True when the user had moved the figure, so that the tables were made anew: count again.
 bool findPose(int step, bool productSkip, bool countOnly);
+
+// Makes up for a count that found no figure, once there is one that the tables are set up for.
+void countIfDue();
 
 } // namespace quillon

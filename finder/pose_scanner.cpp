@@ -228,6 +228,7 @@ static void forgetPoses()
     if (QFile::exists(referencePosePath()))
         QFile::remove(referencePosePath());
     pluginSettings().currentPose = 0;
+    refreshCurrentRank(); // the pane is painted while the scan runs
     pageState().tablesValid = false;
 }
 

@@ -189,6 +189,7 @@ bool toggleMirrored(const PressContext& press)
 bool advanceRank(const PressContext&)
 {
     setCurrentRank((rankOf(pluginSettings().currentPose) + 1) % kRankCount);
+    countIfDue();
     return true;
 }
 
@@ -210,6 +211,7 @@ bool openFolderOrDelete(const PressContext& press)
         return false;
     if (!isCustomPose(current)) {
         browseToPoseFolder(entry->path);
+        countIfDue();
         return true;
     }
     return deleteCustomPose(current) && rebuild(press);

@@ -184,6 +184,45 @@ private slots:
         QVERIFY(boxes.boxes.isEmpty());
     }
 
+    void countsStayWithoutAFigure()
+    {
+        m_finder->addFiles(2);
+        m_finder->addFile("m.duf", PoseValues(), kMaleCode);
+        m_finder->browse(AllPoses);
+        m_finder->apply(1);
+        countedMatches();
+        pluginSettings().includeMale = false;
+        m_finder->rig.scene.selectAllNodes(false);
+        const BoxAnswers boxes;
+        countedMatches();
+        countIfDue(); // there is still none
+        QCOMPARE(boxes.boxes.size(), 1);
+        QCOMPARE(browseState().matchCount, 3);
+        QCOMPARE(browseState().matchOrdinal, 2);
+        m_finder->selectFigure();
+        countIfDue();
+        QCOMPARE(browseState().matchCount, 2);
+        pluginSettings().includeMale = true;
+        countIfDue(); // once
+        QCOMPARE(browseState().matchCount, 2);
+    }
+
+    void anotherCategoryForgetsTheCounts()
+    {
+        m_finder->addFiles(3);
+        m_finder->browse(AllPoses);
+        countedMatches();
+        m_finder->rig.scene.selectAllNodes(false);
+        const BoxAnswers boxes;
+        m_finder->browse(Sitting);
+        QCOMPARE(countedMatches().matchCount, 0);
+        m_finder->selectFigure();
+        m_finder->bone("head")->getYRotControl()->setValue(15);
+        countIfDue(); // the figure would have to be cleared first
+        QCOMPARE(browseState().matchCount, 0);
+        QCOMPARE(m_finder->rotationDeg("head", 'y'), 15.f);
+    }
+
     void countersReadAsToldByTheCategory()
     {
         m_finder->addPose("stand.duf");

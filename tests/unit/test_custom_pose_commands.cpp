@@ -111,6 +111,45 @@ private slots:
         QCOMPARE(m_finder->position(), -1);
     }
 
+    // With or without a figure; nothing is searched.
+    void rankAndCountsFollowADeletedPose()
+    {
+        addCustom("a.duf");
+        m_finder->addFile("People/b.duf");
+        addCustom("c.duf");
+        m_finder->browse(AllPoses);
+        pluginSettings().currentPose = 1;
+        setCurrentRank(Favorite);
+        m_finder->apply(0);
+        countedMatches();
+        QCOMPARE(pluginSettings().currentRank, qint32(CustomLibraryPose));
+        m_finder->rig.scene.selectAllNodes(false);
+        const BoxAnswers boxes(QMessageBox::Yes);
+        QVERIFY(deleteCustomPose(0));
+        QCOMPARE(pluginSettings().currentRank, qint32(Favorite)); // b took its place
+        QCOMPARE(browseState().matchCount, 2);
+        QCOMPARE(browseState().matchOrdinal, 1);
+        pluginSettings().currentPose = 1;
+        QVERIFY(deleteCustomPose(1));
+        QCOMPARE(pluginSettings().currentRank, qint32(Favorite)); // round to the first
+        QCOMPARE(browseState().matchCount, 1);
+        QCOMPARE(browseState().matchOrdinal, 1);
+    }
+
+    void deletedPoseThatDidNotMatchLeavesTheCount()
+    {
+        addCustom("a.duf");
+        m_finder->addFile("People/b.duf");
+        m_finder->browse(AllPoses);
+        pluginSettings().currentPose = 0;
+        pluginSettings().rankFilter = ShowUnranked;
+        QCOMPARE(countedMatches().matchCount, 1);
+        const BoxAnswers boxes(QMessageBox::Yes);
+        QVERIFY(deleteCustomPose(0));
+        QCOMPARE(browseState().matchCount, 1);
+        QCOMPARE(browseState().matchOrdinal, 1);
+    }
+
     void undeletableFileKeepsItsEntry()
     {
         const int entry = addCustom("a.duf");

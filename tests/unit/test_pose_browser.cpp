@@ -283,19 +283,64 @@ private slots:
     {
         QTest::addColumn<int>("position");
         QTest::addColumn<int>("expected");
-        QTest::newRow("none") << -1 << -1;
-        QTest::newRow("first") << 0 << 0;
-        QTest::newRow("last") << 1 << 1;
-        QTest::newRow("behind the last") << 2 << -1;
-        QTest::newRow("below none") << -5 << -1;
+        QTest::addColumn<int>("rank");
+        QTest::newRow("none") << -1 << -1 << int(CustomLibraryPose); // as it was read
+        QTest::newRow("first") << 0 << 0 << int(Unranked);
+        QTest::newRow("last") << 1 << 1 << int(Hidden);
+        QTest::newRow("behind the last") << 2 << -1 << int(Unranked);
+        QTest::newRow("below none") << -5 << -1 << int(Unranked);
     }
     void stalePositionIsDropped()
     {
         QFETCH(int, position);
         m_finder->addFiles(2);
+        m_finder->hide(1);
         pluginSettings().currentPose = position;
+        pluginSettings().currentRank = CustomLibraryPose; // as an older run has left it
         dropStalePosition();
         QTEST(m_finder->position(), "expected");
+        QTEST(int(pluginSettings().currentRank), "rank");
+    }
+
+    void positionWithoutAPoseHasNoRank_data()
+    {
+        QTest::addColumn<bool>("emptyIndex");
+        QTest::newRow("no match") << false;
+        QTest::newRow("an empty index") << true;
+    }
+    void positionWithoutAPoseHasNoRank()
+    {
+        QFETCH(bool, emptyIndex);
+        m_finder->addFiles(1);
+        m_finder->hide(0);
+        m_finder->browse(AllPoses);
+        m_finder->apply(0);
+        QCOMPARE(pluginSettings().currentRank, qint32(Hidden));
+        pluginSettings().rankFilter = ShowUnranked;
+        if (emptyIndex)
+            removeEntry(0);
+        m_finder->next();
+        QCOMPARE(m_finder->position(), -1);
+        QCOMPARE(pluginSettings().currentRank, qint32(Unranked));
+    }
+
+    void countsFollowAVanishedFile()
+    {
+        m_finder->addProducts("A0 -A1 A2 A3 A4");
+        m_finder->browse(AllPoses);
+        pluginSettings().currentPose = 2;
+        countedMatches();
+        QFile::remove(poseEntry(3)->path);
+        m_finder->next();
+        QCOMPARE(m_finder->currentTitle(), QString("A2"));
+        QCOMPARE(browseState().matchCount, 3);
+        QCOMPARE(browseState().matchOrdinal, 2);
+        QFile::remove(poseEntry(3)->path);
+        m_finder->previous();
+        m_finder->previous(); // A4, the last one
+        QCOMPARE(m_finder->currentTitle(), QString("A0"));
+        QCOMPARE(browseState().matchCount, 2);
+        QCOMPARE(browseState().matchOrdinal, 1);
     }
 
     // With the step's direction, so that nothing is skipped by the next one.

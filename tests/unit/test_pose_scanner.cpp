@@ -20,7 +20,7 @@ private slots:
     void onlyPosePresetsAreFound_data();
     void onlyPosePresetsAreFound();
     void theWalkTakesFilesOfAnyCaseAndDepth();
-    void hiddenFilesAndLinkedFoldersAreNotWalked();
+    void hiddenFilesAndLinksAreNotWalked();
     void directoriesAreWalkedInTheHostsOrder();
     void moreFilesThanTheTableHoldsAreIgnored();
     void pathsOfAllScriptsAreIndexed();
@@ -30,11 +30,14 @@ private slots:
     void theIndexFileHoldsWhatWasFound();
     void ranksOfPosesThatAreGoneArePruned();
     void theRankFileIsLeftWhenNothingIsPruned();
+    void theRankIsThatOfTheFirstPose_data();
+    void theRankIsThatOfTheFirstPose();
     void thePaneIsBusyMeanwhile();
 
     // cancelling
     void cancellingLeavesAnEmptyIndexAndTheOldFile_data();
     void cancellingLeavesAnEmptyIndexAndTheOldFile();
+    void cancellingEndsTheWalkAtOnce();
 
     // progress
     void progressIsToldAsDescribed();
@@ -158,7 +161,7 @@ void TestPoseScanner::theWalkTakesFilesOfAnyCaseAndDepth()
     QCOMPARE(f.scanned(), names("People/Poses/Sit/X.DUF People/Poses/y.Duf top.duf"));
 }
 
-void TestPoseScanner::hiddenFilesAndLinkedFoldersAreNotWalked()
+void TestPoseScanner::hiddenFilesAndLinksAreNotWalked()
 {
     ScanFixture f;
     f.add("a/pose.duf", poseNumber(1));
@@ -167,6 +170,7 @@ void TestPoseScanner::hiddenFilesAndLinkedFoldersAreNotWalked()
     writeFile(f.home.path(s("outside/pose.duf")), poseFileText(poseNumber(4)));
     QVERIFY(QFile::link(f.content(), f.content("a/round")));
     QVERIFY(QFile::link(f.home.path(s("outside")), f.content("linked")));
+    QVERIFY(QFile::link(f.home.path(s("outside/pose.duf")), f.content("a/linked.duf")));
     QCOMPARE(f.scanned(), names("a/pose.duf"));
 }
 
@@ -201,6 +205,12 @@ void TestPoseScanner::moreFilesThanTheTableHoldsAreIgnored()
     scanPoses();
     QCOMPARE(log.infosOf("Scanning pose files").last(), s("Scanning pose files... 65536"));
     QCOMPARE(poseCount(), 1);
+    QMap<QString, int> last; // position by info text
+    for (const DzProgressRecord& each : log.records())
+        last[each.info] = each.position;
+    QCOMPARE(last[s("Scanning pose files... 9800")], 98);
+    for (const char* found : {"9801", "9999", "10000", "10001", "65536"}) // the walk never ends it
+        QCOMPARE(last[s("Scanning pose files... ") + s(found)], 99);
 }
 
 void TestPoseScanner::pathsOfAllScriptsAreIndexed()
@@ -284,6 +294,37 @@ void TestPoseScanner::theRankFileIsLeftWhenNothingIsPruned()
     QCOMPARE(fileBytes(dataFiles().ranks), QByteArray("as it was"));
 }
 
+void TestPoseScanner::theRankIsThatOfTheFirstPose_data()
+{
+    QTest::addColumn<QString>("cancelAt");
+    QTest::addColumn<int>("rank");
+    QTest::newRow("finished") << QString() << int(Favorite);
+    QTest::newRow("aborted: there is none") << s("Identifying") << int(Unranked);
+}
+
+void TestPoseScanner::theRankIsThatOfTheFirstPose()
+{
+    QFETCH(QString, cancelAt);
+    ScanFixture f;
+    f.add("a.duf", poseNumber(1));
+    f.add("b.duf", poseNumber(11));
+    scanPoses();
+    for (int entry = 0; entry < 2; ++entry) {
+        pluginSettings().currentPose = entry;
+        setCurrentRank(entry == 0 ? Favorite : Hidden);
+    }
+    ProgressLog log;
+    log.cancelAt() = cancelAt;
+    int shownMeanwhile = -1;
+    log.atChange() = [&](const QString& info) {
+        if (info.startsWith(s("Scanning pose files")))
+            shownMeanwhile = pluginSettings().currentRank;
+    };
+    scanPoses();
+    QCOMPARE(shownMeanwhile, int(Unranked));
+    QTEST(int(pluginSettings().currentRank), "rank");
+}
+
 void TestPoseScanner::thePaneIsBusyMeanwhile()
 {
     ScanFixture f;
@@ -332,6 +373,21 @@ void TestPoseScanner::cancellingLeavesAnEmptyIndexAndTheOldFile()
     QCOMPARE(box.icon, QMessageBox::Warning);
     QVERIFY(!isBusy());
     QVERIFY(log.infosOf("Cleaning up").isEmpty() || cancelAt == s("Cleaning up"));
+}
+
+void TestPoseScanner::cancellingEndsTheWalkAtOnce()
+{
+    ScanFixture f;
+    for (int n = 0; n < 5; ++n) {
+        f.add(qPrintable(QString("a/%1.duf").arg(n)), poseNumber(n));
+        f.add(qPrintable(QString("b/%1.duf").arg(n)), poseNumber(n));
+    }
+    f.setContent(QStringList() << f.content("a") << f.content("b"));
+    ProgressLog log;
+    log.cancelAt() = s("Scanning pose files... 2");
+    scanPoses();
+    QCOMPARE(log.infosOf("Scanning pose files").last(), s("Scanning pose files... 2"));
+    QVERIFY(log.infosOf("Identifying").isEmpty());
 }
 
 // ---- progress

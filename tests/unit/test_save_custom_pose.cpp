@@ -314,6 +314,17 @@ private slots:
         QCOMPARE(boxes.boxes.first().text, QString("Could not find Custom Pose Library folder."));
         QCOMPARE(answer.dialogs, 0);
     }
+
+    void rankFollowsAReplacedFile()
+    {
+        QDir().mkpath(m_finder->file("elsewhere"));
+        save(m_finder->file("elsewhere/a.duf"));
+        pluginSettings().currentPose = 0;
+        setCurrentRank(Favorite);
+        poseTheFigure();
+        save(m_finder->file("elsewhere/a.duf")); // other bytes, so another pose
+        QCOMPARE(pluginSettings().currentRank, qint32(Unranked));
+    }
 };
 
 QTEST_MAIN(TestSaveCustomPose)
