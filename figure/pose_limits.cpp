@@ -3,6 +3,7 @@
 #include "figure/body_parts.h"
 #include "figure/figure_kind.h"
 #include "figure/figure_walks.h"
+#include "figure/part_tables.h"
 #include "pane/status_message.h"
 
 #include "dzbone.h"
@@ -24,36 +25,6 @@ namespace {
 
 const char* const kUndoCaption = "quillon_stack";
 const float kZeroRangeCm = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
-
-const char* const kTranslatableBones[] = {
-    "abdomenLower",
-    "abdomenUpper",
-    "chestLower",
-    "chestUpper",
-    "lCollar",
-    "rCollar",
-    "lShldrBend",
-    "rShldrBend",
-    "lForearmBend",
-    "rForearmBend",
-    "lHand",
-    "rHand",
-    "pelvis",
-    "lThighBend",
-    "rThighBend",
-    "lShin",
-    "rShin",
-    "lFoot",
-    "rFoot",
-    "lToe",
-    "rToe",
-    "neckLower",
-    "neckUpper",
-    "head",
-    "lPectoral",
-    "rPectoral",
-};
-static_assert(std::size(kTranslatableBones) == 26, "main bones");
 
 // Clamped flags: bones by number, then controls by number in the active table.
 const int kFirstControlSlot = kBoneCount;

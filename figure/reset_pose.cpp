@@ -5,6 +5,7 @@
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/node_place.h"
+#include "figure/part_tables.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -14,7 +15,6 @@
 #include "dzskeleton.h"
 
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -25,32 +25,6 @@ namespace {
 const float kZeroThreshold = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
 const int kHipNumber = 0;
 const char* const kFacsPrefix = "facs_";
-
-// Shapes that belong to a bone's pose but are no channel of it.
-const char* const kFaceCorrectives[] = {
-    "PHMBrowCompression_HD_div2",
-    "eCTRLCheekCrease",
-    "ePHMCheekCreaseL",
-    "ePHMCheekCreaseR",
-    "CTRLCheeksDimpleCreaseHD",
-    "PHMCheeksDimpleCreaseL_HD_div2",
-    "PHMCheeksDimpleCreaseR_HD_div2",
-    "eCTRLTongueIn-Out",
-    "eCTRLTongueNarrow-Wide",
-    "PHMNoseCompression_HD_div2",
-};
-static_assert(std::size(kFaceCorrectives) == 10, "correctives of the face");
-
-const struct CorrectivePair {
-    const char* bone; // part of the bone's name
-    const char* controls[2];
-} kBodyCorrectives[] = {
-    {"lThighBend", {"pJCMFlexGluteClench_L", "pJCMFlexQuad_L"}},
-    {"rThighBend", {"pJCMFlexGluteClench_R", "pJCMFlexQuad_R"}},
-    {"lPectoral", {"pPBMlBreastsFlatten", "pPBMlBreastsHangForward"}},
-    {"rPectoral", {"pPBMrBreastsFlatten", "pPBMrBreastsHangForward"}},
-};
-static_assert(std::size(kBodyCorrectives) == 4, "two correctives a bone, eight in all");
 
 struct LocalPlacement {
     DzMatrix3 scale;
