@@ -66,14 +66,18 @@ PoseChannels poseChannelsOf(const DzNode* bone)
         bone->getXPosControl(), bone->getYPosControl(), bone->getZPosControl()}};
 }
 
+DzFloatProperty* driverAt(const DzFloatProperty* property, int controller)
+{
+    const DzERCLink* link = qobject_cast<DzERCLink*>(property->getController(controller));
+    return link ? qobject_cast<DzFloatProperty*>(link->getProperty()) : nullptr;
+}
+
 static void appendDriversFirst(DzFloatProperty* property, const FollowDriver& follow,
     std::vector<DzFloatProperty*>* entered, std::vector<DzFloatProperty*>* out)
 {
     entered->push_back(property);
     for (int i = 0; i < property->getNumControllers(); ++i) {
-        const DzERCLink* link = qobject_cast<DzERCLink*>(property->getController(i));
-        DzFloatProperty* driver
-            = link ? qobject_cast<DzFloatProperty*>(link->getProperty()) : nullptr;
+        DzFloatProperty* driver = driverAt(property, i);
         if (driver && follow(driver)
             && std::find(entered->begin(), entered->end(), driver) == entered->end())
             appendDriversFirst(driver, follow, entered, out);

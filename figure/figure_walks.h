@@ -42,6 +42,10 @@ struct PoseChannels {
 };
 PoseChannels poseChannelsOf(const DzNode* bone);
 
+// The property that drives this one through its controller of that number; null for a controller
+// that is no link.
+DzFloatProperty* driverAt(const DzFloatProperty* property, int controller);
+
 // What drives the property through controller links, each once and after its own drivers, and the
 // property itself last. Values set in this order are final: setting works backwards through the
 // links, and a driver that changes later would move the value again. Only drivers that follow()

@@ -8,13 +8,17 @@
 #include "figure/part_tables.h"
 
 #include "dzbone.h"
+#include "dzerclink.h"
 #include "dzfloatproperty.h"
 #include "dzmorph.h"
 #include "dzobject.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
+#include "dzundostack.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -43,10 +47,56 @@ struct SelectionReset {
 
 } // namespace
 
+// A link that multiplies by 0 lets nothing of the stored value through, in neither direction.
+static bool linksHideStored(const DzFloatProperty* property, DzTime time)
+{
+    for (int i = 0; i < property->getNumControllers(); ++i) {
+        const DzERCLink* link = qobject_cast<DzERCLink*>(property->getController(i));
+        const bool scales = link
+            && (link->getType() == DzERCLink::ERCMultiply3
+                || link->getType() == DzERCLink::ERCDivideInto1);
+        if (scales && link->getProperty() && link->getProperty()->getDoubleValue(time) == 0)
+            return true;
+    }
+    return false;
+}
+
+// The value as it would be without limits.
+static float unlimitedValue(DzFloatProperty* property, DzTime time)
+{
+    const float value = property->getValue(time);
+    if (!property->isClamped() || (value > property->getMin() && value < property->getMax()))
+        return value;
+    if (!property->hasControllers())
+        return property->getRawValue(time);
+    const DzUndoStackLock unrecorded; // the flag is back at once
+    property->setIsClamped(false);
+    const float unlimited = property->getValue(time);
+    property->setIsClamped(true);
+    return unlimited;
+}
+
+static bool isAtZero(const DzFloatProperty* property, DzTime time)
+{
+    return std::fabs(property->getRawValue(time)) <= kZeroThreshold
+        && std::fabs(property->getValue(time)) <= kZeroThreshold;
+}
+
+// Limits may hide what is stored: a value of -0.5 in a range that begins at 0 reads 0, would be
+// memorized with the pose and come out when the limits are lifted. What is stored need not be 0
+// where a driver that stays moves the property: it is the opposite of that driver's share then,
+// and stays unwritten when it is that already.
 static void zero(DzFloatProperty* property, DzTime time)
 {
-    if (std::fabs(property->getValue(time)) > kZeroThreshold)
+    if (isAtZero(property, time))
+        return;
+    const float stored = property->getRawValue(time);
+    if (linksHideStored(property, time)) {
+        if (stored != 0)
+            property->setRawValue(time, 0);
+    } else if (stored - unlimitedValue(property, time) != stored) {
         property->setValue(time, 0);
+    }
 }
 
 static bool isBodyControlProperty(const DzFloatProperty* property)
@@ -54,10 +104,12 @@ static bool isBodyControlProperty(const DzFloatProperty* property)
     return isBodyControl(controlNameOf(property));
 }
 
-static bool isFacsControlProperty(const DzFloatProperty* property)
+// A control or morph that a face reset of Genesis 8.1 takes along.
+static bool isFacsProperty(const DzFloatProperty* property)
 {
     const QString name = controlNameOf(property);
-    return name.startsWith(QLatin1String(kFacsPrefix)) && isBodyControl(name);
+    return name.startsWith(QLatin1String(kFacsPrefix))
+        && (isBodyControl(name) || qobject_cast<DzMorph*>(property->getOwner()));
 }
 
 static void zeroThroughLinks(
@@ -65,6 +117,45 @@ static void zeroThroughLinks(
 {
     for (DzFloatProperty* each : driversFirst(property, follow))
         zero(each, time);
+}
+
+// A walk through the links that zeroes each property once.
+struct ZeroWalk {
+    std::vector<DzFloatProperty*> listed; // sorted; only these are zeroed
+    std::vector<bool> entered; // one for each
+    DzTime time;
+};
+
+static void zeroDriversFirst(DzFloatProperty* property, ZeroWalk* walk)
+{
+    const auto at = std::lower_bound(walk->listed.begin(), walk->listed.end(), property);
+    const size_t place = size_t(at - walk->listed.begin());
+    if (at == walk->listed.end() || *at != property || walk->entered[place])
+        return;
+    walk->entered[place] = true;
+    for (int i = 0; i < property->getNumControllers(); ++i) {
+        if (DzFloatProperty* driver = driverAt(property, i))
+            zeroDriversFirst(driver, walk);
+    }
+    zero(property, walk->time);
+}
+
+// Each of them after those of them that drive it.
+static void zeroAll(const std::vector<DzFloatProperty*>& properties, DzTime time)
+{
+    const auto atZero = [time](const DzFloatProperty* each) { return isAtZero(each, time); };
+    if (std::all_of(properties.begin(), properties.end(), atZero))
+        return;
+    ZeroWalk walk {properties, std::vector<bool>(properties.size()), time};
+    std::sort(walk.listed.begin(), walk.listed.end());
+    for (DzFloatProperty* each : properties)
+        zeroDriversFirst(each, &walk);
+}
+
+static void appendPoseChannels(const DzNode* bone, std::vector<DzFloatProperty*>* out)
+{
+    const PoseChannels channels = poseChannelsOf(bone);
+    out->insert(out->end(), std::begin(channels.channel), std::end(channels.channel));
 }
 
 static void zeroCorrective(const char* name, const DzNode* bone, DzTime time)
@@ -85,19 +176,6 @@ static void zeroCorrectives(const DzNode* bone, DzTime time)
             continue;
         for (const char* name : pair.controls)
             zeroCorrective(name, bone, time);
-    }
-}
-
-// Brings a channel to 0 that was zeroed while a control still drove it: it holds the opposite of
-// that control's share now. Limits may hide the share, not remove it.
-static void zeroLeftShares(const DzNode* bone, DzTime time)
-{
-    for (DzFloatProperty* channel : poseChannelsOf(bone).channel) {
-        if (!channel->hasControllers())
-            continue;
-        const bool hidden = channel->isClamped() && channel->getRawValue(time) != 0;
-        if (hidden || channel->getValue(time) != 0)
-            channel->setValue(time, 0);
     }
 }
 
@@ -130,27 +208,33 @@ void resetBone(DzNode* bone, DzTime time)
         zeroThroughLinks(channel, time);
 }
 
-void zeroFacsMorphs(DzNode* figure, DzTime time)
+static std::vector<DzFloatProperty*> facsMorphsOf(const DzNode* figure)
 {
+    std::vector<DzFloatProperty*> channels;
     const DzObject* object = figure->getObject();
     for (int i = 0; object && i < object->getNumModifiers(); ++i) {
         const DzMorph* morph = qobject_cast<DzMorph*>(object->getModifier(i));
         if (morph && morph->getName().startsWith(QLatin1String(kFacsPrefix)))
-            zero(morph->getValueChannel(), time);
+            channels.push_back(morph->getValueChannel());
     }
+    return channels;
+}
+
+void zeroFacsMorphs(DzNode* figure, DzTime time)
+{
+    zeroAll(facsMorphsOf(figure), time);
 }
 
 static void resetWholeFigure(DzSkeleton* figure, DzTime time)
 {
-    const std::vector<FigureBone> bones = bonesOf(figure);
-    for (const FigureBone& each : bones)
-        zeroBoneChannels(each.bone, time);
-    for (const FigureControl& each : controlsOf(figure))
-        zeroThroughLinks(each.property, time);
+    std::vector<DzFloatProperty*> properties;
     if (isGenesis81())
-        zeroFacsMorphs(figure, time);
-    for (const FigureBone& each : bones)
-        zeroLeftShares(each.bone, time);
+        properties = facsMorphsOf(figure);
+    for (const FigureControl& each : controlsOf(figure))
+        properties.push_back(each.property);
+    for (const FigureBone& each : bonesOf(figure))
+        appendPoseChannels(each.bone, &properties);
+    zeroAll(properties, time);
 }
 
 // ---- selection
@@ -207,6 +291,11 @@ static void turnUpright(DzNode* hip, DzTime time)
 {
     if (hip->getWSRot(time) != DzQuat())
         turnTo(hip, time, DzQuat());
+    for (DzFloatProperty* channel :
+        {hip->getXRotControl(), hip->getYRotControl(), hip->getZRotControl()}) {
+        if (channel->getValue(time) == 0)
+            zero(channel, time); // limits may hide what is stored
+    }
     g_placements[kHipNumber].reset = true;
 }
 
@@ -241,9 +330,20 @@ static void zeroFacsControls(DzSkeleton* figure, DzTime time)
 {
     for (const FigureControl& each : controlsOf(figure)) {
         if (controlName(each.number).startsWith(QLatin1String(kFacsPrefix)))
-            zeroThroughLinks(each.property, time, isFacsControlProperty);
+            zeroThroughLinks(each.property, time, isFacsProperty);
     }
     zeroFacsMorphs(figure, time);
+}
+
+// Channels may have been zeroed against a driver that the reset moved later.
+static void settleReset(const std::vector<FigureBone>& bones, DzTime time)
+{
+    std::vector<DzFloatProperty*> channels;
+    for (const FigureBone& each : bones) {
+        if (g_placements[each.number].reset && each.number != kHipNumber)
+            appendPoseChannels(each.bone, &channels);
+    }
+    zeroAll(channels, time);
 }
 
 static void resetSelection(const SelectionReset& reset)
@@ -256,6 +356,7 @@ static void resetSelection(const SelectionReset& reset)
         zeroFacsControls(reset.figure, reset.time);
         putBackOthers(bones, reset.time); // face bones that these controls held in place
     }
+    settleReset(bones, reset.time);
 }
 
 void resetPose(DzNode* figure, int mode)

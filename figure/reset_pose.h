@@ -2,7 +2,9 @@
 // Rotation and translation channels go to 0, and so do the controls that drive them; parts that are
 // not reset keep their local placement. Values are read and written at the scene's current time.
 // Missing bones and controls are skipped; locked ones keep their value. No undo step is opened:
-// the caller holds. A value that is 0 already is not written, so that no needless key appears.
+// the caller holds. A value that is 0 already is not written, so that no needless key appears; one
+// that only reads 0, because limits hide what is stored, is. Stored is 0 afterwards, too, unless a
+// driver that the reset leaves alone moves the channel.
 #pragma once
 
 #include "dztime.h"
