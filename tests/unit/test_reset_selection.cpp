@@ -32,7 +32,10 @@ private slots:
     void rightClickOnTheHipLeavesTheHip();
     void facsControlsFallWithAFaceBone();
     void facsControlsStayWithoutAFaceBone();
+    void facsMorphsOutsideTheTableFallWithAFaceBone_data();
+    void facsMorphsOutsideTheTableFallWithAFaceBone();
     void otherFiguresBelowStay();
+    void propsBelowWithABonesNameStay();
     void unselectedBonesKeepTheirLocalPlace_data();
     void unselectedBonesKeepTheirLocalPlace();
 };
@@ -336,6 +339,33 @@ void TestResetSelection::facsControlsStayWithoutAFaceBone()
     QCOMPARE(f.control("facs_jnt_JawOpen")->getValue(), 0.5f);
 }
 
+void TestResetSelection::facsMorphsOutsideTheTableFallWithAFaceBone_data()
+{
+    QTest::addColumn<QString>("figure");
+    QTest::addColumn<QString>("bone");
+    QTest::addColumn<bool>("falls");
+    QTest::newRow("8.1, eye") << "Genesis8_1Female"
+                              << "lEye" << true;
+    QTest::newRow("8.1, hand") << "Genesis8_1Female"
+                               << "lHand" << false;
+    QTest::newRow("8, eye") << "Genesis8Female"
+                            << "lEye" << false;
+}
+
+void TestResetSelection::facsMorphsOutsideTheTableFallWithAFaceBone()
+{
+    QFETCH(QString, figure);
+    QFETCH(QString, bone);
+    QFETCH(bool, falls);
+    FigureFixture f(figure);
+    auto* morph = new DzMorph(QLatin1String("facs_my_own"));
+    f.figure->getObject()->addModifier(morph);
+    morph->getValueChannel()->setValue(1);
+    findBone(bone, f.figure)->select(true);
+    resetPose(f.figure, ResetSelected);
+    QCOMPARE(morph->getValueChannel()->getValue(), falls ? 0.f : 1.f);
+}
+
 void TestResetSelection::otherFiguresBelowStay()
 {
     FigureFixture f;
@@ -352,6 +382,18 @@ void TestResetSelection::otherFiguresBelowStay()
     resetPose(f.figure, ResetExtremities);
     QCOMPARE(shin->getValue(), 60.f);
     QCOMPARE(foot->getValue(), 20.f);
+}
+
+// Its skeleton is the figure's, as that of everything below; a bone it is not.
+void TestResetSelection::propsBelowWithABonesNameStay()
+{
+    FigureFixture f;
+    auto* prop = new DzNode(QLatin1String("lThumb2"));
+    f.bone("lFoot")->addNodeChild(prop);
+    prop->getXRotControl()->setValue(25);
+    f.select("lFoot");
+    resetPose(f.figure, ResetExtremities);
+    QCOMPARE(prop->getXRotControl()->getValue(), 25.f);
 }
 
 void TestResetSelection::unselectedBonesKeepTheirLocalPlace_data()
