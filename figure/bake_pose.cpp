@@ -24,8 +24,15 @@ const float kZeroThreshold = std::numeric_limits<float>::epsilon(); // 1.1920929
 DzMatrix3 g_scale_world[kBoneCount];
 DzQuat g_rot_world[kBoneCount];
 DzVec3 g_posCm_world[kBoneCount];
+DzVec3 g_anglesDeg[kBoneCount]; // of the rotation channels
 
 } // namespace
+
+static DzVec3 anglesDegOf(const DzNode* bone, DzTime time)
+{
+    return DzVec3(bone->getXRotControl()->getValue(time), bone->getYRotControl()->getValue(time),
+        bone->getZRotControl()->getValue(time));
+}
 
 static void rememberPlaces(const DzNode* figure, FigureScope part, DzTime time)
 {
@@ -34,6 +41,7 @@ static void rememberPlaces(const DzNode* figure, FigureScope part, DzTime time)
     for (const FigureBone& each : bonesOf(figure, part)) {
         g_rot_world[each.number] = each.bone->getWSRot(time);
         g_posCm_world[each.number] = each.bone->getWSPos(time);
+        g_anglesDeg[each.number] = anglesDegOf(each.bone, time);
     }
 }
 
@@ -68,6 +76,21 @@ static void zeroControls(const std::vector<DzFloatProperty*>& controls, DzTime t
     }
 }
 
+// The angles from before are within the limits, which the host knows nothing of while they are
+// lifted: a rotation has other solutions. They lead to the same place unless a bone above that
+// the bake leaves alone has moved.
+static void turnBack(DzNode* bone, int number, DzTime time)
+{
+    DzFloatProperty* const channels[]
+        = {bone->getXRotControl(), bone->getYRotControl(), bone->getZRotControl()};
+    for (int axis = 0; axis < 3; ++axis) {
+        if (channels[axis]->getValue(time) != g_anglesDeg[number][axis])
+            channels[axis]->setValue(time, g_anglesDeg[number][axis]);
+    }
+    if (bone->getWSRot(time) != g_rot_world[number])
+        bone->setWSRot(time, g_rot_world[number]);
+}
+
 // Parents first, each bone whole before the bones below it: a world scale may depend on the turns
 // above. What is still in its place is not written: a round trip through rotation or scale leaves
 // noise and keys.
@@ -78,8 +101,7 @@ static void putBack(const DzNode* figure, const BoneSet& part, DzTime time)
             each.bone->setWSScale(time, g_scale_world[each.number]);
         if (!part.test(each.number))
             continue;
-        if (each.bone->getWSRot(time) != g_rot_world[each.number])
-            each.bone->setWSRot(time, g_rot_world[each.number]);
+        turnBack(each.bone, each.number, time);
         if (each.bone->getWSPos(time) != g_posCm_world[each.number])
             each.bone->setWSPos(time, g_posCm_world[each.number]);
     }
@@ -105,12 +127,13 @@ void bakePose(DzNode* figure, int mouseButton)
 
     const DzTime time = dzScene->getTime();
     const FigureScope part = mouseButton == BakeFace ? FigureScope::Face : FigureScope::Body;
+    rememberPlaces(skeleton, part, time); // as they look, so before the limits are lifted
     setPartLimits(skeleton, part, false);
-    rememberPlaces(skeleton, part, time);
     const BoneSet bones = numbersOf(bonesOf(skeleton, part));
     zeroControls(controlsDriving(skeleton, bones), time);
     putBack(skeleton, bones, time);
     setPartLimits(skeleton, part, true);
+    putBack(skeleton, bones, time); // where a limit lifted a control off 0 again
 }
 
 } // namespace quillon

@@ -1,7 +1,7 @@
 // bake_pose.h - moves a pose from the figure's controls into the bones' own channels.
-// The controls go to 0 and the bones keep their place in the world. Read and written at the scene's
-// current time. No undo step is opened: the caller holds. Limits are lifted meanwhile and come back
-// as they were, also the limits of a rotation that only the controls held out of range.
+// The controls go to 0 and the bones keep their place in the world, also where a limit holds them:
+// it is the look that is baked, not what limits hide. Read and written at the scene's current time.
+// No undo step is opened: the caller holds. Limits are lifted meanwhile and come back as they were.
 #pragma once
 
 class DzNode;
