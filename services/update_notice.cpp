@@ -69,7 +69,7 @@ static void keepPicture(const QByteArray& bytes)
 }
 
 // True when the reply has come to its end, whatever it is, in time.
-static bool waitFor(QNetworkReply* reply)
+static bool waitFor(QNetworkReply* reply, int limitMs)
 {
     QEventLoop loop;
     QTimer timer;
@@ -79,13 +79,13 @@ static bool waitFor(QNetworkReply* reply)
         && QObject::connect(&timer, SIGNAL(timeout()), &loop, SLOT(quit()));
     Q_ASSERT(connected);
     Q_UNUSED(connected);
-    timer.start(kUpdateTimeoutMs);
+    timer.start(limitMs);
     if (!reply->isFinished())
         loop.exec();
     return reply->isFinished();
 }
 
-void checkForUpdate()
+void checkForUpdate(int limitMs)
 {
     g_pictureRead = false;
     if (dataFiles().folder.isEmpty())
@@ -96,7 +96,7 @@ void checkForUpdate()
     QNetworkReply* reply = manager.get(request);
     // A longer reply is not read to its end and thus runs out of time.
     reply->setReadBufferSize(kLargestReply);
-    if (!waitFor(reply)) {
+    if (!waitFor(reply, limitMs)) {
         reply->disconnect();
         reply->abort();
     } else if (reply->error() == QNetworkReply::NoError) {

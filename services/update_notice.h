@@ -19,7 +19,7 @@ const qint64 kLargestReply = 64 * 1024 * 1024; // in bytes; more than the larges
 
 // Runs once, when the first pane is built, unless the user has switched update notices off.
 // Returns when the reply is there or the time is up; the host goes on handling events meanwhile.
-void checkForUpdate();
+void checkForUpdate(int limitMs = kUpdateTimeoutMs);
 
 // The picture of a newer version, null when none is known. Read from the data folder at the first
 // call after a check or after the folder has changed.

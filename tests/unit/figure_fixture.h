@@ -68,44 +68,76 @@ struct FigureFixture : SceneFixture {
 
 // ---- everything that makes a figure's state
 
+typedef std::vector<std::pair<DzTime, float>> Keys;
+
 struct ChannelState {
     const DzFloatProperty* property;
     QString path; // "lShin/XRotate"
-    std::vector<std::pair<DzTime, float>> keys;
+    Keys keys;
     float value, def, min, max;
     bool locked, clamped, overriding;
 };
 typedef std::vector<ChannelState> FigureState;
 
-inline void addStates(const DzElement* element, FigureState* out)
+typedef std::vector<const DzFloatProperty*> Channels;
+
+inline void addChannels(const DzElement* element, Channels* out)
 {
     for (int i = 0; i < element->getNumProperties(); ++i) {
-        const auto* p = qobject_cast<DzFloatProperty*>(element->getProperty(i));
-        if (!p)
-            continue;
-        ChannelState state = {p, element->getName() + QLatin1Char('/') + p->getName(), {},
-            p->getValue(), p->getDefaultValue(), p->getMin(), p->getMax(), p->isLocked(),
-            p->isClamped(), p->isOverridingControllers()};
-        for (int k = 0; k < p->getNumKeys(); ++k)
-            state.keys.push_back(std::make_pair(p->getKeyTime(k), p->getKeyValue(k)));
-        out->push_back(state);
+        if (const auto* each = qobject_cast<DzFloatProperty*>(element->getProperty(i)))
+            out->push_back(each);
     }
 }
 
-// Figure node, morphs and all nodes below.
-inline FigureState stateOf(const DzNode* figure)
+// Of the figure node, its morphs and all nodes below.
+inline Channels everyChannel(const DzNode* figure)
 {
-    FigureState state;
-    addStates(figure, &state);
+    Channels all;
+    addChannels(figure, &all);
     if (const DzObject* object = figure->getObject()) {
         for (int i = 0; i < object->getNumModifiers(); ++i)
-            addStates(object->getModifier(i), &state);
+            addChannels(object->getModifier(i), &all);
     }
     DzNodeList below;
     figure->getNodeChildren(below, true);
     for (const DzNode* node : std::as_const(below))
-        addStates(node, &state);
-    return state;
+        addChannels(node, &all);
+    return all;
+}
+
+inline QString pathOf(const DzFloatProperty* channel)
+{
+    const auto* owner = qobject_cast<const DzBase*>(channel->getOwner());
+    return (owner ? owner->getName() : QString()) + QLatin1Char('/') + channel->getName();
+}
+
+inline Keys keysOf(const DzFloatProperty* channel)
+{
+    Keys keys;
+    for (int k = 0; k < channel->getNumKeys(); ++k)
+        keys.push_back(std::make_pair(channel->getKeyTime(k), channel->getKeyValue(k)));
+    return keys;
+}
+
+inline FigureState statesOf(const Channels& channels)
+{
+    FigureState states;
+    for (const DzFloatProperty* p : channels)
+        states.push_back(ChannelState {p, pathOf(p), keysOf(p), p->getValue(), p->getDefaultValue(),
+            p->getMin(), p->getMax(), p->isLocked(), p->isClamped(), p->isOverridingControllers()});
+    return states;
+}
+
+inline FigureState stateOf(const DzNode* figure)
+{
+    return statesOf(everyChannel(figure));
+}
+
+inline FigureState stateOfElement(const DzElement* element)
+{
+    Channels own;
+    addChannels(element, &own);
+    return statesOf(own);
 }
 
 inline bool sameBits(float a, float b)
@@ -160,20 +192,29 @@ inline bool isFreedByBoneTranslations(const DzFloatProperty* channel)
 
 enum class LocksLifted { None, ByBoneTranslations };
 
-// Every lock is still there, and what it held kept its raw value, unless the tool lifts that lock.
-inline QString lostLock(
-    const FigureState& before, const FigureState& after, LocksLifted lifted = LocksLifted::None)
+// What is locked, and the raw values that the locks hold.
+typedef std::vector<std::pair<const DzFloatProperty*, Keys>> HeldChannels;
+
+inline HeldChannels heldAmong(const Channels& all)
 {
-    for (size_t i = 0; i < before.size(); ++i) {
-        const ChannelState &a = before[i], &b = after[i];
-        if (!a.locked)
+    HeldChannels held;
+    for (const DzFloatProperty* each : all) {
+        if (each->isLocked())
+            held.push_back(std::make_pair(each, keysOf(each)));
+    }
+    return held;
+}
+
+// Every lock is still there, and what it held kept its raw value, unless the tool lifts that lock.
+inline QString lostLock(const HeldChannels& before, LocksLifted lifted = LocksLifted::None)
+{
+    for (const auto& held : before) {
+        if (!held.first->isLocked())
+            return pathOf(held.first) + QLatin1String(" is no longer locked");
+        if (lifted == LocksLifted::ByBoneTranslations && isFreedByBoneTranslations(held.first))
             continue;
-        if (!b.locked)
-            return a.path + QLatin1String(" is no longer locked");
-        if (lifted == LocksLifted::ByBoneTranslations && isFreedByBoneTranslations(a.property))
-            continue;
-        if (a.keys != b.keys)
-            return a.path + QLatin1String(" changed under its lock");
+        if (keysOf(held.first) != held.second)
+            return pathOf(held.first) + QLatin1String(" changed under its lock");
     }
     return QString();
 }

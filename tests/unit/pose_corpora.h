@@ -7,6 +7,7 @@
 #include "figure/bone_table.h"
 
 #include <cstring>
+#include <iterator>
 
 namespace quillon {
 
@@ -99,6 +100,33 @@ inline void tellPoseCorpora(const QList<PoseCorpus>& all)
         qDebug("poses: %s, %d files", each.name, int(each.files.size()));
     if (!QDir(sharedPoses()).exists())
         qDebug("poses: only the project's own, for there is no %s", qPrintable(sharedPoses()));
+}
+
+// ---- rows of a test that goes through them on every figure
+
+// Of many files each figure takes its share, and all figures together every file; of few all.
+inline QStringList filesFor(int figure, const PoseCorpus& corpus)
+{
+    static const int kMany = 100, kFigures = int(std::size(kTestFigures));
+    if (corpus.files.size() < kMany)
+        return corpus.files;
+    QStringList share;
+    for (int i = figure; i < corpus.files.size(); i += kFigures)
+        share << corpus.files.at(i);
+    return share;
+}
+
+inline void addCorpusRows(const QList<PoseCorpus>& corpora)
+{
+    QTest::addColumn<QString>("figure");
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<bool>("pastLimits");
+    for (const PoseCorpus& corpus : corpora) {
+        QVERIFY2(corpus.files.size() >= corpus.least, corpus.name);
+        for (int i = 0; i < int(std::size(kTestFigures)); ++i)
+            QTest::newRow(qPrintable(QString("%1, %2").arg(corpus.name, kTestFigures[i])))
+                << QString(kTestFigures[i]) << filesFor(i, corpus) << corpus.pastLimits;
+    }
 }
 
 } // namespace quillon

@@ -195,13 +195,11 @@ void TestOptimizeEditing::aPropWithoutKeysGetsOrderAndNudgeOnly()
     HostFixture host;
     PropFixture f;
     f.prop->setOrigin(DzVec3(1, 2, 3), true);
-    FigureState before;
-    addStates(f.prop, &before);
+    const FigureState before = stateOfElement(f.prop);
     DialogAnswer answer(
         [&origin](QDialog* dialog) { acceptWith(dialog, qPrintable(origin), "YXZ", "3"); });
     QVERIFY(optimizeEditing(f.prop, nullptr, 1));
-    FigureState after;
-    addStates(f.prop, &after);
+    const FigureState after = stateOfElement(f.prop);
     VERIFY_SAME_STATE(before, after);
     QCOMPARE(f.prop->getRotationOrder().order(), DzRotationOrder::YXZ);
     for (const DzFloatProperty* channel :
@@ -232,13 +230,11 @@ void TestOptimizeEditing::aChannelOfThePropThatCannotFollowIsRefused()
     f.keyFrames({0, 10});
     f.prop->getXRotControl()->setValue(0, 35); // unturned, the origin's move is all there is
     f.prop->getYPosControl()->lock(true);
-    FigureState before;
-    addStates(f.prop, &before);
+    const FigureState before = stateOfElement(f.prop);
     const float step = f.prop->getYPosControl()->getSensitivity();
     DialogAnswer answer([](QDialog* dialog) { acceptWith(dialog, "Object center", "ZXY", "3"); });
     QVERIFY(!optimizeEditing(f.prop, nullptr, 1));
-    FigureState after;
-    addStates(f.prop, &after);
+    const FigureState after = stateOfElement(f.prop);
     VERIFY_SAME_STATE(before, after);
     QCOMPARE(f.prop->getRotationOrder().order(), DzRotationOrder::XYZ);
     QCOMPARE(f.prop->getYPosControl()->getSensitivity(), step);

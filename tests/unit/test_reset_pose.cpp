@@ -348,15 +348,16 @@ void TestResetPose::locksHold()
     QFETCH(QString, figure);
     Random random(18);
     FigureFixture f(figure);
+    const Channels channels = everyChannel(f.figure);
     const DzUndoStackLock unrecorded;
     for (int i = 0; i < 200; ++i) {
         poseAtRandom(&random, f.figure);
         const std::vector<DzFloatProperty*> locked = lockAtRandom(&random, f.figure, 1 + i % 40);
         for (const int mode : kAllModes) {
             selectSome(&random, f);
-            const FigureState before = stateOf(f.figure);
+            const HeldChannels before = heldAmong(channels);
             resetPose(f.figure, mode);
-            const QString lost = lostLock(before, stateOf(f.figure));
+            const QString lost = lostLock(before);
             QVERIFY2(lost.isEmpty(), qPrintable(lost));
             if (mode == ResetWholeFigure) {
                 const QString left = firstUnlockedNotZero(f.figure, kLockedShareTolerance);

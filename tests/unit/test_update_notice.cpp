@@ -33,8 +33,8 @@ private slots:
     void failuresLeaveNoTrace_data();
     void failuresLeaveNoTrace();
     void aRefusedConnectionLeavesNoTrace();
-    void aSilentServerIsGivenUpAfterFiveSeconds_data();
-    void aSilentServerIsGivenUpAfterFiveSeconds();
+    void aServerThatFallsSilentIsGivenUpInTime_data();
+    void aServerThatFallsSilentIsGivenUpInTime();
     void theHostHandlesEventsMeanwhile();
     void fiftyMegabytesAreKept();
     void anEndlessReplyIsNotReadForEver();
@@ -245,7 +245,7 @@ void TestUpdateNotice::aRefusedConnectionLeavesNoTrace()
     QCOMPARE(filesIn(f.dataFolder()), QStringList());
 }
 
-void TestUpdateNotice::aSilentServerIsGivenUpAfterFiveSeconds_data()
+void TestUpdateNotice::aServerThatFallsSilentIsGivenUpInTime_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::newRow("no reply at all") << QByteArray();
@@ -255,7 +255,7 @@ void TestUpdateNotice::aSilentServerIsGivenUpAfterFiveSeconds_data()
         << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n") + smallPng(Qt::red);
 }
 
-void TestUpdateNotice::aSilentServerIsGivenUpAfterFiveSeconds()
+void TestUpdateNotice::aServerThatFallsSilentIsGivenUpInTime()
 {
     QFETCH(QByteArray, reply);
     NoticeFixture f(reply);
@@ -264,9 +264,10 @@ void TestUpdateNotice::aSilentServerIsGivenUpAfterFiveSeconds()
     f.putPicture(old);
     QElapsedTimer clock;
     clock.start();
-    checkForUpdate();
+    static const int kLimitMs = 300; // the same way as to the five seconds of the pane's start
+    checkForUpdate(kLimitMs);
     const qint64 elapsedMs = clock.elapsed();
-    QVERIFY2(elapsedMs >= 4900 && elapsedMs <= 5200, qPrintable(QString::number(elapsedMs)));
+    QVERIFY2(elapsedMs >= kLimitMs && elapsedMs <= 500, qPrintable(QString::number(elapsedMs)));
     QCOMPARE(fileBytes(f.picturePath()), old);
     QCOMPARE(filesIn(f.dataFolder()), QStringList(kPictureName));
 }
@@ -463,7 +464,7 @@ void TestUpdateNotice::aSilentServerDelaysTheFirstPaneOnly()
     f.server.keepOpen();
     QElapsedTimer clock;
     clock.start();
-    DzQuillonPane first;
+    DzQuillonPane first; // gives up after five seconds
     const qint64 firstMs = clock.restart();
     QVERIFY2(firstMs >= 4900 && firstMs <= 5200, qPrintable(QString::number(firstMs)));
     DzQuillonPane second;
