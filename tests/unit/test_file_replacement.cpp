@@ -43,6 +43,7 @@ private slots:
     void aWriteOnlyFileIsWritten();
     void aReadOnlyFileIsSkipped();
     void whatCannotBeKeptIsNotWrittenInPlace();
+    void withoutAHandleToSpareNothingIsWrittenInPlace();
 
     // failures
     void aFailedWriteLeavesTheOldBytes_data();
@@ -316,6 +317,23 @@ void TestFileReplacement::whatCannotBeKeptIsNotWrittenInPlace()
     QCOMPARE(filesIn(folder->path()),
         QStringList() << "file"
                       << "other name");
+}
+
+// The only one is that of the file which keeps the old bytes.
+void TestFileReplacement::withoutAHandleToSpareNothingIsWrittenInPlace()
+{
+    QVERIFY(linkHard(file, folder->path("other name")));
+    const int lowestFree = ::dup(0);
+    QVERIFY(lowestFree >= 0 && ::close(lowestFree) == 0);
+    rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit one = {rlim_t(lowestFree) + 1, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &one);
+    const bool written = overwrite();
+    setrlimit(RLIMIT_NOFILE, &before);
+    QVERIFY(!written);
+    QCOMPARE(fileBytes(file), QByteArray("old"));
+    QCOMPARE(filesIn(keep->path()), QStringList());
 }
 
 void TestFileReplacement::aFailedWriteLeavesTheOldBytes_data()

@@ -11,6 +11,7 @@
 
 #include <QProcess>
 #include <QSet>
+#include <QCryptographicHash>
 #include <QtTest>
 
 #include <csignal>
@@ -28,6 +29,7 @@ private slots:
     void rowsAreThoseDescribed();
     void namesAreNumberedAndUnique();
     void everyProductHasABlockOfItsOwn();
+    void theBlocksAreThoseDelivered();
 
     // overwriting
     void endsAreMatchedBehindASlash_data();
@@ -37,6 +39,7 @@ private slots:
     void permissionsStay();
     void linksThatLeadOutAreNotFollowed_data();
     void linksThatLeadOutAreNotFollowed();
+    void aFolderOfTheSameBeginningLiesOutside();
     void linksWithinAContentDirectoryAreFollowed_data();
     void linksWithinAContentDirectoryAreFollowed();
     void circlesOfLinksEnd();
@@ -137,6 +140,15 @@ void TestProductPatcher::everyProductHasABlockOfItsOwn()
     QCOMPARE(blocks.size(), 14);
 }
 
+// A release that puts in other blocks puts in their checksum, too.
+void TestProductPatcher::theBlocksAreThoseDelivered()
+{
+    QCryptographicHash sum(QCryptographicHash::Sha1);
+    for (int i = 0; i <= int(PatchScript::CameraAids); ++i)
+        sum.addData(bytesOf(PatchScript(i)));
+    QCOMPARE(sum.result().toHex(), QByteArray("5a9a513c2c593103af27d6f8f66a90104d74e23e"));
+}
+
 void TestProductPatcher::endsAreMatchedBehindASlash_data()
 {
     QTest::addColumn<QString>("path");
@@ -218,6 +230,18 @@ void TestProductPatcher::linksThatLeadOutAreNotFollowed()
     QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 0);
     QCOMPARE(fileBytes(file), QByteArray("old"));
     QVERIFY(QFileInfo(path).isSymLink());
+}
+
+void TestProductPatcher::aFolderOfTheSameBeginningLiesOutside()
+{
+    TempFolder around;
+    const QString inside = around.path("content~"), file = around.path("content~2/A 000.dse");
+    writeFile(file, "old");
+    QDir().mkpath(inside);
+    QVERIFY(QFile::link(around.path("content~2"), inside + "/more"));
+    dzApp->getContentMgr()->setContentDirectories({inside});
+    QCOMPARE(overwrite("A 000.dse", "new"), 0);
+    QCOMPARE(fileBytes(file), QByteArray("old"));
 }
 
 void TestProductPatcher::linksWithinAContentDirectoryAreFollowed_data()
