@@ -361,6 +361,33 @@ private slots:
         QVERIFY(!m_finder->next());
     }
 
+    // Though the press in between found no pose: the tables were taken from the figure all the
+    // same.
+    void aFigureTurnedAwayAndBackFacesAsBefore()
+    {
+        m_finder->addFiles(2);
+        m_finder->browse(AllPoses);
+        m_finder->apply(0);
+        const double headingDeg = m_finder->headingDeg();
+        const auto turnAboutHip = [this](double deg) {
+            const DzVec3 hipCm_world = m_finder->hipCm_world();
+            DzFigure* figure = m_finder->figure;
+            figure->getYRotControl()->setValue(figure->getYRotControl()->getValue() + float(deg));
+            figure->setWSPos(figure->getWSPos() + hipCm_world - m_finder->hipCm_world());
+        };
+        const int shown = pluginSettings().rankFilter;
+        turnAboutHip(90);
+        pluginSettings().rankFilter = 0;
+        QVERIFY(m_finder->next());
+        QCOMPARE(m_finder->position(), -1);
+        pluginSettings().rankFilter = shown;
+        turnAboutHip(-90);
+        QVERIFY(m_finder->next()); // the figure was moved
+        QVERIFY(
+            nearly(headingBetween(headingDeg, m_finder->headingDeg()), 0, 1e-3)); // float angles
+        QVERIFY(!m_finder->next());
+    }
+
     void otherFigureIsBrowsedWhereItStands()
     {
         m_finder->addFiles(2);

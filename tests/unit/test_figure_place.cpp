@@ -1,5 +1,7 @@
 #include "browse_fixture.h"
 
+#include "finder/figure_place.h"
+
 using namespace quillon;
 
 class TestFigurePlace : public QObject {
@@ -35,6 +37,13 @@ private slots:
     void cleanup()
     {
         m_finder.reset();
+    }
+
+    void aFigureWithoutHipHasNoPlace()
+    {
+        QVERIFY(m_finder->figure->removeBone(m_finder->bone("hip")));
+        rememberPlace(m_finder->figure, m_finder->time());
+        QVERIFY(!isPlaceOf(m_finder->figure));
     }
 
     // ---- the order of things -----------------------------------------------------------------

@@ -5,6 +5,9 @@
 
 #include <unistd.h>
 
+#include <QElapsedTimer>
+#include <QTimer>
+
 using namespace quillon;
 
 class TestPoseScanner : public QObject {
@@ -38,6 +41,7 @@ private slots:
     void cancellingLeavesAnEmptyIndexAndTheOldFile_data();
     void cancellingLeavesAnEmptyIndexAndTheOldFile();
     void cancellingEndsTheWalkAtOnce();
+    void eventsAreHandledNowAndThenNotAtEveryFile();
 
     // progress
     void progressIsToldAsDescribed();
@@ -388,6 +392,24 @@ void TestPoseScanner::cancellingEndsTheWalkAtOnce()
     scanPoses();
     QCOMPARE(log.infosOf("Scanning pose files").last(), s("Scanning pose files... 2"));
     QVERIFY(log.infosOf("Identifying").isEmpty());
+}
+
+// At each of many small files they would take more time than the walk.
+void TestPoseScanner::eventsAreHandledNowAndThenNotAtEveryFile()
+{
+    static const int kFiles = 300;
+    ScanFixture f;
+    for (int n = 0; n < kFiles; ++n)
+        f.addText(qPrintable(QString("no pose %1.duf").arg(n)), "{}");
+    int ticks = 0;
+    QTimer ticker;
+    QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
+    QElapsedTimer watch;
+    watch.start();
+    ticker.start(0);
+    scanPoses();
+    ticker.stop();
+    QVERIFY2(ticks < kFiles / 3 + watch.elapsed() / 50, qPrintable(QString::number(ticks)));
 }
 
 // ---- progress
