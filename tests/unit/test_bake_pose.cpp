@@ -7,6 +7,8 @@
 
 #include <QtTest>
 
+#include <limits>
+
 using namespace quillon;
 
 // Channel values are single precision; each bone's rotation is read back through three angles.
@@ -26,6 +28,7 @@ private slots:
     void nothingToBakeChangesNothing_data();
     void nothingToBakeChangesNothing();
     void aControlThatIsAMorphIsBaked();
+    void onlyAControlBeyondTheThresholdFallsToZero();
     void controlsThatDriveControlsFallToZero();
     void limitFlagsComeBack();
     void limitsDoNotDisturbTheBake();
@@ -189,6 +192,19 @@ void TestBakePose::aControlThatIsAMorphIsBaked()
     bakePose(f.figure, BakeBody);
     QCOMPARE(morph->getValueChannel()->getValue(), 0.f);
     QVERIFY(nearly(f.bone("lFoot")->getXRotControl()->getRawValue(), 25, kTurnToleranceDeg));
+}
+
+void TestBakePose::onlyAControlBeyondTheThresholdFallsToZero()
+{
+    static const float kThreshold = std::numeric_limits<float>::epsilon();
+    FigureFixture f;
+    DzFloatProperty* control = f.control("pCTRLWaistBend");
+    control->setValue(kThreshold);
+    bakePose(f.figure, BakeBody);
+    QVERIFY(control->getRawValue() == kThreshold);
+    control->setValue(2 * kThreshold);
+    bakePose(f.figure, BakeBody);
+    QVERIFY(control->getRawValue() == 0);
 }
 
 void TestBakePose::controlsThatDriveControlsFallToZero()

@@ -7,11 +7,14 @@
 
 #include <QtTest>
 
+#include <limits>
+
 using namespace quillon;
 
 class TestResetHidden : public QObject {
     Q_OBJECT
 private slots:
+    void onlyWhatExceedsTheThresholdIsWritten();
     // one hidden value
     void aStoredValueUnderItsRangeGoesToZero_data();
     void aStoredValueUnderItsRangeGoesToZero();
@@ -85,6 +88,20 @@ static void addModes()
 }
 
 // ---- one hidden value
+
+void TestResetHidden::onlyWhatExceedsTheThresholdIsWritten()
+{
+    static const float kThreshold = std::numeric_limits<float>::epsilon();
+    FigureFixture f;
+    for (DzFloatProperty* each : {f.bone("lShin")->getXRotControl(), f.control("pCTRLWaistBend")}) {
+        each->setValue(kThreshold);
+        resetPose(f.figure, ResetWholeFigure);
+        QVERIFY(each->getRawValue() == kThreshold);
+        each->setValue(2 * kThreshold);
+        resetPose(f.figure, ResetWholeFigure);
+        QVERIFY(each->getRawValue() == 0);
+    }
+}
 
 void TestResetHidden::aStoredValueUnderItsRangeGoesToZero_data()
 {
