@@ -210,6 +210,17 @@ private slots:
         QVERIFY(made.get());
     }
 
+    void objectsReachScriptsAfterTheFactorysEnd()
+    {
+        {
+            const QuillonAboutActionFactory factory("8e61d3f9-47c2-4ab5-b9e7-06d28f5a1c74");
+            factory.registerClass(m_engine.get());
+        }
+        QuillonAboutAction action;
+        const QScriptValue value = m_engine->toScriptValue<QuillonAboutAction*>(&action);
+        QCOMPARE(value.toQObject(), &action);
+    }
+
     void scriptsMakeAndDeleteASecondPane()
     {
         registerAll(m_engine.get());

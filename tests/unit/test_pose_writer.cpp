@@ -2,6 +2,7 @@
 #include "pose_fixture.h"
 
 #include "figure/reset_pose.h"
+#include "posefile/gzip_file.h"
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"
 #include "posefile/swap_symmetrize.h"
@@ -36,6 +37,7 @@ private slots:
     void anUnwritablePathLeavesNothing_data();
     void anUnwritablePathLeavesNothing();
     void aFullDiskLeavesNoHalfFile();
+    void whatCannotBeOpenedIsNotPacked();
     void theFileIsJson();
     void writtenResetAndReadIsTheSamePose_data();
     void writtenResetAndReadIsTheSamePose();
@@ -352,6 +354,15 @@ void TestPoseWriter::aFullDiskLeavesNoHalfFile()
     QVERIFY(!plain && !plainLeft);
     QVERIFY(!packed && !packedLeft);
 #endif
+}
+
+void TestPoseWriter::whatCannotBeOpenedIsNotPacked()
+{
+    TempFolder folder;
+    QFile file(folder.path("missing/file"));
+    QVERIFY(!writePacked(&file, "text"));
+    QFile readOnly(QLatin1String(QUILLON_SOURCE_DIR "/CMakeLists.txt"));
+    QVERIFY(readOnly.open(QIODevice::ReadOnly) && !writePacked(&readOnly, "text"));
 }
 
 void TestPoseWriter::theFileIsJson()
