@@ -21,6 +21,7 @@ private slots:
     void channelsWithoutLimitsStayNearTheirAngles_data();
     void channelsWithoutLimitsStayNearTheirAngles();
     void aLockedChannelThatWouldHaveToTurnIsAnObstacle();
+    void everyRotationThatLocksAndLimitsAllowIsReached();
 };
 
 static void limit(DzFloatProperty* channel, double low, double high)
@@ -102,6 +103,41 @@ void TestNodePlace::aLockedChannelThatWouldHaveToTurnIsAnObstacle()
         QVERIFY(!turnTo(&n, 0, yaw(40)));
         QVERIFY(!isTurnedTo(&n, 0, yaw(40)));
         QCOMPARE(n.getXRotControl()->getValue(), 30.f);
+    }
+}
+
+// Under a turned parent, with an orientation of its own; at times one channel is locked.
+void TestNodePlace::everyRotationThatLocksAndLimitsAllowIsReached()
+{
+    const EulerChoice choice(true);
+    Random random(41);
+    for (int round = 0; round < 2000; ++round) {
+        DzNode parent("parent");
+        DzNode* const n = new DzNode("n"); // the parent's
+        parent.addNodeChild(n);
+        parent.getXRotControl()->setValue(float(random.between(-180, 180)));
+        n->setOrientation(yaw(random.between(-90, 90)));
+        n->setRotationOrder(DzRotationOrder::RotOrder(random.below(6)));
+        DzFloatProperty* const rot[]
+            = {n->getXRotControl(), n->getYRotControl(), n->getZRotControl()};
+        const int locked = random.below(6); // 3 to 5: none
+        for (int i = 0; i < 3; ++i) {
+            const double low = random.between(-800, 600);
+            limit(rot[i], low, low + random.between(5, 500));
+            rot[i]->setValue(float(random.between(rot[i]->getMin(), rot[i]->getMax())));
+        }
+        const float presentDeg[] = {rot[0]->getValue(), rot[1]->getValue(), rot[2]->getValue()};
+        for (int i = 0; i < 3; ++i) {
+            if (i != locked)
+                rot[i]->setValue(float(random.between(rot[i]->getMin(), rot[i]->getMax())));
+        }
+        const DzQuat target = n->getWSRot();
+        for (int i = 0; i < 3; ++i)
+            rot[i]->setValue(presentDeg[i]);
+        if (locked < 3)
+            rot[locked]->lock(true);
+        QVERIFY2(turnTo(n, 0, target), qPrintable(QString::number(round)));
+        QVERIFY(angleDeg(n->getWSRot(), target) < 1e-2); // sums of angles up to 1100
     }
 }
 
