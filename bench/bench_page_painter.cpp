@@ -5,7 +5,7 @@
 #include "pane/page_painter.h"
 #include "pane/page_state.h"
 #include "pane/scaled_artwork.h"
-#include "pane/version_text.h"
+#include "ground/version_text.h"
 
 #include <benchmark/benchmark.h>
 

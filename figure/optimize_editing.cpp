@@ -5,7 +5,7 @@
 #include "figure/hip_centre.h"
 #include "figure/prop_origin.h"
 #include "figure/quillonrotorderdlg.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include "dzbone.h"
 #include "dzscene.h"

@@ -4,7 +4,7 @@
 #include "figure/figure_kind.h"
 #include "figure/figure_walks.h"
 #include "figure/part_tables.h"
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"

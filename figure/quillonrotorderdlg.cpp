@@ -1,7 +1,7 @@
 #include "figure/quillonrotorderdlg.h"
 
-#include "pane/plugin_settings.h"
-#include "pane/status_message.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 
 #include "dzapp.h"
 #include "dzmainwindow.h"

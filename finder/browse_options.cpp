@@ -5,7 +5,7 @@
 #include "figure/figure_walks.h"
 #include "figure/pose_limits.h"
 #include "figure/reset_pose.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "posefile/part_locks.h"
 
 #include "dzbone.h"

@@ -7,9 +7,9 @@
 #include "finder/pose_ranks.h"
 #include "finder/pose_signature.h"
 #include "finder/selected_figure.h"
-#include "pane/message_boxes.h"
-#include "pane/plugin_settings.h"
-#include "pane/status_message.h"
+#include "ground/message_boxes.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 #include "posefile/custom_library.h"
 #include "posefile/pose_writer.h"
 

@@ -8,7 +8,7 @@
 #include "finder/pose_ranks.h"
 #include "finder/selected_figure.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "posefile/part_locks.h"
 #include "posefile/pose_reader.h"
 #include "posefile/reference_pose.h"

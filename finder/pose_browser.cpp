@@ -9,9 +9,9 @@
 #include "finder/pose_scanner.h"
 #include "finder/pose_similarity.h"
 #include "finder/selected_figure.h"
-#include "pane/message_boxes.h"
+#include "ground/message_boxes.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include "dzbone.h"
 #include "dzscene.h"

@@ -1,6 +1,6 @@
 #include "finder/pose_index.h"
 
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 
 #include <QFileInfo>
 

@@ -1,9 +1,9 @@
 #include "finder/pose_ranks.h"
 
 #include "finder/pose_index.h"
-#include "pane/data_files.h"
-#include "pane/plugin_settings.h"
-#include "pane/status_message.h"
+#include "ground/data_files.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 #include "posefile/custom_library.h"
 #include "posefile/part_locks.h"
 

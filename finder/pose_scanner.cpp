@@ -9,10 +9,10 @@
 #include "finder/scan_figure.h"
 #include "finder/scan_phases.h"
 #include "finder/selected_figure.h"
-#include "pane/message_boxes.h"
+#include "ground/message_boxes.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
-#include "pane/status_message.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 #include "posefile/pose_text.h"
 #include "posefile/reference_pose.h"
 

@@ -2,7 +2,7 @@
 
 #include "finder/pose_signature.h"
 #include "finder/pose_type.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "pane/crash_guard.h"
 
-#include "pane/data_files.h"
-#include "pane/message_boxes.h"
+#include "ground/data_files.h"
+#include "ground/message_boxes.h"
 
 #include <QFile>
 

@@ -8,7 +8,7 @@
 #include "finder/selected_figure.h"
 #include "pane/page_layout.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include "dzundostack.h"
 

@@ -1,7 +1,7 @@
 #include "pane/info_banner.h"
 
-#include "pane/live_panes.h"
-#include "pane/plugin_settings.h"
+#include "ground/live_panes.h"
+#include "ground/plugin_settings.h"
 
 #include <QTimer>
 

@@ -3,7 +3,7 @@
 #include "finder/pose_type.h"
 #include "finder/pose_ranks.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include <iterator>
 

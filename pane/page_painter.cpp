@@ -7,11 +7,11 @@
 #include "pane/page_layout.h"
 #include "pane/page_state.h"
 #include "pane/page_texts.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "pane/scaled_artwork.h"
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 #include "pane/text_fit.h"
-#include "pane/version_text.h"
+#include "ground/version_text.h"
 #include "services/update_notice.h"
 
 #include <QPainter>

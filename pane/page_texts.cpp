@@ -5,7 +5,7 @@
 #include "finder/pose_pair_products.h"
 #include "finder/pose_type.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 namespace quillon {
 

@@ -1,8 +1,8 @@
 #include "pane/quillonsettingsdlg.h"
 
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
-#include "pane/status_message.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 
 #include "dzapp.h"
 #include "dzmainwindow.h"

@@ -1,6 +1,6 @@
 #include "pane/text_fit.h"
 
-#include "pane/qt_compat.h"
+#include "ground/qt_compat.h"
 
 #include <QFont>
 #include <QFontMetrics>

@@ -3,7 +3,7 @@
 #include "finder/pose_index.h"
 #include "finder/pose_pair_products.h"
 #include "finder/pose_ranks.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include <iterator>
 

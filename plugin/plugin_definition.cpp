@@ -1,6 +1,6 @@
 #include "plugin/plugin_definition.h"
 
-#include "pane/version_text.h"
+#include "ground/version_text.h"
 #include "plugin/class_factories.h"
 
 #include "dzapp.h"

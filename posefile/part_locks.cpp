@@ -3,7 +3,7 @@
 #include "figure/body_parts.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "posefile/pose_channels.h"
 
 #include "dzbone.h"

@@ -3,7 +3,7 @@
 #include "figure/body_parts.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 #include "posefile/mirror_tables.h"
 #include "posefile/pose_text.h"
 

@@ -2,9 +2,9 @@
 
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
-#include "pane/data_files.h"
-#include "pane/message_boxes.h"
-#include "pane/status_message.h"
+#include "ground/data_files.h"
+#include "ground/message_boxes.h"
+#include "ground/status_message.h"
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"
 

@@ -1,6 +1,6 @@
 #include "services/file_replacement.h"
 
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 
 #include <QDir>
 #include <QFile>

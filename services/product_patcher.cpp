@@ -1,6 +1,6 @@
 #include "services/product_patcher.h"
 
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 #include "services/file_replacement.h"
 #include "services/patch_table.h"
 

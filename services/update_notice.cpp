@@ -1,7 +1,7 @@
 #include "services/update_notice.h"
 
-#include "pane/data_files.h"
-#include "pane/version_text.h"
+#include "ground/data_files.h"
+#include "ground/version_text.h"
 #include "services/file_replacement.h"
 
 #include <QEventLoop>

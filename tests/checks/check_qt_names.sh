@@ -6,14 +6,14 @@ here=$(cd "$(dirname "$0")" && pwd)
 cd "$1"
 . "$here/sources.sh"
 
-mapfile -t files < <(list_sources plugin pane services finder posefile figure art host |
+mapfile -t files < <(list_sources plugin pane services finder posefile figure ground art host |
     grep -v '^host/posebench/')
 [ ${#files[@]} -gt 0 ] || { echo "no source files in $1" >&2; exit 1; }
 findings=$(awk -f "$here/strip.awk" -f "$here/qt_statements.awk" "${files[@]}")
 
 # The two files that ask for the Qt version may name both versions' names.
 code=$(awk -f "$here/strip.awk" -f "$here/print_code.awk" "${files[@]}" |
-    grep -vE '^(pane/qt_compat\.h|host/figures/json_text\.cpp):')
+    grep -vE '^(ground/qt_compat\.h|host/figures/json_text\.cpp):')
 rows=$(grep -v '^#' "$here/qt_names.txt")
 while IFS= read -r place; do
     [ -n "$place" ] || continue

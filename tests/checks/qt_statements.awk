@@ -83,7 +83,7 @@ FNR == 1 {
 {
     text = code($0)
     if (!may_ask && text ~ /(^|[^A-Za-z0-9_])QT_VERSION/)
-        finding(FNR, "only pane/qt_compat.h asks for the Qt version")
+        finding(FNR, "only ground/qt_compat.h asks for the Qt version")
     if (moc)
         check_moc_header(text)
     note_declarations(text)

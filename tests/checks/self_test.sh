@@ -11,7 +11,7 @@ failures=0
 # The tree that every row starts from; all checks accept it.
 fresh_tree() {
     rm -rf "$work"
-    mkdir -p "$work"/{plugin,pane,services,finder,posefile,figure,art,tests}
+    mkdir -p "$work"/{plugin,pane,services,finder,posefile,figure,ground,art,tests}
     mkdir -p "$work"/host/{dzcore,posebench,figures}
     printf '// dznode.h - a thing with a place.\n#pragma once\n' >"$work/host/dzcore/dznode.h"
     printf '// dzhostcalls.h - a hook.\n// Not part of the interface.\n#pragma once\n' \
@@ -132,15 +132,15 @@ enum class Kind { A, B };
 ROWS
 accepts qt_names host/posebench/main.cpp 'QJsonObject object; connect(a, &A::b, c, &C::d);'
 accepts qt_names tests/test_x.cpp 'QStringLiteral("x");'
-accepts qt_names pane/qt_compat.h '// qt_compat.h - x\n#pragma once\n#if QT_VERSION >= 0x050000'
+accepts qt_names ground/qt_compat.h '// qt_compat.h - x\n#pragma once\n#if QT_VERSION >= 0x050000'
 
 # ---- includes upwards
 refuses includes figure/quat.cpp '#include "pane/dzquillonpane.h"'
 refuses includes figure/quat.cpp '#include "finder/pose_index.h"'
 refuses includes finder/pose_index.cpp '#include "pane/dzquillonpane.h"'
 refuses includes pane/hover.cpp '#include "plugin/plugin_definition.h"'
-refuses includes pane/page_state.h '#include "pane/dzquillonpane.h"'
-refuses includes pane/page_state.h '#include "figure/quat.h"'
+refuses includes ground/data_files.cpp '#include "pane/dzquillonpane.h"'
+refuses includes ground/data_files.cpp '#include "figure/quat.h"'
 refuses includes finder/pose_index.cpp '#include "art/atlas_table.h"'
 refuses includes pane/hover.cpp '#include "host/dzcore/dznode.h"'
 refuses includes pane/hover.cpp '#include "dzhostcalls.h"'
@@ -151,6 +151,7 @@ refuses includes host/dzcore/dznode.cpp '#include "figure/quat.h"'
 refuses includes host/dzcore/dznode.cpp '#include "host/posebench/window.h"'
 refuses includes host/posebench/main.cpp '#include "pane/page_state.h"'
 accepts includes figure/quat.cpp '#include "pane/page_state.h"'
+accepts includes figure/quat.cpp '#include "ground/data_files.h"'
 accepts includes figure/quat.cpp '#include "dznode.h"'
 accepts includes pane/page_state.cpp '#include "pane/dzquillonpane.h"'
 accepts includes pane/hover.cpp '#include "finder/pose_index.h"'

@@ -8,7 +8,7 @@
 #include "finder/pose_apply.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_signature.h"
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 #include "posefile/pose_reader.h"
 #include "posefile/reference_pose.h"
 

@@ -8,9 +8,9 @@
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "finder/pose_type.h"
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include "dzcontentmgr.h"
 

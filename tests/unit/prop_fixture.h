@@ -5,7 +5,7 @@
 #include "scene_fixture.h"
 
 #include "host/figures/prop_maker.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"

@@ -2,7 +2,7 @@
 #include "figure_fixture.h"
 
 #include "figure/pose_limits.h"
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 
 #include <QtTest>
 

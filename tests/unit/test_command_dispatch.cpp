@@ -5,8 +5,8 @@
 #include "pane/command_dispatch.h"
 #include "pane/hover.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
-#include "pane/status_message.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 #include "posefile/pose_text.h"
 #include "scene_fixture.h"
 

@@ -1,6 +1,6 @@
 #include "frame_fixture.h"
 
-#include "pane/message_boxes.h"
+#include "ground/message_boxes.h"
 
 #include <QtTest>
 

@@ -3,7 +3,7 @@
 #include "prop_fixture.h"
 
 #include "figure/optimize_editing.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include <QtTest>
 

@@ -6,8 +6,7 @@
 #include "pane/page_layout.h"
 #include "pane/page_painter.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
-#include "pane/text_fit.h"
+#include "ground/plugin_settings.h"
 #include "scene_fixture.h"
 
 #include <QPainter>

@@ -3,7 +3,7 @@
 #include "finder/pose_index.h"
 #include "pane/page_state.h"
 #include "pane/page_texts.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
 #include <QtTest>
 

@@ -3,7 +3,7 @@
 
 #include "figure/body_parts.h"
 #include "figure/reset_pose.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "posefile/part_locks.h"
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"

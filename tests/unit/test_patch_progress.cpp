@@ -1,7 +1,7 @@
 // The progress of a patch: what it shows, and what a cancel stops, at every time.
 #include "frame_fixture.h"
 
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 #include "services/patch_table.h"
 #include "services/product_patcher.h"
 

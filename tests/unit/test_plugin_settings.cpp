@@ -1,7 +1,7 @@
 #include "frame_fixture.h"
 
-#include "pane/data_files.h"
-#include "pane/plugin_settings.h"
+#include "ground/data_files.h"
+#include "ground/plugin_settings.h"
 
 #include <QtTest>
 

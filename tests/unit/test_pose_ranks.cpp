@@ -1,7 +1,7 @@
 // Ranks of poses and their file.
 #include "finder_fixture.h"
 
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 #include "reference/finder_reference.h"
 
 #include <QDateTime>

@@ -1,7 +1,7 @@
 // The mirror rules and the file around them.
 #include "rewrite_fixture.h"
 
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 #include "posefile/pose_writer.h"
 
 using namespace quillon;

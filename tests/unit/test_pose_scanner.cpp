@@ -1,7 +1,7 @@
 // The scan as a whole: when it runs, which files it finds, what it tells and writes.
 #include "scan_fixture.h"
 
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 
 #include <unistd.h>
 

@@ -2,8 +2,8 @@
 #include "prop_fixture.h"
 
 #include "figure/quillonrotorderdlg.h"
-#include "pane/live_panes.h"
-#include "pane/plugin_settings.h"
+#include "ground/live_panes.h"
+#include "ground/plugin_settings.h"
 
 #include <QGroupBox>
 #include <QtTest>

@@ -3,12 +3,12 @@
 #include "frame_fixture.h"
 
 #include "pane/command_dispatch.h"
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 #include "pane/hover.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "pane/quillonsettingsdlg.h"
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 
 #include <QDialog>
 #include <QtTest>

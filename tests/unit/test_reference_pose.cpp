@@ -1,7 +1,7 @@
 #include "pose_fixture.h"
 
-#include "pane/data_files.h"
-#include "pane/status_message.h"
+#include "ground/data_files.h"
+#include "ground/status_message.h"
 #include "posefile/reference_pose.h"
 
 using namespace quillon;

@@ -1,7 +1,7 @@
 #include "frame_fixture.h"
 
-#include "pane/live_panes.h"
-#include "pane/status_message.h"
+#include "ground/live_panes.h"
+#include "ground/status_message.h"
 #include "plugin/quillonaboutaction.h"
 
 #include "dzactionmgr.h"

@@ -2,7 +2,7 @@
 #include "pose_fixture.h"
 
 #include "figure/hip_centre.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "posefile/pose_writer.h"
 #include "posefile/swap_symmetrize.h"
 

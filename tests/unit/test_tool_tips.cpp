@@ -3,7 +3,7 @@
 #include "pane/hover.h"
 #include "pane/page_layout.h"
 #include "pane/page_state.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "pane/tool_tips.h"
 
 #include <QtTest>

@@ -2,9 +2,9 @@
 #include "frame_fixture.h"
 #include "notice_server.h"
 
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 #include "pane/dzquillonpane.h"
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 #include "services/update_notice.h"
 
 #include <QBuffer>

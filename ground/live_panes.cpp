@@ -1,4 +1,4 @@
-#include "pane/live_panes.h"
+#include "ground/live_panes.h"
 
 #include "dzapp.h"
 #include "dzmainwindow.h"

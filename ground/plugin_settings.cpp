@@ -1,6 +1,6 @@
-#include "pane/plugin_settings.h"
+#include "ground/plugin_settings.h"
 
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 
 #include <cstddef>
 

@@ -1,4 +1,4 @@
-#include "pane/message_boxes.h"
+#include "ground/message_boxes.h"
 
 #include "dzapp.h"
 

@@ -1,4 +1,4 @@
-#include "pane/data_files.h"
+#include "ground/data_files.h"
 
 #include "dzapp.h"
 

@@ -1,4 +1,4 @@
-#include "pane/version_text.h"
+#include "ground/version_text.h"
 
 namespace quillon {
 

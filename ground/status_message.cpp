@@ -1,6 +1,6 @@
-#include "pane/status_message.h"
+#include "ground/status_message.h"
 
-#include "pane/live_panes.h"
+#include "ground/live_panes.h"
 
 #include "dzaction.h"
 #include "dzactionmgr.h"
