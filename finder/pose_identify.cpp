@@ -2,7 +2,7 @@
 
 #include "finder/pose_index.h"
 #include "finder/pose_pair_products.h"
-#include "ground/data_files.h"
+#include "ground/hash.h"
 #include "posefile/pose_text.h"
 
 #include <algorithm>

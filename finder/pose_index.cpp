@@ -1,8 +1,7 @@
 #include "finder/pose_index.h"
 
-#include "ground/data_files.h"
-
-#include <QFileInfo>
+#include "ground/dat_file.h"
+#include "ground/data_folder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -90,6 +89,7 @@ static_assert(sizeof(StoredSignature) == 160, "as it lies in the file");
 
 // path length, hash, figure code, signature, flag
 const qint64 kRecordBytes = 4 + 4 + 4 + qint64(sizeof(StoredSignature)) + 1; // without the path
+const int kUsualEntryBytes = 300; // with one
 
 } // namespace
 
@@ -103,15 +103,15 @@ static DzQuat quatOf(const float q[4])
     return DzQuat(x, y, z, w, std::fabs(length - 1) > kUnitTolerance);
 }
 
-static void readSignature(PoseIndexEntry* entry)
+static void readSignature(DatReader* file, PoseIndexEntry* entry)
 {
     StoredSignature stored = {};
-    readDat(&stored, sizeof stored);
+    file->read(&stored, sizeof stored);
     for (int slot = 0; slot < kSignatureSlots; ++slot)
         entry->signature[slot] = quatOf(stored.quat[slot]);
 }
 
-static void writeSignature(const PoseIndexEntry& entry)
+static void writeSignature(const PoseIndexEntry& entry, DatWriter* file)
 {
     StoredSignature stored;
     for (int slot = 0; slot < kSignatureSlots; ++slot) {
@@ -119,79 +119,76 @@ static void writeSignature(const PoseIndexEntry& entry)
         const double numbers[4] = {q.m_x, q.m_y, q.m_z, q.m_w};
         std::copy(std::begin(numbers), std::end(numbers), stored.quat[slot]);
     }
-    writeDat(&stored, sizeof stored);
+    file->write(&stored, sizeof stored);
 }
 
-// Takes its bytes off *left. False when the file does not hold the whole entry.
-static bool readEntry(qint64* left, PoseIndexEntry* entry)
+// False when the file does not hold the whole entry.
+static bool readEntry(DatReader* file, PoseIndexEntry* entry)
 {
-    *left -= kRecordBytes;
-    if (*left < 0)
+    if (file->bytesLeft() < kRecordBytes)
         return false;
     qint32 pathBytes = 0;
-    readDatField(&pathBytes);
-    if (pathBytes < 0 || pathBytes > *left)
+    file->readField(&pathBytes);
+    if (pathBytes < 0 || pathBytes > file->bytesLeft() - (kRecordBytes - qint64(sizeof pathBytes)))
         return false;
-    *left -= pathBytes;
     QByteArray path(pathBytes, '\0');
-    readDat(path.data(), pathBytes);
+    file->read(path.data(), pathBytes);
     *entry = PoseIndexEntry();
     entry->path = QString::fromUtf8(path.constData(), path.size());
-    readDatField(&entry->contentHash);
-    readDatField(&entry->figureCode);
-    readSignature(entry);
+    file->readField(&entry->contentHash);
+    file->readField(&entry->figureCode);
+    readSignature(file, entry);
     quint8 flag = 0;
-    readDatField(&flag);
+    file->readField(&flag);
     entry->hasSignature = flag != 0;
     return true;
 }
 
-static void writeEntry(const PoseIndexEntry& entry)
+static void writeEntry(const PoseIndexEntry& entry, DatWriter* file)
 {
     const QByteArray path = entry.path.toUtf8();
-    writeDatField(qint32(path.size()));
-    writeDat(path.constData(), path.size());
-    writeDatField(entry.contentHash);
-    writeDatField(entry.figureCode);
-    writeSignature(entry);
-    writeDatField(quint8(entry.hasSignature ? 1 : 0));
+    file->writeField(qint32(path.size()));
+    file->write(path.constData(), path.size());
+    file->writeField(entry.contentHash);
+    file->writeField(entry.figureCode);
+    writeSignature(entry, file);
+    file->writeField(quint8(entry.hasSignature ? 1 : 0));
 }
 
-static void readEntries(qint64 left)
+static void readEntries(DatReader* file)
 {
     qint32 count = 0;
-    readDatField(&count);
-    left -= sizeof count;
+    file->readField(&count);
     const int slotCount = int(g_entries.size());
     const int wanted = std::max(0, std::min(int(count), slotCount));
     truncatePoseIndex(0);
-    while (g_count < wanted && readEntry(&left, &g_entries[std::size_t(g_count)]))
+    while (g_count < wanted && readEntry(file, &g_entries[std::size_t(g_count)]))
         ++g_count;
 }
 
 bool readPoseIndex()
 {
-    const QString path = dataFiles().poseIndex;
-    if (!openDatForReading(path))
+    DatReader file(dataFiles().poseIndex);
+    if (!file.isOpen())
         return false;
     qint32 version = 0;
-    readDatField(&version);
+    file.readField(&version);
     if (version == kFileVersion)
-        readEntries(QFileInfo(path).size() - qint64(sizeof version));
-    closeDat();
+        readEntries(&file);
     return true;
 }
 
 bool writePoseIndex()
 {
-    if (!ensureDataFolder() || !openDatForWriting(dataFiles().poseIndex))
+    if (!ensureDataFolder())
         return false;
-    writeDatField(kFileVersion);
-    writeDatField(qint32(g_count));
+    DatWriter file;
+    file.reserve(g_count * kUsualEntryBytes);
+    file.writeField(kFileVersion);
+    file.writeField(qint32(g_count));
     for (int entry = 0; entry < g_count; ++entry)
-        writeEntry(g_entries[std::size_t(entry)]);
-    closeDat();
-    return true;
+        writeEntry(g_entries[std::size_t(entry)], &file);
+    return file.save(dataFiles().poseIndex);
 }
 
 } // namespace quillon

@@ -1,13 +1,12 @@
 #include "finder/pose_ranks.h"
 
 #include "finder/pose_index.h"
-#include "ground/data_files.h"
+#include "ground/dat_file.h"
+#include "ground/data_folder.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
 #include "posefile/custom_library.h"
 #include "posefile/part_locks.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 #include <unordered_map>
@@ -123,17 +122,15 @@ bool pruneRanks()
 
 // ---- the file
 
-static void readRecords(qint64 left)
+static void readRecords(DatReader* file)
 {
     qint32 count = 0;
-    readDatField(&count);
-    left -= sizeof count;
+    file->readField(&count);
     g_count = 0;
-    for (qint32 n = 0; n < count && left >= qint64(sizeof(RankRecord)); ++n) {
+    for (qint32 n = 0; n < count && file->bytesLeft() >= qint64(sizeof(RankRecord)); ++n) {
         RankRecord record;
-        readDatField(&record.rank);
-        readDatField(&record.key);
-        left -= sizeof record;
+        file->readField(&record.rank);
+        file->readField(&record.key);
         if (record.rank == Favorite || record.rank == Hidden)
             appendRecord(record);
     }
@@ -142,28 +139,28 @@ static void readRecords(qint64 left)
 
 bool readRanks()
 {
-    const QString path = dataFiles().ranks;
-    if (!openDatForReading(path))
+    DatReader file(dataFiles().ranks);
+    if (!file.isOpen())
         return false;
     qint32 version = 0;
-    readDatField(&version);
+    file.readField(&version);
     if (version == kFileVersion)
-        readRecords(QFileInfo(path).size() - qint64(sizeof version));
-    closeDat();
+        readRecords(&file);
     return true;
 }
 
-void writeRanks()
+bool writeRanks()
 {
-    if (!ensureDataFolder() || !openDatForWriting(dataFiles().ranks))
-        return;
-    writeDatField(kFileVersion);
-    writeDatField(qint32(g_count));
+    if (!ensureDataFolder())
+        return false;
+    DatWriter file;
+    file.writeField(kFileVersion);
+    file.writeField(qint32(g_count));
     for (int i = 0; i < g_count; ++i) {
-        writeDatField(g_records[std::size_t(i)].rank);
-        writeDatField(g_records[std::size_t(i)].key);
+        file.writeField(g_records[std::size_t(i)].rank);
+        file.writeField(g_records[std::size_t(i)].key);
     }
-    closeDat();
+    return file.save(dataFiles().ranks);
 }
 
 } // namespace quillon

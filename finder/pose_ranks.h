@@ -39,7 +39,7 @@ bool pruneRanks();
 
 // Fills the table from the rank file; false when there is none.
 bool readRanks();
-// Nothing when there is no data folder.
-void writeRanks();
+// False when the folder or the file cannot be written; the file is then as it was.
+bool writeRanks();
 
 } // namespace quillon

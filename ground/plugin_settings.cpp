@@ -1,6 +1,7 @@
 #include "ground/plugin_settings.h"
 
-#include "ground/data_files.h"
+#include "ground/dat_file.h"
+#include "ground/data_folder.h"
 
 #include <cstddef>
 
@@ -74,62 +75,63 @@ static void* fieldOf(const FieldRow& row)
     return reinterpret_cast<char*>(&g_settings) + row.offset;
 }
 
-static void readFlag(bool* flag)
+static void readFlag(DatReader* file, bool* flag)
 {
     quint8 byte = *flag ? 1 : 0;
-    readDatField(&byte);
+    file->readField(&byte);
     *flag = byte != 0;
 }
 
-static void readRow(const FieldRow& row)
+static void readRow(const FieldRow& row, DatReader* file)
 {
     if (row.kind == NumberField) {
-        readDat(fieldOf(row), row.width);
+        file->read(fieldOf(row), row.width);
         return;
     }
     bool skipped = true;
     bool* flags = row.kind == FlagField ? static_cast<bool*>(fieldOf(row)) : &skipped;
     for (int i = 0; i < row.count; ++i)
-        readFlag(flags + i);
+        readFlag(file, flags + i);
 }
 
-static void writeRow(const FieldRow& row)
+static void writeRow(const FieldRow& row, DatWriter* file)
 {
     if (row.kind == NumberField) {
-        writeDat(fieldOf(row), row.width);
+        file->write(fieldOf(row), row.width);
         return;
     }
     const bool reserved = true;
     const bool* flags = row.kind == FlagField ? static_cast<bool*>(fieldOf(row)) : &reserved;
     for (int i = 0; i < row.count; ++i)
-        writeDatField(quint8(flags[i] ? 1 : 0));
+        file->writeField(quint8(flags[i] ? 1 : 0));
 }
 
 bool loadSettings()
 {
-    if (!openDatForReading(dataFiles().settings))
+    DatReader file(dataFiles().settings);
+    if (!file.isOpen())
         return false;
     qint32 version = 0;
-    readDatField(&version);
-    if (version <= kFormatVersion) {
-        for (const FieldRow& row : kFields) {
-            // Version 1 is the oldest; a smaller number, negative ones included, counts as it.
-            if (row.sinceVersion == 1 || version >= row.sinceVersion)
-                readRow(row);
-        }
+    file.readField(&version);
+    if (version > kFormatVersion)
+        return true;
+    for (const FieldRow& row : kFields) {
+        // Version 1 is the oldest; a smaller number, negative ones included, counts as it.
+        if (row.sinceVersion == 1 || version >= row.sinceVersion)
+            readRow(row, &file);
     }
-    closeDat();
     return true;
 }
 
-void saveSettings()
+bool saveSettings()
 {
-    if (!ensureDataFolder() || !openDatForWriting(dataFiles().settings))
-        return;
-    writeDatField(kFormatVersion);
+    if (!ensureDataFolder())
+        return false;
+    DatWriter file;
+    file.writeField(kFormatVersion);
     for (const FieldRow& row : kFields)
-        writeRow(row);
-    closeDat();
+        writeRow(row, &file);
+    return file.save(dataFiles().settings);
 }
 
 } // namespace quillon

@@ -57,7 +57,7 @@ PluginSettings& pluginSettings();
 // False if there is no readable file; all fields then keep their values. A file cut short leaves
 // what it lacks as it was.
 bool loadSettings();
-// Silent when the folder or the file cannot be written.
-void saveSettings();
+// False when the folder or the file cannot be written; the file is then as it was.
+bool saveSettings();
 
 } // namespace quillon

@@ -1,6 +1,7 @@
 #include "pane/crash_guard.h"
 
-#include "ground/data_files.h"
+#include "ground/dat_file.h"
+#include "ground/data_folder.h"
 #include "ground/message_boxes.h"
 
 #include <QFile>
@@ -11,11 +12,9 @@ static const qint32 kMarker = 77; // what the file holds
 
 static bool hasCrashMarker()
 {
-    if (!openDatForReading(dataFiles().crashMarker))
-        return false;
+    DatReader file(dataFiles().crashMarker);
     qint32 value = 0;
-    readDatField(&value);
-    closeDat();
+    file.readField(&value);
     return value == kMarker;
 }
 
@@ -29,12 +28,11 @@ void checkCrashMarker()
     QFile::remove(dataFiles().poseIndex);
 }
 
-void writeCrashMarker()
+bool writeCrashMarker()
 {
-    if (!ensureDataFolder() || !openDatForWriting(dataFiles().crashMarker))
-        return;
-    writeDatField(kMarker);
-    closeDat();
+    DatWriter file;
+    file.writeField(kMarker);
+    return ensureDataFolder() && file.save(dataFiles().crashMarker);
 }
 
 void removeCrashMarker()

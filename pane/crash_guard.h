@@ -7,7 +7,7 @@ namespace quillon {
 
 // Warns, and deletes settings, ranks and pose index, if there is a valid marker. The marker stays.
 void checkCrashMarker();
-void writeCrashMarker();
+bool writeCrashMarker();
 void removeCrashMarker();
 
 } // namespace quillon

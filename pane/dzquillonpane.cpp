@@ -11,7 +11,7 @@
 #include "pane/artwork.h"
 #include "pane/command_dispatch.h"
 #include "pane/crash_guard.h"
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "pane/docking.h"
 #include "pane/hover.h"
 #include "pane/info_banner.h"

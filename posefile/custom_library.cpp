@@ -1,6 +1,6 @@
 #include "posefile/custom_library.h"
 
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 
 #include <QDir>
 

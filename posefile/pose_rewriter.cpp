@@ -3,7 +3,7 @@
 #include "figure/body_parts.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
-#include "ground/data_files.h"
+#include "ground/whole_file.h"
 #include "posefile/mirror_tables.h"
 #include "posefile/pose_text.h"
 
@@ -322,19 +322,16 @@ static QByteArray rewritten(const QByteArray& text, const RewriteRules& rules)
 bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figure,
     bool withChildren, bool symmetrize, bool includeFace, bool mirrorAll)
 {
-    if (!openDatForWriting(outPath))
-        return false;
     QFile in(inPath);
     const bool readable = in.open(QIODevice::ReadOnly);
+    QByteArray text;
     if (readable) {
         const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
         const SelectionRules selected = {skeleton, withChildren, symmetrize};
         const RewriteRules rules = {selectionOf(selected), includeFace, mirrorAll};
-        const QByteArray text = rewritten(in.readAll(), rules);
-        writeDat(text.constData(), text.size());
+        text = rewritten(in.readAll(), rules);
     }
-    closeDat();
-    return readable;
+    return writePlainFile(outPath, text) && readable;
 }
 
 } // namespace quillon

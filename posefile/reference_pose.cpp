@@ -2,7 +2,7 @@
 
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "ground/message_boxes.h"
 #include "ground/status_message.h"
 #include "posefile/pose_reader.h"

@@ -1,7 +1,7 @@
 #include "services/product_patcher.h"
 
 #include "ground/status_message.h"
-#include "services/file_replacement.h"
+#include "ground/whole_file.h"
 #include "services/patch_table.h"
 
 #include "dzapp.h"

@@ -1,8 +1,8 @@
 #include "services/update_notice.h"
 
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "ground/version_text.h"
-#include "services/file_replacement.h"
+#include "ground/whole_file.h"
 
 #include <QEventLoop>
 #include <QFile>
@@ -65,7 +65,7 @@ QString pluginPageUrl()
 static void keepPicture(const QByteArray& bytes)
 {
     if (ensureDataFolder())
-        writeFileBeside(updatePicturePath(), bytes);
+        writeWholeFile(updatePicturePath(), bytes);
 }
 
 // True when the reply has come to its end, whatever it is, in time.

@@ -8,7 +8,7 @@
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "finder/pose_type.h"
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 

@@ -3,7 +3,7 @@
 #include "pose_fixture.h"
 
 #include "pane/command_dispatch.h"
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "pane/hover.h"
 #include "pane/page_layout.h"
 #include "pane/page_state.h"

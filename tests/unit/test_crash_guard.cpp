@@ -1,7 +1,7 @@
 #include "frame_fixture.h"
 
 #include "pane/crash_guard.h"
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 
 #include <QtTest>
 

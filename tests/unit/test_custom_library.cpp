@@ -1,6 +1,6 @@
 #include "frame_fixture.h"
 
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "posefile/custom_library.h"
 
 #include <QtTest>

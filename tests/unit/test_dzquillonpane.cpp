@@ -5,7 +5,7 @@
 #include "finder/pose_ranks.h"
 #include "finder/pose_type.h"
 #include "pane/artwork.h"
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "pane/dzquillonpane.h"
 #include "pane/info_banner.h"
 #include "ground/live_panes.h"

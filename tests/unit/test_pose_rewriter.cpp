@@ -1,7 +1,7 @@
 // The mirror rules and the file around them.
 #include "rewrite_fixture.h"
 
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "posefile/pose_writer.h"
 
 using namespace quillon;
@@ -276,7 +276,6 @@ void TestPoseRewriter::anUnreadableInputLeavesAnEmptyOutput()
     QVERIFY(!rewritePoseFile(f.file("missing"), out, f.figure, true, false, true, true));
     QVERIFY(QFile::exists(out));
     QCOMPARE(fileBytes(out), QByteArray());
-    QCOMPARE(datState(), DatClosed);
 }
 
 void TestPoseRewriter::anUnwritableOutputIsRefused()
@@ -285,7 +284,6 @@ void TestPoseRewriter::anUnwritableOutputIsRefused()
     const QString in = f.fileWith("in.duf", kHead);
     QVERIFY(!rewritePoseFile(in, f.file("none/out.duf"), f.figure, true, false, true, true));
     QVERIFY(!rewritePoseFile(in, f.file("temp"), f.figure, true, false, true, true));
-    QCOMPARE(datState(), DatClosed);
 }
 
 void TestPoseRewriter::figureEntriesAreNeverMirrored()

@@ -1,6 +1,6 @@
 #include "pose_fixture.h"
 
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "ground/status_message.h"
 #include "posefile/reference_pose.h"
 

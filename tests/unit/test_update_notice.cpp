@@ -2,7 +2,7 @@
 #include "frame_fixture.h"
 #include "notice_server.h"
 
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 #include "pane/dzquillonpane.h"
 #include "ground/plugin_settings.h"
 #include "services/update_notice.h"

@@ -1,18 +1,19 @@
-#include "services/file_replacement.h"
-
-#include "ground/data_files.h"
+#include "ground/whole_file.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryFile>
 
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #ifdef Q_OS_WIN
 #include <io.h>
 #include <windows.h>
+#else
+#include <unistd.h>
 #endif
 
 namespace quillon {
@@ -66,11 +67,35 @@ static bool hasOneName(const QFile& file)
 #endif
 }
 
+bool replaceFile(const QString& finished, const QString& target)
+{
+#ifdef Q_OS_WIN
+    const QString from = QDir::toNativeSeparators(finished);
+    const QString to = QDir::toNativeSeparators(target);
+    return MoveFileExW(reinterpret_cast<const wchar_t*>(from.utf16()),
+               reinterpret_cast<const wchar_t*>(to.utf16()), MOVEFILE_REPLACE_EXISTING)
+        != 0;
+#else
+    return std::rename(
+               QFile::encodeName(finished).constData(), QFile::encodeName(target).constData())
+        == 0;
+#endif
+}
+
 // ---- beside ----------------------------------------------------------------------------------
 
 static QString besideName(const QString& path)
 {
     return path + QLatin1String(".new");
+}
+
+static bool flushToDisk(QFile* file)
+{
+#ifdef Q_OS_WIN
+    return file->flush() && _commit(file->handle()) == 0;
+#else
+    return file->flush() && fsync(file->handle()) == 0;
+#endif
 }
 
 static bool fillBeside(const QString& path, const QByteArray& bytes)
@@ -80,7 +105,7 @@ static bool fillBeside(const QString& path, const QByteArray& bytes)
     QFile file(beside);
     if (!openForWriting(&file, Opened::OneThatIsNot))
         return false;
-    const bool written = writeFromStart(&file, bytes);
+    const bool written = writeFromStart(&file, bytes) && flushToDisk(&file);
     file.close();
     if (!written)
         QFile::remove(beside); // an open file of that kind has forgotten its name
@@ -97,9 +122,29 @@ static bool placeBeside(const QString& path, bool allIsWell)
     return false;
 }
 
-bool writeFileBeside(const QString& path, const QByteArray& bytes)
+// The file behind a link is the one to be replaced, not the link.
+static QString resolveTarget(const QString& path)
 {
-    return fillBeside(path, bytes) && placeBeside(path, true);
+    const QString canonical = QFileInfo(path).canonicalFilePath();
+    return canonical.isEmpty() ? path : canonical;
+}
+
+static bool mayBeWritten(const QString& path)
+{
+    const QFileInfo info(path);
+    return !info.exists() || (info.isFile() && info.isWritable());
+}
+
+bool writeWholeFile(const QString& path, const QByteArray& bytes)
+{
+    const QString target = resolveTarget(path);
+    return mayBeWritten(path) && fillBeside(target, bytes) && placeBeside(target, true);
+}
+
+bool writePlainFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
 }
 
 static bool makeAlike(const QString& path, const QString& model)
@@ -150,7 +195,7 @@ static bool overwriteInPlace(
     QFile file(path);
     if (!openForWriting(&file, Opened::OneThatIs))
         return false;
-    const bool written = writeFromStart(&file, bytes);
+    const bool written = writeFromStart(&file, bytes) && flushToDisk(&file);
     if (!written && !old.isNull()) // what cannot be put back stays in the folder
         kept.setAutoRemove(writeFromStart(&file, old));
     return written;

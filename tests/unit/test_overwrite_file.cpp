@@ -2,7 +2,7 @@
 #include "frame_fixture.h"
 #include "without_rights.h"
 
-#include "services/file_replacement.h"
+#include "ground/whole_file.h"
 
 #include <QtTest>
 
@@ -10,7 +10,7 @@
 
 using namespace quillon;
 
-class TestFileReplacement : public QObject {
+class TestOverwriteFile : public QObject {
     Q_OBJECT
 private slots:
     void init();
@@ -77,7 +77,7 @@ static bool linkHard(const QString& path, const QString& name)
     return ::link(QFile::encodeName(path).constData(), QFile::encodeName(name).constData()) == 0;
 }
 
-void TestFileReplacement::init()
+void TestOverwriteFile::init()
 {
     folder.reset(new TempFolder);
     keep.reset(new TempFolder);
@@ -86,7 +86,7 @@ void TestFileReplacement::init()
     writeFile(file, "old");
 }
 
-void TestFileReplacement::aReaderKeepsTheOldBytes()
+void TestOverwriteFile::aReaderKeepsTheOldBytes()
 {
     QFile reader(file);
     QVERIFY(reader.open(QIODevice::ReadOnly));
@@ -96,14 +96,14 @@ void TestFileReplacement::aReaderKeepsTheOldBytes()
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }
 
-void TestFileReplacement::permissionsStay_data()
+void TestOverwriteFile::permissionsStay_data()
 {
     QTest::addColumn<int>("mode");
     for (int mode : {0600, 0640, 0644, 0755, 0222, 0606})
         QTest::newRow(qPrintable(QString::number(mode, 8))) << mode;
 }
 
-void TestFileReplacement::permissionsStay()
+void TestOverwriteFile::permissionsStay()
 {
     QFETCH(int, mode);
     QVERIFY(setMode(file, unsigned(mode)));
@@ -115,14 +115,14 @@ void TestFileReplacement::permissionsStay()
     QCOMPARE(fileBytes(file), QByteArray("new"));
 }
 
-void TestFileReplacement::aLinkAtTheNewNameIsNotWrittenThrough_data()
+void TestOverwriteFile::aLinkAtTheNewNameIsNotWrittenThrough_data()
 {
     QTest::addColumn<bool>("exists");
     QTest::newRow("to a file") << true;
     QTest::newRow("to nothing") << false;
 }
 
-void TestFileReplacement::aLinkAtTheNewNameIsNotWrittenThrough()
+void TestOverwriteFile::aLinkAtTheNewNameIsNotWrittenThrough()
 {
     QFETCH(bool, exists);
     const QString victim = keep->path("victim");
@@ -130,7 +130,7 @@ void TestFileReplacement::aLinkAtTheNewNameIsNotWrittenThrough()
         if (exists)
             writeFile(victim, "precious");
         QVERIFY(QFile::link(victim, file + ".new"));
-        QVERIFY(overwriting ? overwrite("1st") : writeFileBeside(file, "2nd"));
+        QVERIFY(overwriting ? overwrite("1st") : writeWholeFile(file, "2nd"));
         QCOMPARE(fileBytes(victim), QByteArray(exists ? "precious" : ""));
         QCOMPARE(QFile::exists(victim), exists);
         QCOMPARE(fileBytes(file), QByteArray(overwriting ? "1st" : "2nd"));
@@ -138,7 +138,7 @@ void TestFileReplacement::aLinkAtTheNewNameIsNotWrittenThrough()
     }
 }
 
-void TestFileReplacement::aLeftoverIsReplaced()
+void TestOverwriteFile::aLeftoverIsReplaced()
 {
     writeFile(file + ".new", "longer than what is written");
     QVERIFY(overwrite());
@@ -146,16 +146,16 @@ void TestFileReplacement::aLeftoverIsReplaced()
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }
 
-void TestFileReplacement::aTargetThatCannotBeReplacedLeavesNothingBeside()
+void TestOverwriteFile::aTargetThatCannotBeReplacedLeavesNothingBeside()
 {
     const QString full = folder->path("full");
     QVERIFY(QDir().mkpath(full + "/below"));
-    QVERIFY(!writeFileBeside(full, "new"));
+    QVERIFY(!writeWholeFile(full, "new"));
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
     QVERIFY(QFileInfo(full + "/below").isDir());
 }
 
-void TestFileReplacement::linkedNamesStayTogether()
+void TestOverwriteFile::linkedNamesStayTogether()
 {
     const QString other = keep->path("other name");
     QVERIFY(linkHard(file, other));
@@ -178,7 +178,7 @@ void TestFileReplacement::theOwnerStays_data()
 }
 
 // Root writes a user's file, and it stays the user's. A user's own is his before and after.
-void TestFileReplacement::theOwnerStays()
+void TestOverwriteFile::theOwnerStays()
 {
     QFETCH(int, owner);
     QFETCH(int, group);
@@ -193,11 +193,11 @@ void TestFileReplacement::theOwnerStays()
     QCOMPARE(fileBytes(file), QByteArray("new"));
 }
 
-void TestFileReplacement::aFolderAtTheNewNameStays()
+void TestOverwriteFile::aFolderAtTheNewNameStays()
 {
     const ino_t inode = inodeOf(file);
     QVERIFY(QDir().mkpath(file + ".new/full"));
-    QVERIFY(!writeFileBeside(file, "beside"));
+    QVERIFY(!writeWholeFile(file, "beside"));
     QCOMPARE(fileBytes(file), QByteArray("old"));
     QVERIFY(overwrite());
     QCOMPARE(fileBytes(file), QByteArray("new"));
@@ -206,7 +206,7 @@ void TestFileReplacement::aFolderAtTheNewNameStays()
     QCOMPARE(filesIn(keep->path()), QStringList());
 }
 
-void TestFileReplacement::shorterBytesCutTheFile()
+void TestOverwriteFile::shorterBytesCutTheFile()
 {
     QVERIFY(linkHard(file, folder->path("other name")));
     QVERIFY(overwrite("x"));
@@ -217,18 +217,18 @@ void TestFileReplacement::shorterBytesCutTheFile()
     QCOMPARE(fileBytes(file), QByteArray("more"));
 }
 
-void TestFileReplacement::nothingIsCreatedThatWasNotThere()
+void TestOverwriteFile::nothingIsCreatedThatWasNotThere()
 {
     QVERIFY(QFile::remove(file));
     QVERIFY(!overwrite());
     QVERIFY(!overwriteFile(folder->path("no folder/file"), "new", keep->path()));
     QCOMPARE(QDir(folder->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 0);
     QCOMPARE(filesIn(keep->path()), QStringList());
-    QVERIFY(writeFileBeside(file, "new")); // this one may
+    QVERIFY(writeWholeFile(file, "new")); // this one may
     QCOMPARE(fileBytes(file), QByteArray("new"));
 }
 
-void TestFileReplacement::otherKindsAreLeftAlone()
+void TestOverwriteFile::otherKindsAreLeftAlone()
 {
     const QString link = folder->path("link"), pipe = folder->path("pipe");
     QVERIFY(QFile::link(file, link));
@@ -241,14 +241,14 @@ void TestFileReplacement::otherKindsAreLeftAlone()
     QVERIFY(!QFile::exists(folder->path("gone")));
 }
 
-void TestFileReplacement::aFolderThatTakesNoFileIsNoObstacle_data()
+void TestOverwriteFile::aFolderThatTakesNoFileIsNoObstacle_data()
 {
     QTest::addColumn<bool>("owned"); // by the child
     QTest::newRow("one's own file") << true;
     QTest::newRow("a file that anybody may write") << false;
 }
 
-void TestFileReplacement::aFolderThatTakesNoFileIsNoObstacle()
+void TestOverwriteFile::aFolderThatTakesNoFileIsNoObstacle()
 {
     QFETCH(bool, owned);
     QVERIFY(setMode(file, 0666) && (!owned || giveToChild(file)));
@@ -261,7 +261,7 @@ void TestFileReplacement::aFolderThatTakesNoFileIsNoObstacle()
     QCOMPARE(filesIn(keep->path()), QStringList());
 }
 
-void TestFileReplacement::aLinkInAFolderThatTakesNoFileIsNotWrittenThrough()
+void TestOverwriteFile::aLinkInAFolderThatTakesNoFileIsNotWrittenThrough()
 {
     const QString victim = keep->path("victim");
     writeFile(victim, "precious");
@@ -269,12 +269,12 @@ void TestFileReplacement::aLinkInAFolderThatTakesNoFileIsNotWrittenThrough()
     QVERIFY(QFile::link(victim, file + ".new"));
     const ClosedFolder closed(folder->path()); // the link cannot be removed, either
     QCOMPARE(runWithoutRights([this] { return overwrite(); }), 1);
-    QCOMPARE(runWithoutRights([this] { return writeFileBeside(file, "2nd"); }), 0);
+    QCOMPARE(runWithoutRights([this] { return writeWholeFile(file, "2nd"); }), 0);
     QCOMPARE(fileBytes(victim), QByteArray("precious"));
     QCOMPARE(fileBytes(file), QByteArray("new"));
 }
 
-void TestFileReplacement::aWriteOnlyFileIsWritten_data()
+void TestOverwriteFile::aWriteOnlyFileIsWritten_data()
 {
     QTest::addColumn<bool>("closed");
     QTest::addColumn<bool>("linked");
@@ -283,7 +283,7 @@ void TestFileReplacement::aWriteOnlyFileIsWritten_data()
     QTest::newRow("with several links") << false << true;
 }
 
-void TestFileReplacement::aWriteOnlyFileIsWritten()
+void TestOverwriteFile::aWriteOnlyFileIsWritten()
 {
     QFETCH(bool, closed);
     QFETCH(bool, linked);
@@ -300,7 +300,7 @@ void TestFileReplacement::aWriteOnlyFileIsWritten()
     QCOMPARE(fileBytes(file), QByteArray("new"));
 }
 
-void TestFileReplacement::aReadOnlyFileIsSkipped()
+void TestOverwriteFile::aReadOnlyFileIsSkipped()
 {
     QVERIFY(giveToChild(file) && giveToChild(folder->path()) && setMode(file, 0444));
     QCOMPARE(runWithoutRights([this] { return overwrite(); }), 0);
@@ -308,7 +308,7 @@ void TestFileReplacement::aReadOnlyFileIsSkipped()
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }
 
-void TestFileReplacement::whatCannotBeKeptIsNotWrittenInPlace()
+void TestOverwriteFile::whatCannotBeKeptIsNotWrittenInPlace()
 {
     QVERIFY(linkHard(file, folder->path("other name")));
     for (const QString& bad : {QString(), file, folder->path("missing")})
@@ -319,24 +319,7 @@ void TestFileReplacement::whatCannotBeKeptIsNotWrittenInPlace()
                       << "other name");
 }
 
-// The only one is that of the file which keeps the old bytes.
-void TestFileReplacement::withoutAHandleToSpareNothingIsWrittenInPlace()
-{
-    QVERIFY(linkHard(file, folder->path("other name")));
-    const int lowestFree = ::dup(0);
-    QVERIFY(lowestFree >= 0 && ::close(lowestFree) == 0);
-    rlimit before;
-    getrlimit(RLIMIT_NOFILE, &before);
-    const rlimit one = {rlim_t(lowestFree) + 1, before.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &one);
-    const bool written = overwrite();
-    setrlimit(RLIMIT_NOFILE, &before);
-    QVERIFY(!written);
-    QCOMPARE(fileBytes(file), QByteArray("old"));
-    QCOMPARE(filesIn(keep->path()), QStringList());
-}
-
-void TestFileReplacement::aFailedWriteLeavesTheOldBytes_data()
+void TestOverwriteFile::aFailedWriteLeavesTheOldBytes_data()
 {
     QTest::addColumn<QByteArray>("old");
     QTest::addColumn<bool>("linked");
@@ -346,7 +329,7 @@ void TestFileReplacement::aFailedWriteLeavesTheOldBytes_data()
     QTest::newRow("while the old ones are kept") << kTooMuch.left(3000) << true;
 }
 
-void TestFileReplacement::aFailedWriteLeavesTheOldBytes()
+void TestOverwriteFile::aFailedWriteLeavesTheOldBytes()
 {
     QFETCH(QByteArray, old);
     QFETCH(bool, linked);
@@ -355,7 +338,7 @@ void TestFileReplacement::aFailedWriteLeavesTheOldBytes()
     const QStringList kept = filesIn(keep->path());
     const auto fail = [this] {
         ::signal(SIGXFSZ, SIG_IGN);
-        return limitFileSize(kLimit) && (writeFileBeside(file, kTooMuch) || overwrite(kTooMuch));
+        return limitFileSize(kLimit) && (writeWholeFile(file, kTooMuch) || overwrite(kTooMuch));
     };
     QCOMPARE(runInChild(fail), 0);
     QCOMPARE(fileBytes(file), old);
@@ -378,7 +361,7 @@ void TestFileReplacement::aFailedWriteDoesNotEmptyAFileThatMayNotBeRead()
 }
 
 // The first bytes beyond the limit end the process.
-void TestFileReplacement::aCrashInPlaceLeavesTheOldBytesInTheKeepFolder()
+void TestOverwriteFile::aCrashInPlaceLeavesTheOldBytesInTheKeepFolder()
 {
     writeFile(file, kFits);
     QVERIFY(linkHard(file, folder->path("other name")));
@@ -390,7 +373,7 @@ void TestFileReplacement::aCrashInPlaceLeavesTheOldBytesInTheKeepFolder()
     QCOMPARE(fileBytes(keep->path(kept.at(0))), kFits);
 }
 
-void TestFileReplacement::aCrashBesideLeavesTheFile()
+void TestOverwriteFile::aCrashBesideLeavesTheFile()
 {
     QCOMPARE(runInChild([this] { return limitFileSize(kLimit) && overwrite(kTooMuch); }), -SIGXFSZ);
     QCOMPARE(fileBytes(file), QByteArray("old"));
@@ -398,5 +381,5 @@ void TestFileReplacement::aCrashBesideLeavesTheFile()
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }
 
-QTEST_MAIN(TestFileReplacement)
-#include "test_file_replacement.moc"
+QTEST_MAIN(TestOverwriteFile)
+#include "test_overwrite_file.moc"

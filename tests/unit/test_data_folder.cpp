@@ -1,47 +1,17 @@
 #include "frame_fixture.h"
 
-#include "ground/data_files.h"
+#include "ground/data_folder.h"
 
 #include <QtTest>
 
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#include <unistd.h>
-#endif
-
 using namespace quillon;
 
-#ifdef Q_OS_UNIX
-// While it lives, no file of this process can grow past a number of bytes: a disk that is full.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        m_handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit = {bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handlerBefore);
-    }
-
-private:
-    rlimit m_before;
-    void (*m_handlerBefore)(int);
-};
-#endif
-
-class TestDataFiles : public QObject {
+class TestDataFolder : public QObject {
     Q_OBJECT
 
 private slots:
     void cleanup()
     {
-        closeDat();
         locateDataFiles(); // without an application: no paths
     }
 
@@ -108,14 +78,6 @@ private slots:
         QFETCH(QString, tempPath);
         QFETCH(QString, key);
         QCOMPARE(installationKeyFor(tempPath), key);
-    }
-
-    void hashStartsAt5381AndTakesBytesAsSigned()
-    {
-        QCOMPARE(djb2Hash("", 0), quint32(5381));
-        QCOMPARE(djb2Hash("a", 1), quint32(5381 * 33 + 97));
-        QCOMPARE(djb2Hash("\xff", 1), quint32(5381 * 33 - 1));
-        QCOMPARE(djb2Hash("\0a", 2), quint32(5381 * 33 * 33 + 97));
     }
 
     void namesTheFourFilesAndTheCustomFolder()
@@ -203,161 +165,7 @@ private slots:
         QCOMPARE(fileBytes(dataFiles().ranks), QByteArray("new"));
         QCOMPARE(fileBytes(dataFiles().settings), QByteArray("s"));
     }
-
-    void writesAndReadsValuesAsTheyLieInMemory()
-    {
-        TempFolder folder;
-        const QString path = folder.path("x.dat");
-        QVERIFY(openDatForWriting(path));
-        QCOMPARE(int(datState()), 2);
-        writeDatField(qint32(-2));
-        writeDatField(quint8(7));
-        writeDatField(0.5f);
-        closeDat();
-        QCOMPARE(int(datState()), 0);
-        QCOMPARE(fileBytes(path), QByteArray("\xfe\xff\xff\xff\x07\x00\x00\x00\x3f", 9));
-
-        qint32 number = 0;
-        quint8 byte = 0;
-        float part = 0;
-        QVERIFY(openDatForReading(path));
-        QCOMPARE(int(datState()), 1);
-        readDatField(&number);
-        readDatField(&byte);
-        readDatField(&part);
-        closeDat();
-        QCOMPARE(number, qint32(-2));
-        QCOMPARE(int(byte), 7);
-        QCOMPARE(part, 0.5f);
-        QCOMPARE(filesIn(folder.path()), QStringList("x.dat"));
-    }
-
-    void shortReadLeavesTheRestOfTheField()
-    {
-        TempFolder folder;
-        writeFile(folder.path("x.dat"), QByteArray("\x11\x22", 2));
-        QVERIFY(openDatForReading(folder.path("x.dat")));
-        quint32 field = 0xaabbccdd;
-        readDatField(&field);
-        QCOMPARE(field, quint32(0xaabb2211));
-        readDatField(&field);
-        QCOMPARE(field, quint32(0xaabb2211));
-    }
-
-    void failureToOpenLeavesTheState()
-    {
-        TempFolder folder;
-        QVERIFY(!openDatForReading(folder.path("missing")));
-        QVERIFY(!openDatForWriting(folder.path("missing/x")));
-        QVERIFY(!openDatForWriting(folder.path())); // a folder
-        QCOMPARE(int(datState()), 0);
-        writeFile(folder.path("x.dat"), "abcd");
-        QVERIFY(openDatForReading(folder.path("x.dat")));
-        QVERIFY(!openDatForWriting(folder.path("missing/x")));
-        QCOMPARE(int(datState()), 1);
-        quint32 field = 0;
-        readDatField(&field);
-        QCOMPARE(field, quint32(0x64636261));
-        QCOMPARE(filesIn(folder.path()), QStringList("x.dat"));
-    }
-
-    void oneFileIsOpenAtATime()
-    {
-        TempFolder folder;
-        writeFile(folder.path("x.dat"), "abcd");
-        QVERIFY(openDatForWriting(folder.path("y.dat")));
-        writeDatField(quint8('y'));
-        QVERIFY(openDatForReading(folder.path("x.dat")));
-        QCOMPARE(int(datState()), 1);
-        QCOMPARE(fileBytes(folder.path("y.dat")), QByteArray("y"));
-        QVERIFY(openDatForWriting(folder.path("z.dat")));
-        QCOMPARE(int(datState()), 2);
-        closeDat();
-        closeDat();
-        QCOMPARE(int(datState()), 0);
-        QCOMPARE(filesIn(folder.path()),
-            QStringList() << "x.dat"
-                          << "y.dat"
-                          << "z.dat");
-    }
-
-    void aShorterFileReplacesALongerOne()
-    {
-        TempFolder folder;
-        writeFile(folder.path("x.dat"), QByteArray(100000, 'x'));
-        QVERIFY(openDatForWriting(folder.path("x.dat")));
-        writeDatField(quint8('y'));
-        QCOMPARE(fileBytes(folder.path("x.dat")).size(), 100000); // not before it is whole
-        closeDat();
-        QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("y"));
-    }
-
-#ifdef Q_OS_UNIX
-    void fullDiskKeepsTheOlderFile_data()
-    {
-        QTest::addColumn<int>("bytes");
-        QTest::newRow("less than the file buffer") << 4000;
-        QTest::newRow("more than the file buffer") << 400000;
-    }
-    void fullDiskKeepsTheOlderFile()
-    {
-        QFETCH(int, bytes);
-        TempFolder folder;
-        writeFile(folder.path("x.dat"), "older");
-        {
-            FullDisk full(2000);
-            QVERIFY(openDatForWriting(folder.path("x.dat")));
-            for (int i = 0; i < bytes; ++i)
-                writeDatField(quint8('n'));
-            closeDat();
-        }
-        QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("older"));
-        QCOMPARE(filesIn(folder.path()), QStringList("x.dat"));
-    }
-
-    void oneLongWriteOnAFullDiskKeepsTheOlderFile()
-    {
-        TempFolder folder;
-        writeFile(folder.path("x.dat"), "older");
-        const QByteArray block(400000, 'n');
-        {
-            FullDisk full(2000);
-            QVERIFY(openDatForWriting(folder.path("x.dat")));
-            writeDat(block.constData(), block.size());
-            closeDat();
-        }
-        QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("older"));
-    }
-
-    void aFailureIsForgottenByTheNextFile()
-    {
-        TempFolder folder;
-        {
-            FullDisk full(0);
-            QVERIFY(openDatForWriting(folder.path("x.dat")));
-            writeDatField(quint8('n'));
-            closeDat();
-        }
-        QVERIFY(filesIn(folder.path()).isEmpty());
-        QVERIFY(openDatForWriting(folder.path("x.dat")));
-        writeDatField(quint8('y'));
-        closeDat();
-        QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("y"));
-    }
-
-    void writesThroughALink()
-    {
-        TempFolder folder;
-        writeFile(folder.path("real.dat"), "older");
-        QVERIFY(QFile::link(folder.path("real.dat"), folder.path("link.dat")));
-        QVERIFY(openDatForWriting(folder.path("link.dat")));
-        writeDatField(quint8('y'));
-        closeDat();
-        QVERIFY(QFileInfo(folder.path("link.dat")).isSymLink());
-        QCOMPARE(fileBytes(folder.path("real.dat")), QByteArray("y"));
-    }
-#endif
 };
 
-QTEST_MAIN(TestDataFiles)
-#include "test_data_files.moc"
+QTEST_MAIN(TestDataFolder)
+#include "test_data_folder.moc"

@@ -1,0 +1,57 @@
+// dat_file.h - reading and writing of the plug-in's .dat files.
+// Little-endian, packed, values as they lie in memory. Both are values for the stack: any number of
+// files may be open, and a file is written when its bytes are all there (whole_file.h).
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <type_traits>
+
+namespace quillon {
+
+template <typename T> struct IsDatField {
+    static constexpr bool value = std::is_arithmetic<T>::value && !std::is_same<T, bool>::value;
+};
+
+class DatReader {
+public:
+    explicit DatReader(const QString& path);
+
+    bool isOpen() const;
+    qint64 bytesLeft() const; // of the size that the file had when it was opened
+    bool isWhole() const; // false once a read has found less than it asked for
+
+    // A short read leaves the rest of the field as it was.
+    void read(void* field, int bytes);
+    template <typename T> void readField(T* field)
+    {
+        static_assert(IsDatField<T>::value, "a plain number");
+        read(field, int(sizeof(T)));
+    }
+
+private:
+    QFile m_file;
+    qint64 m_left;
+    bool m_whole;
+};
+
+class DatWriter {
+public:
+    void reserve(int bytes); // room for a file whose size is known
+    void write(const void* field, int bytes);
+    template <typename T> void writeField(const T& field)
+    {
+        static_assert(IsDatField<T>::value, "a plain number");
+        write(&field, int(sizeof(T)));
+    }
+
+    // All that was written, as the content of the file. False: the file is as it was.
+    bool save(const QString& path) const;
+
+private:
+    QByteArray m_bytes;
+};
+
+} // namespace quillon

@@ -1,0 +1,35 @@
+// whole_file.h - gives files new bytes so that a failure leaves the old ones.
+//
+// Beside: the bytes go into a new file named path + ".new" and are flushed to the disk; then it
+// takes the path in one step, so that a reader finds the old or the new bytes at any time, also
+// after a crash. Whatever lay at the new file's name is removed first: a leftover of a crash, or a
+// link, behind which nothing must be written; a folder there is left, and stands in the way.
+// In place: the bytes are written over the old ones, so that links to the file, its owner and its
+// folder stay as they are. The old bytes lie in a file of their own meanwhile.
+// Owns: nothing. Errors: false; the file then has its old bytes, and nothing lies beside it.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace quillon {
+
+// Beside, whether there was such a file before or not. A link at the path is followed: what it
+// leads to is replaced. False also when something is there that is no plain file or that this user
+// may not write.
+bool writeWholeFile(const QString& path, const QByteArray& bytes);
+
+// Gives a file that is there new bytes. One that is not there, or no longer, is not created, and a
+// link, a folder or what else is no plain file is left alone. Written beside if the file has one
+// name only and the new one gets its owner, group and permissions; else, or if the folder takes no
+// new file, in place. The old bytes are then kept in keepFolder until all is done, and if they
+// cannot be, nothing is written; bytes that this user may not read cannot be kept.
+bool overwriteFile(const QString& path, const QByteArray& bytes, const QString& keepFolder);
+
+// For files that nobody misses: straight into the file. False leaves it cut short.
+bool writePlainFile(const QString& path, const QByteArray& bytes);
+
+// Puts a finished file in another's place in one step. False leaves both as they were.
+bool replaceFile(const QString& finished, const QString& target);
+
+} // namespace quillon
