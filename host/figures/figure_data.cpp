@@ -1,6 +1,6 @@
-#include "figure_data.h"
+#include "host/figures/figure_data.h"
 
-#include "json_text.h"
+#include "host/figures/json_text.h"
 
 #include <QCoreApplication>
 #include <QDir>

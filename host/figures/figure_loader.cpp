@@ -1,4 +1,4 @@
-#include "figure_loader.h"
+#include "host/figures/figure_loader.h"
 
 #include "dzbone.h"
 #include "dzerclink.h"

@@ -4,7 +4,7 @@
 // Errors: null and *why as "file: text". GUI thread only.
 #pragma once
 
-#include "figure_data.h"
+#include "host/figures/figure_data.h"
 
 class DzFigure;
 

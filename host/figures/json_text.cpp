@@ -1,4 +1,4 @@
-#include "json_text.h"
+#include "host/figures/json_text.h"
 
 #if QT_VERSION >= 0x050000
 #include <QJsonDocument>

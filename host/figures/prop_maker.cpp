@@ -1,4 +1,4 @@
-#include "prop_maker.h"
+#include "host/figures/prop_maker.h"
 
 #include "dznode.h"
 #include "dzobject.h"

@@ -1,8 +1,8 @@
-#include "content_library_pane.h"
+#include "host/posebench/content_library_pane.h"
 
-#include "dark_theme.h"
-#include "pose_preset_io.h"
-#include "scene_commands.h"
+#include "host/posebench/dark_theme.h"
+#include "host/posebench/pose_preset_io.h"
+#include "host/posebench/scene_commands.h"
 
 #include "dzapp.h"
 #include "dzcontentmgr.h"

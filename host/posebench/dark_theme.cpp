@@ -1,4 +1,4 @@
-#include "dark_theme.h"
+#include "host/posebench/dark_theme.h"
 
 #include <QApplication>
 #include <QPalette>

@@ -1,11 +1,11 @@
-#include "host_menus.h"
+#include "host/posebench/host_menus.h"
 
-#include "content_library_pane.h"
-#include "plugin_list_dialog.h"
-#include "pose_preset_io.h"
-#include "posebench_window.h"
-#include "scene_commands.h"
-#include "viewport.h"
+#include "host/posebench/content_library_pane.h"
+#include "host/posebench/plugin_list_dialog.h"
+#include "host/posebench/pose_preset_io.h"
+#include "host/posebench/posebench_window.h"
+#include "host/posebench/scene_commands.h"
+#include "host/posebench/viewport.h"
 
 #include "host/figures/figure_data.h"
 

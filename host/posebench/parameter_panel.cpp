@@ -1,6 +1,6 @@
-#include "parameter_panel.h"
+#include "host/posebench/parameter_panel.h"
 
-#include "dark_theme.h"
+#include "host/posebench/dark_theme.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"

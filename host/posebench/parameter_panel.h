@@ -5,7 +5,7 @@
 #pragma once
 
 #include "dzpane.h"
-#include "parameter_rows.h"
+#include "host/posebench/parameter_rows.h"
 
 #include <QAbstractScrollArea>
 #include <QPointer>

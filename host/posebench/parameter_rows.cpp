@@ -1,4 +1,4 @@
-#include "parameter_rows.h"
+#include "host/posebench/parameter_rows.h"
 
 #include "dzfloatproperty.h"
 #include "dzmorph.h"

@@ -1,4 +1,4 @@
-#include "plugin_list_dialog.h"
+#include "host/posebench/plugin_list_dialog.h"
 
 #include "dzapp.h"
 #include "dzplugin.h"

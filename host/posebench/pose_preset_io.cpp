@@ -1,4 +1,4 @@
-#include "pose_preset_io.h"
+#include "host/posebench/pose_preset_io.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"

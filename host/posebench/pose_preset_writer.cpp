@@ -1,5 +1,5 @@
 // Writing of pose presets: tabs, a blank before and after each colon, every entry as four lines.
-#include "pose_preset_io.h"
+#include "host/posebench/pose_preset_io.h"
 
 #include "dzapp.h"
 #include "dzbone.h"

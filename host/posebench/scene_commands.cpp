@@ -1,4 +1,4 @@
-#include "scene_commands.h"
+#include "host/posebench/scene_commands.h"
 
 #include "host/figures/figure_loader.h"
 #include "host/figures/prop_maker.h"

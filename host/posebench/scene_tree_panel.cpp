@@ -1,4 +1,4 @@
-#include "scene_tree_panel.h"
+#include "host/posebench/scene_tree_panel.h"
 
 #include "dzbone.h"
 #include "dzscene.h"

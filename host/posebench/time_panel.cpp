@@ -1,6 +1,6 @@
-#include "time_panel.h"
+#include "host/posebench/time_panel.h"
 
-#include "dark_theme.h"
+#include "host/posebench/dark_theme.h"
 
 #include "dzfloatproperty.h"
 #include "dzscene.h"

@@ -1,7 +1,7 @@
-#include "viewport.h"
+#include "host/posebench/viewport.h"
 
-#include "dark_theme.h"
-#include "scene_commands.h"
+#include "host/posebench/dark_theme.h"
+#include "host/posebench/scene_commands.h"
 
 #include "dznode.h"
 #include "dzscene.h"

@@ -5,8 +5,8 @@
 // While it moves it is drawn with fewer samples and sharpened when it rests.
 #pragma once
 
-#include "camera.h"
-#include "figure_renderer.h"
+#include "host/body/camera.h"
+#include "host/body/figure_renderer.h"
 
 #include <QPoint>
 #include <QTimer>

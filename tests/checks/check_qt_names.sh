@@ -7,7 +7,7 @@ cd "$1"
 . "$here/sources.sh"
 
 mapfile -t files < <(list_sources plugin pane services finder posefile figure ground art host |
-    grep -v '^host/posebench/')
+    grep -vE '^host/(body|posebench|driver)/')
 [ ${#files[@]} -gt 0 ] || { echo "no source files in $1" >&2; exit 1; }
 findings=$(awk -f "$here/strip.awk" -f "$here/qt_statements.awk" "${files[@]}")
 

@@ -1,12 +1,16 @@
 # includes.awk - who may include whom. Rooms: plugin > pane > services > finder > posefile > figure
 # > ground > host SDK, each may include itself and what stands right of it; so may every room the
 # record of pane/page_state.h. Tables of art/ are the pane's. Nothing but host/, tests/ and bench/
-# includes host/ by path; host/ includes no plug-in file.
+# includes host/ by path; host/ includes no plug-in file. Its wings: driver > posebench > body >
+# figures > dzcore, in full paths but for dzcore's headers.
 # Variable sdk: the names of the SDK's headers, separated by blanks.
 BEGIN {
     count = split("ground figure posefile finder services pane plugin", rooms)
     for (i = 1; i <= count; i++)
         rank[rooms[i]] = i
+    count = split("dzcore figures body posebench driver", wings)
+    for (i = 1; i <= count; i++)
+        wing_rank[wings[i]] = i
     shared["pane/page_state.h"] = 1
     count = split(sdk, names)
     for (i = 1; i <= count; i++)
@@ -21,6 +25,23 @@ function finding(text) {
 function file_name(path) {
     sub(/^.*\//, "", path)
     return path
+}
+
+function wing_of(path) {
+    sub(/^host\//, "", path)
+    sub(/\/.*/, "", path)
+    return path
+}
+
+function check_wing(wing, path, to) {
+    if (to in rank || to == "art" || to == "tests" || to == "bench")
+        finding("host/ includes nothing of the plug-in: " path)
+    else if (wing == "dzcore" && to != "")
+        finding("dzcore includes only its own headers: " path)
+    else if (to == "host" && wing_rank[wing_of(path)] > wing_rank[wing])
+        finding("host/" wing "/ includes upwards: " path)
+    else if (to == "" && path !~ /\.moc$/ && path !~ /^dz/)
+        finding("headers of host/ are included with their folder: " path)
 }
 
 function check_room(room, path, to) {
@@ -54,9 +75,6 @@ FNR == 1 {
         else if (path !~ /\.moc$/ && !host_header[path])
             finding("\"" path "\" is no header of the SDK; project headers are included with their folder")
     } else if (room == "host") {
-        if (to in rank || to == "art" || to == "tests" || to == "bench")
-            finding("host/ includes nothing of the plug-in: " path)
-        else if (FILENAME ~ /^host\/dzcore\// && to != "")
-            finding("dzcore includes only its own headers: " path)
+        check_wing(wing_of(FILENAME), path, to)
     }
 }

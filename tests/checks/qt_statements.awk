@@ -77,7 +77,7 @@ FNR == 1 {
     for (name in kind)
         delete kind[name]
     moc = FILENAME ~ /\.h$/ && has_q_object(FILENAME)
-    may_ask = FILENAME ~ /(^|\/)(pane\/qt_compat\.h|host\/figures\/json_text\.(h|cpp))$/
+    may_ask = FILENAME ~ /(^|\/)(ground\/qt_compat\.h|host\/figures\/json_text\.(h|cpp))$/
 }
 
 {

@@ -12,7 +12,7 @@ failures=0
 fresh_tree() {
     rm -rf "$work"
     mkdir -p "$work"/{plugin,pane,services,finder,posefile,figure,ground,art,tests}
-    mkdir -p "$work"/host/{dzcore,posebench,figures}
+    mkdir -p "$work"/host/{dzcore,figures,body,posebench,driver}
     printf '// dznode.h - a thing with a place.\n#pragma once\n' >"$work/host/dzcore/dznode.h"
     printf '// dzhostcalls.h - a hook.\n// Not part of the interface.\n#pragma once\n' \
         >"$work/host/dzcore/dzhostcalls.h"
@@ -130,7 +130,7 @@ QPixmap icon; icon.load(path);
 QVector<int> v; v.resize(3); v.remove(0);
 enum class Kind { A, B };
 ROWS
-accepts qt_names host/posebench/main.cpp 'QJsonObject object; connect(a, &A::b, c, &C::d);'
+accepts qt_names host/driver/main.cpp 'QJsonObject object; connect(a, &A::b, c, &C::d);'
 accepts qt_names tests/test_x.cpp 'QStringLiteral("x");'
 accepts qt_names ground/qt_compat.h '// qt_compat.h - x\n#pragma once\n#if QT_VERSION >= 0x050000'
 
@@ -149,7 +149,10 @@ refuses includes pane/hover.cpp '#include "../figure/quat.h"'
 refuses includes pane/hover.cpp '#include "tests/unit/nearly.h"'
 refuses includes host/dzcore/dznode.cpp '#include "figure/quat.h"'
 refuses includes host/dzcore/dznode.cpp '#include "host/posebench/window.h"'
-refuses includes host/posebench/main.cpp '#include "pane/page_state.h"'
+refuses includes host/body/raster.cpp '#include "host/posebench/window.h"'
+refuses includes host/posebench/window.cpp '#include "host/driver/script_engine.h"'
+refuses includes host/posebench/window.cpp '#include "camera.h"'
+refuses includes host/driver/main.cpp '#include "pane/page_state.h"'
 accepts includes figure/quat.cpp '#include "pane/page_state.h"'
 accepts includes figure/quat.cpp '#include "ground/data_folder.h"'
 accepts includes figure/quat.cpp '#include "dznode.h"'
@@ -158,8 +161,9 @@ accepts includes pane/hover.cpp '#include "finder/pose_index.h"'
 accepts includes pane/hover.cpp '#include "art/atlas_table.h"'
 accepts includes plugin/plugin_definition.cpp '#include "pane/dzquillonpane.h"'
 accepts includes plugin/plugin_definition.cpp '#include "plugin_definition.moc"'
-accepts includes host/posebench/main.cpp '#include "dzhostcalls.h"'
-accepts includes tests/test_x.cpp '#include "host/posebench/command_line.h"'
+accepts includes host/driver/main.cpp '#include "dzhostcalls.h"'
+accepts includes host/driver/main.cpp '#include "host/figures/figure_data.h"'
+accepts includes tests/test_x.cpp '#include "host/driver/command_line.h"'
 
 # ---- headers that cannot be read alone
 refuses headers pane/hover.h '#pragma once\nint x();'

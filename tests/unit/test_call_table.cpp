@@ -1,4 +1,4 @@
-#include "host/posebench/call_table.h"
+#include "host/driver/call_table.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -56,7 +56,7 @@ void TestCallTable::hasARowForEachMarkOfTheHost()
 void TestCallTable::hasARowForEachNameOfTheFileCalls()
 {
     QCOMPARE(sorted(callNames(CallKind::File)),
-        namesIn({QUILLON_SOURCE_DIR "/host/posebench/file_calls.cpp"}, "fails\\(\"(\\w+)\""));
+        namesIn({QUILLON_SOURCE_DIR "/host/driver/file_calls.cpp"}, "fails\\(\"(\\w+)\""));
 }
 
 void TestCallTable::namesAreUnique()

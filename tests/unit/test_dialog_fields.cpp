@@ -1,4 +1,4 @@
-#include "host/posebench/dialog_fields.h"
+#include "host/driver/dialog_fields.h"
 
 #include <QCheckBox>
 #include <QComboBox>

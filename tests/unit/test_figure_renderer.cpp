@@ -1,6 +1,6 @@
-#include "host/posebench/body_mesh.h"
-#include "host/posebench/figure_renderer.h"
-#include "host/posebench/raster.h"
+#include "host/body/body_mesh.h"
+#include "host/body/figure_renderer.h"
+#include "host/body/raster.h"
 
 #include "host/figures/figure_loader.h"
 #include "host/figures/prop_maker.h"

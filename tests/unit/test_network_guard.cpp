@@ -1,5 +1,5 @@
-#include "host/posebench/command_line.h"
-#include "host/posebench/network_guard.h"
+#include "host/driver/command_line.h"
+#include "host/driver/network_guard.h"
 
 #include <QElapsedTimer>
 #include <QNetworkAccessManager>

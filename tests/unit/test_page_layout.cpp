@@ -1,5 +1,5 @@
 // Geometry of the pages: painted and hit-tested rectangles come from one table.
-#include "host/posebench/paint_recorder.h"
+#include "host/driver/paint_recorder.h"
 #include "pane/artwork.h"
 #include "pane/button_state.h"
 #include "pane/hover.h"

@@ -1,5 +1,5 @@
-#include "host/posebench/paint_counter.h"
-#include "host/posebench/paint_recorder.h"
+#include "host/driver/paint_counter.h"
+#include "host/driver/paint_recorder.h"
 
 #include <QLabel>
 #include <QPainter>

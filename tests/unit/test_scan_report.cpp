@@ -1,4 +1,4 @@
-#include "host/posebench/scan_report.h"
+#include "host/driver/scan_report.h"
 
 #include <QtTest>
 

@@ -1,0 +1,28 @@
+// scene_mesh.h - the scene at the current time as lit triangles in the world.
+#pragma once
+
+#include "host/body/camera.h"
+#include "host/body/raster.h"
+
+#include <vector>
+
+class DzNode;
+
+namespace quillon {
+
+struct SceneVertex {
+    DzVec3 position; // world, cm
+    Rgb color, paint; // lit
+    float cover; // as in raster.h
+};
+
+struct SceneMesh {
+    std::vector<SceneVertex> vertices;
+    std::vector<int> triangles; // three vertices each, counter-clockwise from outside
+    std::vector<int> ids; // one a triangle: index into nodes
+    std::vector<DzNode*> nodes;
+};
+
+SceneMesh sceneMesh(const View& view, bool highlight);
+
+} // namespace quillon
