@@ -50,8 +50,10 @@ public:
     {
         if (child == 0)
             return QAccessibleWidget::role(0);
-        const int button = description(child).button;
-        return button == LinkButton ? Link : isSwitch(button) ? CheckBox : PushButton;
+        const ButtonRow* row = description(child).row;
+        if (!row)
+            return NoRole;
+        return row->look == Look::Link ? Link : isSwitch(*row) ? CheckBox : PushButton;
     }
     State state(int child) const override
     {
@@ -66,7 +68,7 @@ private:
         const std::vector<ButtonDescription> list = describeButtons(widget()->size());
         if (child >= 1 && child <= int(list.size()))
             return list[size_t(child) - 1];
-        return {kNoButton, QString(), QRect(), false, false};
+        return {nullptr, QString(), QRect(), false, false};
     }
 };
 

@@ -16,9 +16,9 @@ namespace {
 // One painted button. Lives in the toolkit's registry as long as the pane's interface does.
 class ButtonInterface : public QAccessibleInterface {
 public:
-    ButtonInterface(QWidget* pane, int button)
+    ButtonInterface(QWidget* pane, const ButtonRow* row)
         : m_pane(pane)
-        , m_button(button)
+        , m_row(row)
     {
     }
 
@@ -64,15 +64,15 @@ public:
     }
     QAccessible::Role role() const override
     {
-        return m_button == LinkButton ? QAccessible::Link
-            : isSwitch(m_button)      ? QAccessible::CheckBox
-                                      : QAccessible::Button;
+        return m_row->look == Look::Link ? QAccessible::Link
+            : isSwitch(*m_row)           ? QAccessible::CheckBox
+                                         : QAccessible::Button;
     }
     QAccessible::State state() const override
     {
         const ButtonDescription d = description();
         QAccessible::State state;
-        state.invisible = d.button == kNoButton; // of another page
+        state.invisible = !d.row; // of another page
         state.checkable = d.checkable;
         state.checked = d.checked;
         return state;
@@ -83,13 +83,13 @@ private:
     {
         if (m_pane)
             for (const ButtonDescription& d : describeButtons(m_pane->size()))
-                if (d.button == m_button)
+                if (d.row == m_row)
                     return d;
-        return {kNoButton, QString(), QRect(), false, false};
+        return {nullptr, QString(), QRect(), false, false};
     }
 
     QPointer<QWidget> m_pane;
-    int m_button;
+    const ButtonRow* m_row;
 };
 
 class PaneInterface : public QAccessibleWidget {
@@ -111,7 +111,7 @@ public:
     QAccessibleInterface* child(int index) const override
     {
         const std::vector<ButtonDescription> list = describeButtons(widget()->size());
-        return index >= 0 && index < int(list.size()) ? interfaceOf(list[size_t(index)].button)
+        return index >= 0 && index < int(list.size()) ? interfaceOf(list[size_t(index)].row)
                                                       : nullptr;
     }
     int indexOfChild(const QAccessibleInterface* child) const override
@@ -126,12 +126,12 @@ public:
         const QPoint position = widget()->mapFromGlobal(QPoint(x, y));
         for (const ButtonDescription& d : describeButtons(widget()->size()))
             if (d.rect.contains(position))
-                return interfaceOf(d.button);
+                return interfaceOf(d.row);
         return nullptr;
     }
 
 private:
-    QAccessibleInterface* interfaceOf(int button) const
+    QAccessibleInterface* interfaceOf(const ButtonRow* button) const
     {
         const auto found = m_buttons.find(button);
         if (found != m_buttons.end())
@@ -141,7 +141,7 @@ private:
         return made;
     }
 
-    mutable std::map<int, QAccessible::Id> m_buttons;
+    mutable std::map<const ButtonRow*, QAccessible::Id> m_buttons;
 };
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object)

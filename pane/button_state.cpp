@@ -1,67 +1,76 @@
 #include "pane/button_state.h"
 
 #include "finder/pose_ranks.h"
+#include "ground/plugin_settings.h"
 #include "pane/hover.h"
 #include "pane/page_state.h"
-#include "ground/plugin_settings.h"
 #include "pane/tool_tips.h"
 
-#include <QStringList>
+#include <algorithm>
 
 namespace quillon {
 
-static bool isPartLock(int button)
+int buttonState(const ButtonRow& row)
 {
-    return button >= FirstLockButton && button < FirstLockButton + kPartLockCount;
+    return row.state ? row.state(row.which) : 0;
 }
 
-static bool isRankFilter(int button)
+bool isSwitch(const ButtonRow& row)
 {
-    return button >= FirstRankFilterButton && button < FirstRankFilterButton + 4;
+    return row.look == Look::Switch || row.look == Look::Square;
 }
 
-static bool isArea(int button)
+int alwaysOne(int)
 {
-    return button >= FirstAreaButton && button < FirstAreaButton + kBodyAreaCount;
+    return 1;
 }
 
-int buttonState(int button)
+int areaState(int area)
 {
-    const PluginSettings& s = pluginSettings();
-    if (isPartLock(button))
-        return s.partLocks[button - FirstLockButton];
-    if (isRankFilter(button))
-        return s.rankFilter >> (button - FirstRankFilterButton) & 1;
-    if (isArea(button))
-        return s.similarity[button - FirstAreaButton];
-    switch (button) {
-    case BackButton:
-        return currentPage() == BrowsingPage;
-    case IncludeFemaleButton:
-        return s.includeFemale;
-    case IncludeMaleButton:
-        return s.includeMale;
-    case MirrorButton:
-        return pageState().mirrored;
-    case ReferenceButton:
-        return pageState().referenceOverlay;
-    case RankButton:
-        return qBound(int(Unranked), int(s.currentRank), int(CustomLibraryPose));
-    case FolderButton:
-        return s.currentRank == CustomLibraryPose;
-    case LinkButton:
-        return currentPage() == BrowsingPage;
-    default:
-        return 0;
-    }
+    return pluginSettings().similarity[area];
 }
 
-bool isSwitch(int button)
+int femaleState(int)
 {
-    return isPartLock(button) || isRankFilter(button) || isArea(button)
-        || button == IncludeFemaleButton || button == IncludeMaleButton || button == MirrorButton
-        || button == ReferenceButton;
+    return pluginSettings().includeFemale;
 }
+
+int maleState(int)
+{
+    return pluginSettings().includeMale;
+}
+
+int mirroredState(int)
+{
+    return pageState().mirrored;
+}
+
+int rankState(int)
+{
+    return qBound(int(Unranked), int(pluginSettings().currentRank), int(CustomLibraryPose));
+}
+
+int partLockState(int part)
+{
+    return pluginSettings().partLocks[part];
+}
+
+int folderState(int)
+{
+    return pluginSettings().currentRank == CustomLibraryPose;
+}
+
+int referenceState(int)
+{
+    return pageState().referenceOverlay;
+}
+
+int rankFilterState(int rank)
+{
+    return pluginSettings().rankFilter >> rank & 1;
+}
+
+// ---- for those who do not see the picture
 
 static QString nameFromTip(const QString& tip)
 {
@@ -69,24 +78,26 @@ static QString nameFromTip(const QString& tip)
     return text.replace(QLatin1String("\r\n"), QLatin1String(" ")).simplified();
 }
 
-static void append(std::vector<ButtonDescription>* list, Page page, int button, const QRect& rect)
+// The squares are read out after the other buttons, and the link at the end.
+static int readingOrder(const ButtonRow& row)
 {
-    const QString name = nameFromTip(toolTip(page, button));
-    if (!name.isEmpty()) // wells without a command have no tip
-        list->push_back(
-            {button, name, rect, isSwitch(button), isSwitch(button) && buttonState(button) == 1});
+    return row.look == Look::Link ? 2 : row.look == Look::Square ? 1 : 0;
 }
 
 std::vector<ButtonDescription> describeButtons(const QSize& pane)
 {
-    const Page page = currentPage();
     const QPoint pointer = hoverPosition();
     std::vector<ButtonDescription> list;
-    for (const ButtonRow& row : pageButtons(page))
-        append(&list, page, row.number, buttonRect(pane, row, pointer));
-    for (int area = 0; areasShown() && page == BrowsingPage && area < kBodyAreaCount; ++area)
-        append(&list, page, FirstAreaButton + area, areaRect(pane, area, AreaSquare::Hit));
-    append(&list, page, LinkButton, buttonRect(pane, linkRow(page), pointer));
+    for (const ButtonRow* row : pageButtons(currentPage())) {
+        const QString name = nameFromTip(toolTip(row));
+        if (!name.isEmpty()) // wells without a command have no tip
+            list.push_back({row, name, hitRect(pane, *row, pointer), isSwitch(*row),
+                isSwitch(*row) && buttonState(*row) == 1});
+    }
+    std::stable_sort(list.begin(), list.end(),
+        [](const ButtonDescription& a, const ButtonDescription& b) {
+            return readingOrder(*a.row) < readingOrder(*b.row);
+        });
     return list;
 }
 

@@ -12,13 +12,27 @@
 namespace quillon {
 
 // The state of the button's artwork, see AtlasCell.
-int buttonState(int button);
+int buttonState(const ButtonRow& row);
 // Whether the button is a switch: its state 1 means on.
-bool isSwitch(int button);
+bool isSwitch(const ButtonRow& row);
 
-// A button as those see it who do not see the picture.
+// ---- the states that rows of the table name
+
+int alwaysOne(int which);
+int areaState(int area);
+int femaleState(int which);
+int maleState(int which);
+int mirroredState(int which);
+int rankState(int which);
+int partLockState(int part);
+int folderState(int which);
+int referenceState(int which);
+int rankFilterState(int rank);
+
+// ---- for those who do not see the picture
+
 struct ButtonDescription {
-    int button;
+    const ButtonRow* row; // null: no button
     QString name; // the tip's lines in one
     QRect rect; // pixels of the pane
     bool checkable;

@@ -1,6 +1,6 @@
 // command_dispatch.h - what a mouse press on the pane does. All commands of the plug-in start here.
-// A table names for each button its requirement, its operation per click kind, whether the
-// operation is bracketed as one undo step, and the status text for success.
+// The button's row names its requirement, its operation per click kind, whether the operation is
+// bracketed as one undo step, and the status text for success.
 // Owns: nothing between presses. GUI thread only.
 #pragma once
 

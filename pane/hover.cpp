@@ -10,7 +10,7 @@ static const QPoint kNowhere(-100000, -100000);
 
 static QPoint g_position = kNowhere;
 static QString g_tip;
-static int g_enlarged = kNoButton; // number of the enlarged button
+static const ButtonRow* g_enlarged = nullptr;
 
 const QPoint& hoverPosition()
 {
@@ -23,25 +23,22 @@ const QString& hoverTip()
 }
 
 // Plain rectangles of different buttons never overlap.
-static int enlargedButton(const QSize& pane, Page page, const QPoint& position)
+static const ButtonRow* enlargedButton(const QSize& pane, Page page, const QPoint& position)
 {
-    for (const ButtonRow& row : pageButtons(page))
-        if (isEnlarged(pane, row, position))
-            return row.number;
-    for (const ButtonRow* row : {&bannerRow(), &linkRow(page)})
+    for (const ButtonRow* row : pageButtons(page))
         if (isEnlarged(pane, *row, position))
-            return row->number;
-    return kNoButton;
+            return row;
+    return nullptr;
 }
 
 bool updateHover(const QSize& pane, const QPoint& position)
 {
     const Page page = currentPage();
-    int under = buttonAt(pane, page, position, position);
-    if (under == kNoButton)
+    const ButtonRow* under = buttonAt(pane, page, position, position);
+    if (!under)
         under = linkAt(pane, page, position, position);
-    const QString tip = toolTip(page, under);
-    const int enlarged = enlargedButton(pane, page, position);
+    const QString tip = toolTip(under);
+    const ButtonRow* enlarged = enlargedButton(pane, page, position);
     const bool tipHidden = isStatusMessageShown(); // the message stands in its place
     const bool changed = (tip != g_tip && !tipHidden) || enlarged != g_enlarged;
     g_position = position;

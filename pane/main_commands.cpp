@@ -19,9 +19,6 @@
 
 namespace quillon {
 
-static const float kTranslationRange = 0.15f; // cm
-enum LimitParts { BodyPart = 1, FacePart = 2 };
-
 bool memorizeReference(const PressContext&)
 {
     memorizeReferencePose();
@@ -40,15 +37,37 @@ bool openPicker(const PressContext&)
     return true;
 }
 
-bool resetPoseCommand(const PressContext& press)
+bool resetBody(const PressContext& press)
 {
-    resetPose(press.figure, press.kind);
+    resetPose(press.figure, ResetBody);
     return true;
 }
 
-bool optimizeEditingCommand(const PressContext& press)
+bool resetExtremities(const PressContext& press)
 {
-    return optimizeEditing(press.node, press.figure, press.kind);
+    resetPose(press.figure, ResetExtremities);
+    return true;
+}
+
+bool resetSelected(const PressContext& press)
+{
+    resetPose(press.figure, ResetSelected);
+    return true;
+}
+
+bool optimizeForHip(const PressContext& press)
+{
+    return optimizeEditing(press.node, press.figure, HipAsCentre);
+}
+
+bool optimizeForRoot(const PressContext& press)
+{
+    return optimizeEditing(press.node, press.figure, RootAsCentre);
+}
+
+bool optimizeNode(const PressContext& press)
+{
+    return optimizeEditing(press.node, press.figure, NoCentre);
 }
 
 // Mirrors a node at the plane X = 0.
@@ -60,40 +79,55 @@ static void mirrorNode(DzNode* node, DzTime time)
     node->setWSPos(time, DzVec3(-position.m_x, position.m_y, position.m_z));
 }
 
-bool swapCommand(const PressContext& press)
+static bool swap(const PressContext& press, SwapReach reach)
 {
     if (press.figure)
-        return swapOrSymmetrize(press.figure, press.kind, press.time, false);
+        return swapOrSymmetrize(press.figure, reach, press.time, false);
     mirrorNode(press.node, press.time);
     return true;
 }
 
-bool symmetrizeCommand(const PressContext& press)
+bool swapPose(const PressContext& press)
 {
-    return swapOrSymmetrize(press.figure, press.kind, press.time, true);
+    return swap(press, BonesBelowToo);
+}
+
+bool swapSelected(const PressContext& press)
+{
+    return swap(press, SelectedBonesOnly);
+}
+
+bool symmetrizePose(const PressContext& press)
+{
+    return swapOrSymmetrize(press.figure, BonesBelowToo, press.time, true);
+}
+
+bool symmetrizeSelected(const PressContext& press)
+{
+    return swapOrSymmetrize(press.figure, SelectedBonesOnly, press.time, true);
 }
 
 bool clampFaceLimits(const PressContext& press)
 {
-    setPoseLimits(press.figure, true, FacePart);
+    setPoseLimits(press.figure, true, FaceLimits);
     return true;
 }
 
 bool clampBodyLimits(const PressContext& press)
 {
-    setPoseLimits(press.figure, true, BodyPart);
+    setPoseLimits(press.figure, true, BodyLimits);
     return true;
 }
 
 bool releaseLimits(const PressContext& press)
 {
-    setPoseLimits(press.figure, false, BodyPart | FacePart);
+    setPoseLimits(press.figure, false, BodyLimits | FaceLimits);
     return true;
 }
 
 bool limitTranslations(const PressContext& press)
 {
-    limitBoneTranslations(press.figure, kTranslationRange);
+    limitBoneTranslations(press.figure, kTranslationRangeCm);
     return true;
 }
 
@@ -103,13 +137,19 @@ bool zeroTranslations(const PressContext& press)
     return true;
 }
 
-bool bakeCommand(const PressContext& press)
+bool bakeBody(const PressContext& press)
 {
-    bakePose(press.figure, press.kind);
+    bakePose(press.figure, BakeBody);
     return true;
 }
 
-bool patchProductsCommand(const PressContext&)
+bool bakeFace(const PressContext& press)
+{
+    bakePose(press.figure, BakeFace);
+    return true;
+}
+
+bool patchInstalledProducts(const PressContext&)
 {
     if (!showBox(Box::PatchProducts))
         return false;
@@ -123,14 +163,14 @@ bool patchProductsCommand(const PressContext&)
     return true;
 }
 
-bool saveCustomPoseCommand(const PressContext&)
+bool saveToCustomLibrary(const PressContext&)
 {
     saveCustomPose();
     clearStatusMessage();
     return true;
 }
 
-bool scanCommand(const PressContext&)
+bool scanAfterQuestion(const PressContext&)
 {
     if (showBox(Box::ScanPoses))
         scanPoses();
@@ -138,7 +178,7 @@ bool scanCommand(const PressContext&)
     return true;
 }
 
-bool settingsCommand(const PressContext&)
+bool openSettings(const PressContext&)
 {
     showSettings();
     clearStatusMessage();

@@ -41,7 +41,7 @@ const char kNoticeCaption[] = "Latest updates and more:\r\nsee the plugin web pa
 // A place inside a button's picture, grown with it.
 QRect innerRect(const QSize& pane, const ButtonRow& row, const ArtPlace& inner)
 {
-    const QRect drawn = buttonRect(pane, row, hoverPosition());
+    const QRect drawn = drawnRect(pane, row, hoverPosition());
     const double sx = double(drawn.width()) / row.w, sy = double(drawn.height()) / row.h;
     return QRect(drawn.left() + int(inner.x * sx), drawn.top() + int(inner.y * sy),
         int(inner.w * sx), int(inner.h * sy));
@@ -52,12 +52,12 @@ QString textAreaText()
     return isStatusMessageShown() ? statusMessage() : hoverTip();
 }
 
-void paintNotice(QPainter* painter, const QSize& pane)
+void paintNotice(QPainter* painter, const QSize& pane, const ButtonRow& banner)
 {
-    drawArtwork(painter, innerRect(pane, bannerRow(), kNoticePlace), kArtNotice);
+    drawArtwork(painter, innerRect(pane, banner, kNoticePlace), kArtNotice);
     const ArtPlace inner = {kNoticePlace.x + kNoticeTextPlace.x,
         kNoticePlace.y + kNoticeTextPlace.y, kNoticeTextPlace.w, kNoticeTextPlace.h};
-    const QRect rect = innerRect(pane, bannerRow(), inner);
+    const QRect rect = innerRect(pane, banner, inner);
     const QImage& picture = updatePicture();
     if (picture.isNull()) {
         drawTextLines(painter, rect, splitLines(QLatin1String(kNoticeCaption)), kText, TextFit());
@@ -80,11 +80,10 @@ void paintTextArea(QPainter* painter, const QSize& pane)
         painter, canvasRect(pane, kHeaderTextPlace), splitLines(textAreaText()), kText, fit);
 }
 
-void paintLink(QPainter* painter, const QSize& pane, Page page)
+void paintLink(QPainter* painter, const QSize& pane, const ButtonRow& row)
 {
-    const ButtonRow& row = linkRow(page);
-    const int low = page == BrowsingPage;
-    drawArtwork(painter, buttonRect(pane, row, hoverPosition()), LinkButton, low);
+    const int low = buttonState(row);
+    drawArtwork(painter, drawnRect(pane, row, hoverPosition()), row.number, low);
     TextFit fit;
     fit.lines = low ? 3 : 5;
     drawTextLines(painter, innerRect(pane, row, low ? kLinkLowTextPlace : kLinkTextPlace),
@@ -102,9 +101,10 @@ void paintVersion(QPainter* painter, const QSize& pane)
 void paintBodyAreas(QPainter* painter, const QSize& pane)
 {
     drawArtwork(painter, canvasRect(pane, kBodyPlace), kArtBody);
-    for (int area = 0; area < kBodyAreaCount; ++area)
-        drawArtwork(painter, areaRect(pane, area, AreaSquare::Drawn), kArtBodyArea,
-            buttonState(FirstAreaButton + area));
+    for (const ButtonRow* row : pageButtons(BrowsingPage))
+        if (row->look == Look::Square)
+            drawArtwork(painter, drawnRect(pane, *row, hoverPosition()), kArtBodyArea,
+                buttonState(*row));
 }
 
 void paintSearch(QPainter* painter, const QSize& pane)
@@ -128,11 +128,11 @@ void paintSearch(QPainter* painter, const QSize& pane)
 // From the last one on, so that the button that wins a press lies on top.
 void paintButtons(QPainter* painter, const QSize& pane, Page page)
 {
-    const QPoint pointer = hoverPosition();
-    const std::vector<ButtonRow>& rows = pageButtons(page);
+    const std::vector<const ButtonRow*> rows = pageButtons(page);
     for (auto row = rows.rbegin(); row != rows.rend(); ++row)
-        drawArtwork(
-            painter, buttonRect(pane, *row, pointer), row->number, buttonState(row->number));
+        if ((*row)->look < Look::Square)
+            drawArtwork(painter, drawnRect(pane, **row, hoverPosition()), (*row)->number,
+                buttonState(**row));
 }
 
 } // namespace
@@ -148,13 +148,14 @@ void paintPage(QPainter* painter, const QSize& pane)
     keepArtworkFor(pane);
     const Page page = currentPage();
     painter->fillRect(QRect(QPoint(), pane), kGround);
-    drawArtwork(painter, buttonRect(pane, bannerRow(), hoverPosition()), BannerButton);
-    paintLink(painter, pane, page);
+    const ButtonRow& banner = *buttonOf(page, BannerButton);
+    drawArtwork(painter, drawnRect(pane, banner, hoverPosition()), BannerButton);
+    paintLink(painter, pane, *buttonOf(page, LinkButton));
     if (page == BrowsingPage)
         paintSearch(painter, pane);
     paintButtons(painter, pane, page);
     if (isNoticeShown())
-        paintNotice(painter, pane);
+        paintNotice(painter, pane, banner);
     else
         paintTextArea(painter, pane);
     paintVersion(painter, pane);

@@ -1,20 +1,19 @@
-// press_context.h - what one press finds: the click, the selection, the scene's time.
+// press_context.h - what one press finds, asked once and handed down: which button of its kind, the
+// selection, the scene's time.
 #pragma once
 
-#include "pane/command_dispatch.h"
-
+#include "dznode.h"
+#include "dzskeleton.h"
 #include "dztime.h"
 
-class DzNode;
-class DzSkeleton;
+#include <QPointer>
 
 namespace quillon {
 
 struct PressContext {
-    ClickKind kind;
-    int button; // number, see page_layout.h
-    DzNode* node; // primary selection, may be null
-    DzSkeleton* figure; // of the selection: a root node of a supported generation, else null
+    int which; // see ButtonRow
+    QPointer<DzNode> node; // primary selection, may be null
+    QPointer<DzSkeleton> figure; // of the selection: a root node of a supported generation, or null
     DzTime time;
     bool overlayBefore; // the reference overlay flag as the press found it
 };
