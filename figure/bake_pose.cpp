@@ -117,22 +117,22 @@ static void setPartLimits(DzNode* figure, FigureScope part, bool clamp)
     setBodyControlLimits(figure, clamp, true);
 }
 
-void bakePose(DzNode* figure, int mouseButton)
+void bakePose(DzNode* figure, int part)
 {
     DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
-    if (!skeleton || (mouseButton != BakeBody && mouseButton != BakeFace))
+    if (!skeleton || (part != BakeBody && part != BakeFace))
         return;
     if (!skeleton->findBone(QLatin1String("head")))
         return; // not a complete figure
 
     const DzTime time = dzScene->getTime();
-    const FigureScope part = mouseButton == BakeFace ? FigureScope::Face : FigureScope::Body;
-    rememberPlaces(skeleton, part, time); // as they look, so before the limits are lifted
-    setPartLimits(skeleton, part, false);
-    const BoneSet bones = numbersOf(bonesOf(skeleton, part));
+    const FigureScope scope = part == BakeFace ? FigureScope::Face : FigureScope::Body;
+    rememberPlaces(skeleton, scope, time); // as they look, so before the limits are lifted
+    setPartLimits(skeleton, scope, false);
+    const BoneSet bones = numbersOf(bonesOf(skeleton, scope));
     zeroControls(controlsDriving(skeleton, bones), time);
     putBack(skeleton, bones, time);
-    setPartLimits(skeleton, part, true);
+    setPartLimits(skeleton, scope, true);
     putBack(skeleton, bones, time); // where a limit lifted a control off 0 again
 }
 

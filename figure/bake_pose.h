@@ -8,11 +8,11 @@ class DzNode;
 
 namespace quillon {
 
-enum BakeButton { BakeBody = 1, BakeFace = 2 }; // the mouse button of the command: left, right
+enum BakePart { BakeBody = 1, BakeFace = 2 };
 
-// mouseButton is a BakeButton; with any other, or on a figure without a head bone, nothing happens.
+// part is a BakePart; with any other, or on a figure without a head bone, nothing happens.
 // A control goes to 0 when the link table says that it drives a bone of the part; the others keep
 // their value.
-void bakePose(DzNode* figure, int mouseButton);
+void bakePose(DzNode* figure, int part);
 
 } // namespace quillon

@@ -13,16 +13,16 @@
 
 namespace quillon {
 
-static bool optimizeFigure(DzSkeleton* figure, int clickKind)
+static bool optimizeFigure(DzSkeleton* figure, int centre)
 {
     DzBone* hip = isSupportedFigure(figure) ? findBone(QLatin1String("hip"), figure) : nullptr;
     if (!hip)
         return false;
     const DzTime time = dzScene->getTime();
-    switch (clickKind) {
-    case 1:
+    switch (centre) {
+    case HipAsCentre:
         return hipAsCentre(figure, hip, time);
-    case 2:
+    case RootAsCentre:
         return rootAsCentre(figure, hip, time);
     default:
         return false;
@@ -40,10 +40,10 @@ static bool optimizeProp(DzNode* node)
     return true;
 }
 
-bool optimizeEditing(DzNode* node, DzSkeleton* figure, int clickKind)
+bool optimizeEditing(DzNode* node, DzSkeleton* figure, int centre)
 {
     if (figure)
-        return optimizeFigure(figure, clickKind);
+        return optimizeFigure(figure, centre);
     return node && optimizeProp(node);
 }
 

@@ -11,10 +11,12 @@ class DzSkeleton;
 
 namespace quillon {
 
-// node: the primary selection. figure: what it belongs to; null: it is a prop, and clickKind has no
-// meaning. clickKind 1: hip as centre, 2: root as centre, others: nothing.
+enum CentreChoice { NoCentre = 0, HipAsCentre = 1, RootAsCentre = 2 };
+
+// node: the primary selection. figure: what it belongs to; null: it is a prop, and centre has no
+// meaning. centre: a CentreChoice; others do nothing.
 // False, with nothing changed: unsupported figure, no hip, another click, a cancelled dialog, a
 // channel that cannot follow. In the last case the settings keep what the dialog was told.
-bool optimizeEditing(DzNode* node, DzSkeleton* figure, int clickKind);
+bool optimizeEditing(DzNode* node, DzSkeleton* figure, int centre);
 
 } // namespace quillon

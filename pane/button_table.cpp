@@ -218,7 +218,7 @@ constexpr NumberRange kNumbers[] = {
     {BrowsingPage, 210, FolderButton},
     {BrowsingPage, 223, 227},
 };
-const int kEmptyWells[] = {9, 11};
+constexpr int kEmptyWells[] = {9, 11};
 
 constexpr int rowsWith(int number, int page)
 {

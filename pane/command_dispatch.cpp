@@ -55,7 +55,8 @@ bool isMet(Needs needs, const PressContext& press)
     case Needs::NodeOfFigure:
         return press.figure ? !press.figure->isSelected() : refuse(Box::InvalidSelection);
     case Needs::FigureSelected:
-        return (press.figure && press.node == press.figure) || refuse(Box::InvalidSelection);
+        return (press.figure && press.node.data() == press.figure.data())
+            || refuse(Box::InvalidSelection);
     }
     return false;
 }

@@ -6,7 +6,6 @@
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "finder/selected_figure.h"
-#include "pane/page_layout.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 
@@ -18,7 +17,7 @@
 namespace quillon {
 
 static const int kRankCount = 3; // unranked, favourite, hidden: what the user can give
-static const int kLastLockOfTheBody = FirstLockButton + 2; // upper body, lower body, feet
+static const int kLastLockOfTheBody = 2; // upper body, lower body, feet
 
 namespace {
 
@@ -91,7 +90,7 @@ static void copySimilarityFlags()
 bool browseCategory(const PressContext& press)
 {
     const PressHold hold;
-    selectPoseType(press.button - FirstCategoryButton);
+    selectPoseType(press.which);
     countMatches();
     return true;
 }
@@ -149,7 +148,7 @@ bool lastPose(const PressContext& press)
 
 bool toggleArea(const PressContext& press)
 {
-    bool& flag = pluginSettings().similarity[press.button - FirstAreaButton];
+    bool& flag = pluginSettings().similarity[press.which];
     flag = !flag;
     copySimilarityFlags();
     return rebuild(press);
@@ -169,7 +168,7 @@ bool toggleMale(const PressContext& press)
 
 bool toggleRankFilter(const PressContext& press)
 {
-    pluginSettings().rankFilter ^= 1 << (press.button - FirstRankFilterButton);
+    pluginSettings().rankFilter ^= 1 << (press.which);
     return rebuild(press);
 }
 
@@ -195,10 +194,10 @@ bool advanceRank(const PressContext&)
 
 bool togglePartLock(const PressContext& press)
 {
-    bool& lock = pluginSettings().partLocks[press.button - FirstLockButton];
+    bool& lock = pluginSettings().partLocks[press.which];
     lock = !lock;
     pageState().mirrored = false;
-    if (press.button <= kLastLockOfTheBody)
+    if (press.which <= kLastLockOfTheBody)
         copySimilarityFlags();
     return step(press, 0, false);
 }

@@ -6,7 +6,7 @@
 
 namespace quillon {
 
-bool browseCategory(const PressContext& press); // the button's number tells which
+bool browseCategory(const PressContext& press);
 bool backToMain(const PressContext& press);
 bool backToPicker(const PressContext& press);
 

@@ -137,7 +137,7 @@ static void putBackUntouched(const std::vector<KeptBone>& bones, DzTime time)
     }
 }
 
-bool swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetrize)
+bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize)
 {
     DzBone* hip = findBone(QLatin1String("hip"), figure);
     if (!hip)
@@ -147,7 +147,7 @@ bool swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetriz
     if (!wholeFigure)
         kept = keepBones(figure, time);
     clearTouchedBones();
-    const bool withChildren = clickKind != kThisBoneOnly, includeFace = !symmetrize;
+    const bool withChildren = reach != SelectedBonesOnly, includeFace = !symmetrize;
     const Rewriting how = {withChildren, false, symmetrize, includeFace, wholeFigure,
         wholeFigure ? setWhereOther : setWhereOtherAndTouched};
     if (!applyRewritten(figure, how))

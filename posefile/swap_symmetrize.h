@@ -12,7 +12,8 @@ class DzNode;
 
 namespace quillon {
 
-static constexpr int kThisBoneOnly = 3; // click kind of the middle button
+// Which bones take part beside the selected ones.
+enum SwapReach { BonesBelowToo = 1, SelectedBonesOnly = 3 };
 
 // The flags but useLocks are those of rewritePoseFile(); useLocks: the parts that the locks hold
 // stay as they are. The files are deleted after success and stay otherwise.
@@ -22,9 +23,9 @@ bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, boo
 // Swap (symmetrize off): the selected bones, their partners and the controls that drive them
 // exchange their values, mirrored; with the figure node selected the whole pose does.
 // Symmetrize: the selected sided bones take their partners' values, mirrored.
-// Bones below the selected ones take part unless clickKind is kThisBoneOnly. All other bones keep
+// Bones below the selected ones take part unless reach is SelectedBonesOnly. All other bones keep
 // their place, and so does the body: the hip's translation goes to the figure node.
-bool swapOrSymmetrize(DzNode* figure, int clickKind, DzTime time, bool symmetrize);
+bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize);
 
 // Mirrors the whole pose, locked parts excepted. The figure is not turned afterwards: which way a
 // found pose is to face is for the Pose Finder.

@@ -48,7 +48,7 @@ void TestSwapAround::theHipsTranslationMovesOntoTheFigure()
     f.bone("hip")->setLocalPos(DzVec3(10, -20, 30));
     const std::vector<WorldPlace> before = worldPlaces(f.figure);
     f.selectBones(QStringList() << "LipBelow");
-    swapOrSymmetrize(f.figure, kThisBoneOnly, f.time(), false);
+    swapOrSymmetrize(f.figure, SelectedBonesOnly, f.time(), false);
     QVERIFY(f.bone("hip")->getLocalPos() == DzVec3(0, 0, 0));
     VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-4));
     QVERIFY(distance(f.figure->getWSPos(), DzVec3(100, 5, -30)) > 30);
@@ -193,7 +193,7 @@ void TestSwapAround::anUnusableTempFolderChangesNothing()
     const FigureState before = stateOf(f.figure);
     QVERIFY(!swapOrSymmetrize(f.figure, kLeftClick, f.time(), false));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
-    QVERIFY(!swapOrSymmetrize(f.figure, kThisBoneOnly, f.time(), true));
+    QVERIFY(!swapOrSymmetrize(f.figure, SelectedBonesOnly, f.time(), true));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
     QVERIFY(!mirrorWholePose(f.figure, f.time()));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
@@ -259,7 +259,7 @@ static bool run(const PoseFixture& f, Command command)
 {
     if (command == Command::Mirror || command == Command::MirrorWithLocks)
         return mirrorWholePose(f.figure, f.time());
-    const int kind = command == Command::ThisBone ? kThisBoneOnly : kLeftClick;
+    const int kind = command == Command::ThisBone ? SelectedBonesOnly : kLeftClick;
     return swapOrSymmetrize(f.figure, kind, f.time(), command == Command::Symmetrize);
 }
 

@@ -152,7 +152,7 @@ void TestSwapSymmetrize::swapExchangesEveryBone()
     for (int number = 0; number < kBoneCount; ++number) {
         const QString name = boneName(number);
         f.selectBones(QStringList() << name);
-        swapOrSymmetrize(f.figure, children ? kLeftClick : kThisBoneOnly, f.time(), false);
+        swapOrSymmetrize(f.figure, children ? kLeftClick : SelectedBonesOnly, f.time(), false);
         const BoneValues after = boneValues(f);
         const std::set<int> bones = bonesTakingPart(f, name, children);
         const QString found = firstOtherBone(expectedSwap(bones, before), after, kSevenDigits);
@@ -190,7 +190,7 @@ void TestSwapSymmetrize::symmetrizeTakesThePartnersValues()
                 valueAt(&expected, each, i) = mirrored(i, valueAt(&expected, partner, i));
         }
         f.selectBones(QStringList() << name);
-        swapOrSymmetrize(f.figure, children ? kLeftClick : kThisBoneOnly, f.time(), true);
+        swapOrSymmetrize(f.figure, children ? kLeftClick : SelectedBonesOnly, f.time(), true);
         const QString found = firstOtherBone(expected, boneValues(f), kSevenDigits);
         QVERIFY2(found.isEmpty(), qPrintable(name + " selected: " + found));
     }
@@ -198,7 +198,7 @@ void TestSwapSymmetrize::symmetrizeTakesThePartnersValues()
 
 void TestSwapSymmetrize::thisBoneOnlyLeavesForearmHandAndFingers()
 {
-    for (int clickKind : {kLeftClick, kThisBoneOnly}) {
+    for (int clickKind : {kLeftClick, SelectedBonesOnly}) {
         PoseFixture f;
         f.bone("lShldrBend")->getZRotControl()->setValue(20);
         f.bone("rShldrBend")->getZRotControl()->setValue(7);
@@ -255,7 +255,7 @@ void TestSwapSymmetrize::controlsOfBothSidesExchange()
         f.control("pCTRLlHandFist")->setValue(0.75); // of no bone that takes part
         f.selectBones(QStringList() << "lThighBend"
                                     << "rThighBend");
-        swapOrSymmetrize(f.figure, kThisBoneOnly, f.time(), symmetrize);
+        swapOrSymmetrize(f.figure, SelectedBonesOnly, f.time(), symmetrize);
         QCOMPARE(f.control("pCTRLKneesUpLeft")->getValue(), 0.f);
         QCOMPARE(f.control("pCTRLKneesUpRight")->getValue(), 0.5f);
         QCOMPARE(f.control("pCTRLLegsSpreadLeft")->getValue(), 0.25f);
@@ -283,7 +283,7 @@ void TestSwapSymmetrize::bonesNotTakingPartKeepTheirPlace()
         const std::set<int> bones = bonesTakingPart(f, name, children);
         const RawPose before = finalPose(f.figure);
         f.selectBones(QStringList() << name);
-        swapOrSymmetrize(f.figure, children ? kLeftClick : kThisBoneOnly, f.time(), symmetrize);
+        swapOrSymmetrize(f.figure, children ? kLeftClick : SelectedBonesOnly, f.time(), symmetrize);
         const RawPose after = finalPose(f.figure);
         for (size_t i = 0; i < before.size(); ++i) {
             const DzNode* bone = qobject_cast<DzBone*>(before[i].first->getOwner());
