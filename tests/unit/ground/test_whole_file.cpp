@@ -1,0 +1,105 @@
+#include "frame_fixture.h"
+#include "room_tests.h"
+
+#include "ground/whole_file.h"
+
+#include <QtTest>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
+
+using namespace quillon;
+
+#ifdef Q_OS_UNIX
+// While it lives, no file of this process can grow past a number of bytes: a disk that is full.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        m_handlerBefore = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit = {bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handlerBefore);
+    }
+
+private:
+    rlimit m_before;
+    void (*m_handlerBefore)(int);
+};
+#endif
+
+class TestWholeFile : public QObject {
+    Q_OBJECT
+
+private slots:
+    void aShorterFileReplacesALongerOne()
+    {
+        TempFolder folder;
+        writeFile(folder.path("x.dat"), QByteArray(100000, 'x'));
+        QVERIFY(writeWholeFile(folder.path("x.dat"), "y"));
+        QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("y"));
+        QCOMPARE(filesIn(folder.path()), QStringList("x.dat"));
+    }
+
+    void whatCannotBeWrittenIsAFailureAndLeavesNothing()
+    {
+        TempFolder folder;
+        QVERIFY(!writeWholeFile(folder.path("missing/x"), "y"));
+        QVERIFY(!writeWholeFile(folder.path(), "y")); // a folder
+        QVERIFY(filesIn(folder.path()).isEmpty());
+        QVERIFY(!writePlainFile(folder.path("missing/x"), "y"));
+        QVERIFY(!writePlainFile(folder.path(), "y"));
+    }
+
+    void aPlainFileIsWrittenInItsPlace()
+    {
+        TempFolder folder;
+        writeFile(folder.path("x.duf"), "a longer text");
+        QVERIFY(writePlainFile(folder.path("x.duf"), "y"));
+        QCOMPARE(fileBytes(folder.path("x.duf")), QByteArray("y"));
+        QCOMPARE(filesIn(folder.path()), QStringList("x.duf"));
+    }
+
+#ifdef Q_OS_UNIX
+    void fullDiskKeepsTheOlderFile_data()
+    {
+        QTest::addColumn<int>("bytes");
+        QTest::newRow("less than the file buffer") << 4000;
+        QTest::newRow("more than the file buffer") << 400000;
+    }
+    void fullDiskKeepsTheOlderFile()
+    {
+        QFETCH(int, bytes);
+        TempFolder folder;
+        writeFile(folder.path("x.dat"), "older");
+        {
+            FullDisk full(2000);
+            QVERIFY(!writeWholeFile(folder.path("x.dat"), QByteArray(bytes, 'n')));
+            QVERIFY(!writePlainFile(folder.path("plain"), QByteArray(bytes, 'n')));
+        }
+        QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("older"));
+        QVERIFY(!QFile::exists(folder.path("x.dat.new")));
+    }
+
+    void writesThroughALink()
+    {
+        TempFolder folder;
+        writeFile(folder.path("real.dat"), "older");
+        QVERIFY(QFile::link(folder.path("real.dat"), folder.path("link.dat")));
+        QVERIFY(writeWholeFile(folder.path("link.dat"), "y"));
+        QVERIFY(QFileInfo(folder.path("link.dat")).isSymLink());
+        QCOMPARE(fileBytes(folder.path("real.dat")), QByteArray("y"));
+    }
+#endif
+};
+
+QUILLON_TEST(TestWholeFile)
+#include "test_whole_file.moc"

@@ -1,0 +1,111 @@
+#include "frame_fixture.h"
+#include "room_tests.h"
+
+#include "pane/crash_guard.h"
+#include "ground/data_folder.h"
+
+#include <QtTest>
+
+using namespace quillon;
+
+class TestCrashGuard : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> m_host;
+
+    void writeDataFiles()
+    {
+        writeFile(dataFiles().settings, "s");
+        writeFile(dataFiles().ranks, "r");
+        writeFile(dataFiles().poseIndex, "p");
+        writeFile(dataFiles().folder + "reference.duf", "kept");
+    }
+
+private slots:
+    void init()
+    {
+        m_host.reset(new HostFixture);
+        locateDataFiles();
+    }
+    void cleanup()
+    {
+        m_host.reset();
+    }
+
+    void markerHoldsTheNumber77()
+    {
+        writeCrashMarker();
+        QCOMPARE(fileBytes(dataFiles().crashMarker), QByteArray("\x4d\x00\x00\x00", 4));
+        removeCrashMarker();
+        QVERIFY(!QFile::exists(dataFiles().crashMarker));
+    }
+
+    void noMarkerMeansNoWarning()
+    {
+        writeDataFiles();
+        BoxAnswers answers;
+        checkCrashMarker();
+        QCOMPARE(answers.boxes.size(), 0);
+        QCOMPARE(filesIn(dataFiles().folder).size(), 4);
+    }
+
+    void markerWarnsOnceAndDropsTheData()
+    {
+        writeDataFiles();
+        writeCrashMarker();
+        BoxAnswers answers;
+        checkCrashMarker();
+        QCOMPARE(answers.boxes.size(), 1);
+        const SeenBox& box = answers.boxes.first();
+        QCOMPARE(box.title, QString("Quillon plugin - Warning"));
+        QCOMPARE(box.icon, QMessageBox::Warning);
+        QCOMPARE(int(box.buttons), int(QMessageBox::Ok));
+        QVERIFY(!box.parent && box.isModal);
+        QVERIFY(!QFile::exists(dataFiles().settings));
+        QVERIFY(!QFile::exists(dataFiles().ranks));
+        QVERIFY(!QFile::exists(dataFiles().poseIndex));
+        QVERIFY(QFile::exists(dataFiles().crashMarker)); // this start rewrites and removes it
+        QCOMPARE(fileBytes(dataFiles().folder + "reference.duf"), QByteArray("kept"));
+    }
+
+    void otherContentIsNoMarker_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("another number") << QByteArray("\x4e\x00\x00\x00", 4);
+        QTest::newRow("77 in a high byte") << QByteArray("\x00\x4d\x00\x00", 4);
+        QTest::newRow("empty") << QByteArray();
+    }
+    void otherContentIsNoMarker()
+    {
+        QFETCH(QByteArray, content);
+        writeDataFiles();
+        writeFile(dataFiles().crashMarker, content);
+        BoxAnswers answers;
+        checkCrashMarker();
+        QCOMPARE(answers.boxes.size(), 0);
+        QVERIFY(QFile::exists(dataFiles().settings));
+    }
+
+    void onlyTheFirstFourBytesCount()
+    {
+        writeFile(dataFiles().crashMarker, QByteArray("\x4d\x00\x00\x00rest", 8));
+        BoxAnswers answers;
+        checkCrashMarker();
+        QCOMPARE(answers.boxes.size(), 1);
+    }
+
+    void anUnusableFolderIsSilent()
+    {
+        writeFile(m_host->home.path("data"), "in the way");
+        BoxAnswers answers;
+        checkCrashMarker();
+        writeCrashMarker();
+        removeCrashMarker();
+        QCOMPARE(answers.boxes.size(), 0);
+        QCOMPARE(fileBytes(m_host->home.path("data")), QByteArray("in the way"));
+    }
+};
+
+QUILLON_TEST(TestCrashGuard)
+#include "test_crash_guard.moc"

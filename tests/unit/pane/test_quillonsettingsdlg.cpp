@@ -1,0 +1,112 @@
+// The settings dialog where a script of the host cannot reach: without a window, and the flags that
+// it sets beside the settings. Its look and what its boxes store: tests/e2e/settings_dialog.js.
+#include "frame_fixture.h"
+#include "room_tests.h"
+
+#include "pane/command_dispatch.h"
+#include "ground/data_folder.h"
+#include "pane/hover.h"
+#include "pane/page_state.h"
+#include "ground/plugin_settings.h"
+#include "pane/quillonsettingsdlg.h"
+#include "ground/status_message.h"
+
+#include <QDialog>
+#include <QtTest>
+
+using namespace quillon;
+
+static const QSize kPane(512, 1024);
+static const QPoint kSettingsButton(437, 623); // the last of the grid
+
+// While it lives, counts the dialogs that show and closes them.
+class DialogAnswers : public QObject {
+public:
+    explicit DialogAnswers(bool accept)
+        : m_accept(accept)
+    {
+        qApp->installEventFilter(this);
+    }
+    int dialogs = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && qobject_cast<QDialog*>(watched)) {
+            ++dialogs;
+            QMetaObject::invokeMethod(
+                watched, m_accept ? "accept" : "reject", Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    bool m_accept;
+};
+
+class TestQuillonSettingsDlg : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        pluginSettings() = PluginSettings();
+        pageState() = PageState();
+        clearStatusMessage();
+    }
+    void cleanup()
+    {
+        locateDataFiles();
+    }
+
+    void withoutAMainWindowNothingIsShownOrSaved()
+    {
+        TempFolder home;
+        DzAppSetup setup;
+        setup.dataFolderPath = home.path("data");
+        setup.tempPath = home.path("temp");
+        const DzApp app(setup);
+        QVERIFY(!app.getInterface());
+        locateDataFiles();
+        pluginSettings().allowFaceViolation = true; // an accepted dialog would drop it
+        pageState().tablesValid = true;
+        showStatusMessage("of an earlier command");
+        const DialogAnswers answers(true);
+        dispatchPress(kPane, kSettingsButton, LeftClick);
+        QCOMPARE(answers.dialogs, 0);
+        QVERIFY(pluginSettings().allowFaceViolation);
+        QVERIFY(pageState().tablesValid);
+        QVERIFY(!QFile::exists(dataFiles().settings));
+        QVERIFY(statusMessage().isEmpty()); // the button clears it all the same
+    }
+
+    void withoutAnApplicationNothingIsShown()
+    {
+        QVERIFY(!dzApp);
+        const DialogAnswers answers(true);
+        showSettings();
+        QCOMPARE(answers.dialogs, 0);
+    }
+
+    // The Pose Finder sets itself up anew after the dialog, whatever was answered.
+    void openingItInvalidatesTheTablesOfThePoseFinder_data()
+    {
+        QTest::addColumn<bool>("accept");
+        QTest::newRow("accepted") << true;
+        QTest::newRow("cancelled") << false;
+    }
+    void openingItInvalidatesTheTablesOfThePoseFinder()
+    {
+        QFETCH(bool, accept);
+        const HostFixture host;
+        locateDataFiles();
+        pageState().tablesValid = true;
+        const DialogAnswers answers(accept);
+        dispatchPress(kPane, kSettingsButton, LeftClick);
+        QCOMPARE(answers.dialogs, 1);
+        QVERIFY(!pageState().tablesValid);
+        QCOMPARE(QFile::exists(dataFiles().settings), accept);
+    }
+};
+
+QUILLON_TEST(TestQuillonSettingsDlg)
+#include "test_quillonsettingsdlg.moc"
