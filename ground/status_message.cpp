@@ -9,14 +9,17 @@
 
 namespace quillon {
 
-static QString g_text;
-static bool g_shown = false;
+struct Message {
+    QString text;
+    bool shown = false;
+};
+static Message g_message;
 static bool g_busy = false;
 
 void showStatusMessage(const QString& text)
 {
-    g_text = text;
-    g_shown = true;
+    g_message.text = text;
+    g_message.shown = true;
     QTimer* timer = paneTimers().status;
     if (timer && !timer->isActive())
         timer->start(kStatusMessageMs);
@@ -25,24 +28,23 @@ void showStatusMessage(const QString& text)
 
 void clearStatusMessage()
 {
-    g_text.clear();
-    g_shown = false;
+    g_message = Message();
 }
 
 void hideStatusMessage()
 {
-    g_shown = false;
+    g_message.shown = false;
     repaintPanes();
 }
 
 const QString& statusMessage()
 {
-    return g_text;
+    return g_message.text;
 }
 
 bool isStatusMessageShown()
 {
-    return g_shown;
+    return g_message.shown;
 }
 
 bool isBusy()

@@ -8,18 +8,21 @@ namespace quillon {
 
 static const QPoint kNowhere(-100000, -100000);
 
-static QPoint g_position = kNowhere;
-static QString g_tip;
-static const ButtonRow* g_enlarged = nullptr;
+struct Hover {
+    QPoint position = kNowhere; // where the pointer was last seen
+    QString tip;
+    const ButtonRow* enlarged = nullptr;
+};
+static Hover g_hover;
 
 const QPoint& hoverPosition()
 {
-    return g_position;
+    return g_hover.position;
 }
 
 const QString& hoverTip()
 {
-    return g_tip;
+    return g_hover.tip;
 }
 
 // Plain rectangles of different buttons never overlap.
@@ -40,10 +43,8 @@ bool updateHover(const QSize& pane, const QPoint& position)
     const QString tip = toolTip(under);
     const ButtonRow* enlarged = enlargedButton(pane, page, position);
     const bool tipHidden = isStatusMessageShown(); // the message stands in its place
-    const bool changed = (tip != g_tip && !tipHidden) || enlarged != g_enlarged;
-    g_position = position;
-    g_tip = tip;
-    g_enlarged = enlarged;
+    const bool changed = (tip != g_hover.tip && !tipHidden) || enlarged != g_hover.enlarged;
+    g_hover = Hover {position, tip, enlarged};
     return changed;
 }
 

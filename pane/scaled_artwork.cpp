@@ -13,14 +13,17 @@ namespace quillon {
 typedef QPair<int, QPair<int, int>> Key; // cell, width, height
 typedef QHash<Key, QPixmap> Cache;
 
-// Made when first used: pixmaps need an application.
-static Cache& cache()
-{
-    static Cache g_cache;
-    return g_cache;
-}
+struct ScaledArtwork {
+    QSize pane; // that the cells were scaled for
+    Cache cells;
+};
 
-static QSize g_pane;
+// Made when first used: pixmaps need an application.
+static ScaledArtwork& scaled()
+{
+    static ScaledArtwork g_scaled;
+    return g_scaled;
+}
 
 static QPixmap atlasPicture(AtlasImage image)
 {
@@ -51,24 +54,24 @@ void drawArtwork(QPainter* painter, const QRect& rect, int button, int state)
     if (!cell || rect.isEmpty())
         return;
     const Key key(int(cell - kAtlasCells), qMakePair(rect.width(), rect.height()));
-    Cache::const_iterator found = cache().constFind(key);
-    if (found == cache().constEnd())
-        found = cache().insert(key, scaledCell(*cell, rect.size()));
+    Cache& cells = scaled().cells;
+    Cache::const_iterator found = cells.constFind(key);
+    if (found == cells.constEnd())
+        found = cells.insert(key, scaledCell(*cell, rect.size()));
     painter->drawPixmap(rect.topLeft(), *found);
 }
 
 void keepArtworkFor(const QSize& pane)
 {
-    if (pane == g_pane)
+    if (pane == scaled().pane)
         return;
     dropScaledArtwork();
-    g_pane = pane;
+    scaled().pane = pane;
 }
 
 void dropScaledArtwork()
 {
-    cache().clear();
-    g_pane = QSize();
+    scaled() = ScaledArtwork();
 }
 
 } // namespace quillon

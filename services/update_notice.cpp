@@ -15,9 +15,12 @@
 
 namespace quillon {
 
-static QImage g_picture; // as last read
-static QString g_pictureFrom;
-static bool g_pictureRead = false;
+struct UpdatePicture {
+    QImage image; // null: none
+    QString path; // that it was read from
+    bool read = false;
+};
+static UpdatePicture g_picture;
 
 // ---- names -----------------------------------------------------------------------------------
 
@@ -87,7 +90,7 @@ static bool waitFor(QNetworkReply* reply, int limitMs)
 
 void checkForUpdate(int limitMs)
 {
-    g_pictureRead = false;
+    g_picture.read = false;
     if (dataFiles().folder.isEmpty())
         return;
     QNetworkAccessManager manager;
@@ -132,12 +135,9 @@ static QImage readPicture(const QString& path)
 const QImage& updatePicture()
 {
     const QString path = updatePicturePath();
-    if (!g_pictureRead || g_pictureFrom != path) {
-        g_picture = path.isEmpty() ? QImage() : readPicture(path);
-        g_pictureFrom = path;
-        g_pictureRead = true;
-    }
-    return g_picture;
+    if (!g_picture.read || g_picture.path != path)
+        g_picture = UpdatePicture {path.isEmpty() ? QImage() : readPicture(path), path, true};
+    return g_picture.image;
 }
 
 } // namespace quillon

@@ -170,7 +170,7 @@ void TestOverwriteFile::linkedNamesStayTogether()
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }
 
-void TestFileReplacement::theOwnerStays_data()
+void TestOverwriteFile::theOwnerStays_data()
 {
     QTest::addColumn<int>("owner"); // -1: who runs the test
     QTest::addColumn<int>("group");
@@ -348,7 +348,7 @@ void TestOverwriteFile::aFailedWriteLeavesTheOldBytes()
 }
 
 // Its old bytes cannot be put back; those that were not reached yet stay all the same.
-void TestFileReplacement::aFailedWriteDoesNotEmptyAFileThatMayNotBeRead()
+void TestOverwriteFile::aFailedWriteDoesNotEmptyAFileThatMayNotBeRead()
 {
     writeFile(file, kTooMuch.left(3000));
     QVERIFY(linkHard(file, folder->path("other name")));

@@ -37,7 +37,6 @@ private slots:
     void valuesAreThoseOfTheScenesTime();
 };
 
-static const int kLeftClick = 1;
 
 // ---- the hip
 
@@ -69,7 +68,7 @@ void TestSwapAround::aLockedFigureKeepsTheHipsTranslation()
     f.bone("hip")->setLocalPos(DzVec3(10, -20, 30));
     f.figure->getXPosControl()->lock(true);
     const std::vector<WorldPlace> before = worldPlaces(f.figure);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
     VERIFY_NONE(firstMoved(f.figure, before, 1e-4, 1e-4));
 }
 
@@ -80,8 +79,8 @@ void TestSwapAround::noHipMeansNothingHappens()
     f.selectFigure();
     f.bone("lShin")->getXRotControl()->setValue(10);
     const FigureState before = stateOf(f.figure);
-    QVERIFY(!swapOrSymmetrize(f.figure, kLeftClick, f.time(), false));
-    QVERIFY(!swapOrSymmetrize(f.figure, kLeftClick, f.time(), true));
+    QVERIFY(!swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false));
+    QVERIFY(!swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), true));
     QVERIFY(!mirrorWholePose(f.figure, f.time()));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
     QVERIFY(f.tempFiles().isEmpty());
@@ -192,7 +191,7 @@ void TestSwapAround::anUnusableTempFolderChangesNothing()
     pluginSettings().partLocks[0] = true;
     f.rig.scene.setTime(1600); // so that a value set to what it was leaves a key
     const FigureState before = stateOf(f.figure);
-    QVERIFY(!swapOrSymmetrize(f.figure, kLeftClick, f.time(), false));
+    QVERIFY(!swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
     QVERIFY(!swapOrSymmetrize(f.figure, SelectedBonesOnly, f.time(), true));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
@@ -229,7 +228,7 @@ void TestSwapAround::oneBoneAtFrameTenKeysTwoChannels()
             each.keys.push_back({1600, 0.f});
         each.value = left ? -30.f : 0.f;
     }
-    QVERIFY(swapOrSymmetrize(f.figure, kLeftClick, f.time(), symmetrize));
+    QVERIFY(swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), symmetrize));
     FigureState after = stateOf(f.figure);
     for (ChannelState& each : after) {
         if (each.path == "lForearmBend/YRotate" && each.keys.size() == 1)
@@ -260,7 +259,7 @@ static bool run(const PoseFixture& f, Command command)
 {
     if (command == Command::Mirror || command == Command::MirrorWithLocks)
         return mirrorWholePose(f.figure, f.time());
-    const int kind = command == Command::ThisBone ? SelectedBonesOnly : kLeftClick;
+    const int kind = command == Command::ThisBone ? SelectedBonesOnly : BonesBelowToo;
     return swapOrSymmetrize(f.figure, kind, f.time(), command == Command::Symmetrize);
 }
 
@@ -322,7 +321,7 @@ void TestSwapAround::undoBringsBackEveryBitInOneStep()
     const FigureState before = stateOf(f.figure);
     {
         DzUndoStackHold hold;
-        swapOrSymmetrize(f.figure, kLeftClick, f.time(), symmetrize);
+        swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), symmetrize);
         hold.accept("quillon_stack");
     }
     const FigureState after = stateOf(f.figure);
@@ -341,11 +340,11 @@ void TestSwapAround::everyLockStaysAsItWas()
     poseAtRandom(&random, f.figure);
     lockAtRandom(&random, f.figure, 60);
     const FigureState before = stateOf(f.figure);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
     f.selectBones(QStringList() << "lThighBend"
                                 << "head");
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), true);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), true);
     const FigureState after = stateOf(f.figure);
     for (size_t i = 0; i < before.size(); ++i) {
         QVERIFY2(before[i].locked == after[i].locked, qPrintable(before[i].path));
@@ -362,7 +361,7 @@ void TestSwapAround::valuesAreThoseOfTheScenesTime()
     left->setValue(0, 10);
     left->setValue(1600, 20);
     f.rig.scene.setTime(1600);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
     QCOMPARE(right->getValue(1600), -20.f);
     QCOMPARE(left->getValue(1600), 0.f);
     QCOMPARE(left->getValue(0), 10.f);

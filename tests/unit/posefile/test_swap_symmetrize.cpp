@@ -33,7 +33,6 @@ private slots:
     void theJawKeepsItsOwnValues();
 };
 
-static const int kLeftClick = 1;
 
 static QString partnerName(const QString& bone)
 {
@@ -153,7 +152,7 @@ void TestSwapSymmetrize::swapExchangesEveryBone()
     for (int number = 0; number < kBoneCount; ++number) {
         const QString name = boneName(number);
         f.selectBones(QStringList() << name);
-        swapOrSymmetrize(f.figure, children ? kLeftClick : SelectedBonesOnly, f.time(), false);
+        swapOrSymmetrize(f.figure, children ? BonesBelowToo : SelectedBonesOnly, f.time(), false);
         const BoneValues after = boneValues(f);
         const std::set<int> bones = bonesTakingPart(f, name, children);
         const QString found = firstOtherBone(expectedSwap(bones, before), after, kSevenDigits);
@@ -191,7 +190,7 @@ void TestSwapSymmetrize::symmetrizeTakesThePartnersValues()
                 valueAt(&expected, each, i) = mirrored(i, valueAt(&expected, partner, i));
         }
         f.selectBones(QStringList() << name);
-        swapOrSymmetrize(f.figure, children ? kLeftClick : SelectedBonesOnly, f.time(), true);
+        swapOrSymmetrize(f.figure, children ? BonesBelowToo : SelectedBonesOnly, f.time(), true);
         const QString found = firstOtherBone(expected, boneValues(f), kSevenDigits);
         QVERIFY2(found.isEmpty(), qPrintable(name + " selected: " + found));
     }
@@ -199,7 +198,7 @@ void TestSwapSymmetrize::symmetrizeTakesThePartnersValues()
 
 void TestSwapSymmetrize::thisBoneOnlyLeavesForearmHandAndFingers()
 {
-    for (int clickKind : {kLeftClick, SelectedBonesOnly}) {
+    for (int clickKind : {BonesBelowToo, SelectedBonesOnly}) {
         PoseFixture f;
         f.bone("lShldrBend")->getZRotControl()->setValue(20);
         f.bone("rShldrBend")->getZRotControl()->setValue(7);
@@ -209,7 +208,7 @@ void TestSwapSymmetrize::thisBoneOnlyLeavesForearmHandAndFingers()
         swapOrSymmetrize(f.figure, clickKind, f.time(), false);
         QCOMPARE(f.bone("lShldrBend")->getZRotControl()->getValue(), -7.f);
         QCOMPARE(f.bone("rShldrBend")->getZRotControl()->getValue(), -20.f);
-        const bool all = clickKind == kLeftClick;
+        const bool all = clickKind == BonesBelowToo;
         QCOMPARE(f.bone("lForearmBend")->getYRotControl()->getValue(), all ? 0.f : -30.f);
         QCOMPARE(f.bone("rForearmBend")->getYRotControl()->getValue(), all ? 30.f : 0.f);
         QCOMPARE(f.bone("rIndex1")->getZRotControl()->getValue(), all ? 11.f : 0.f);
@@ -223,7 +222,7 @@ void TestSwapSymmetrize::symmetrizeLeavesTheOtherThighAlone()
     f.bone("rThighBend")->getZRotControl()->setValue(-12.3456);
     f.bone("lThighBend")->getXRotControl()->setValue(5);
     f.selectBones(QStringList() << "lThighBend");
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), true);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), true);
     QCOMPARE(f.bone("lThighBend")->getXRotControl()->getValue(), -50.f);
     QCOMPARE(f.bone("lThighBend")->getZRotControl()->getValue(), 12.3456f);
     QCOMPARE(f.bone("rThighBend")->getXRotControl()->getValue(), -50.f);
@@ -240,7 +239,7 @@ void TestSwapSymmetrize::bothSidesSelectedKeepTheirBones()
     const RawPose before = rawPose(f.figure);
     f.selectBones(QStringList() << "lThighBend"
                                 << "rThighBend");
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), true);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), true);
     const RawPose after = rawPose(f.figure);
     for (size_t i = 0; i < before.size(); ++i)
         QVERIFY2(
@@ -284,7 +283,7 @@ void TestSwapSymmetrize::bonesNotTakingPartKeepTheirPlace()
         const std::set<int> bones = bonesTakingPart(f, name, children);
         const RawPose before = finalPose(f.figure);
         f.selectBones(QStringList() << name);
-        swapOrSymmetrize(f.figure, children ? kLeftClick : SelectedBonesOnly, f.time(), symmetrize);
+        swapOrSymmetrize(f.figure, children ? BonesBelowToo : SelectedBonesOnly, f.time(), symmetrize);
         const RawPose after = finalPose(f.figure);
         for (size_t i = 0; i < before.size(); ++i) {
             const DzNode* bone = qobject_cast<DzBone*>(before[i].first->getOwner());
@@ -312,9 +311,9 @@ void TestSwapSymmetrize::swapOfTheFigureTwiceGivesBackThePose()
         resetPose(f.figure, ResetWholeFigure);
         poseAtRandom(&random, f.figure);
         const RawPose raw = rawPose(f.figure), final = finalPose(f.figure);
-        swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+        swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
         QVERIFY(!firstOtherValue(raw, rawPose(f.figure), 1).isEmpty());
-        swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+        swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
         VERIFY_NONE(firstOtherValue(raw, rawPose(f.figure), kSevenDigits));
         VERIFY_NONE(firstOtherValue(final, finalPose(f.figure), 2 * kSevenDigits));
     }
@@ -332,7 +331,7 @@ void TestSwapSymmetrize::swapOfTheFigureMirrorsEveryEntry()
     std::set<int> every;
     for (int i = 0; i < kBoneCount; ++i)
         every.insert(i);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
     VERIFY_NONE(firstOtherBone(expectedSwap(every, before), boneValues(f), kSevenDigits));
     QCOMPARE(f.control("pCTRLWaistTwist")->getValue(), -0.5f);
     QCOMPARE(f.control("eCTRLEyesClosedR")->getValue(), 0.f);
@@ -361,7 +360,7 @@ void TestSwapSymmetrize::swapOfTheFigureIsItsReflectionInTheWorld()
         const Mirror mirror
             = {f.bone("hip")->getWSPos(), f.figure->getWSRot().multVec(DzVec3(1, 0, 0))};
         const std::vector<WorldPlace> before = worldPlaces(f.figure);
-        QVERIFY(swapOrSymmetrize(f.figure, kLeftClick, f.time(), false));
+        QVERIFY(swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false));
         VERIFY_NONE(firstUnlikeReflection(f.figure, mirror, before));
     }
 }
@@ -372,7 +371,7 @@ void TestSwapSymmetrize::theJawKeepsItsOwnValues()
     DzBone* jaw = f.bone("lowerJaw");
     jaw->getXRotControl()->setRawValue(10);
     jaw->getYRotControl()->setRawValue(3);
-    swapOrSymmetrize(f.figure, kLeftClick, f.time(), false);
+    swapOrSymmetrize(f.figure, BonesBelowToo, f.time(), false);
     QCOMPARE(jaw->getXRotControl()->getRawValue(), 10.f);
     QCOMPARE(jaw->getYRotControl()->getRawValue(), 3.f);
 }
