@@ -11,9 +11,9 @@ import subprocess
 
 from mutations import ROOMS
 
-# The two libraries made of the product's objects: what unit tests link, what posebench loads.
-LIBRARIES = ("lib/libquillon_parts.so", "plugins/Quillon.so")
-OPTIONS = ["-DCMAKE_BUILD_TYPE=Release", "-DQUILLON_ASSERTS=ON", "-DQUILLON_PARTS_SHARED=ON",
+# The libraries made of the product's objects: what unit tests link, and what posebench loads.
+LIBRARIES = (*(f"lib/libquillon_{room}.so" for room in ROOMS), "plugins/Quillon.so")
+OPTIONS = ["-DCMAKE_BUILD_TYPE=Release", "-DQUILLON_ASSERTS=ON", "-DQUILLON_ROOMS_SHARED=ON",
            "-DQUILLON_BENCH=OFF"]
 TESTS = ("unit.*", "e2e.*")
 
@@ -55,7 +55,7 @@ class Tree:
             arguments = row.get("arguments") or shlex.split(row["command"])
             while "ccache" in arguments[0]:
                 arguments = arguments[1:]  # each mutant is compiled once
-            if file.split("/")[0] in ROOMS and "quillon_objects" in output_of(arguments):
+            if file.split("/")[0] in ROOMS and "quillon_" in output_of(arguments):
                 found[file] = arguments
         return found
 

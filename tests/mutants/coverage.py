@@ -11,7 +11,7 @@ from mutations import ROOMS
 
 
 def build_counting(tree, jobs, run_parallel):
-    """The two libraries once more, of objects that count lines, in mutation/coverage."""
+    """The libraries once more, of objects that count lines, in mutation/coverage."""
     folder, stamp = tree.work / "coverage", tree.fingerprint()
     if (folder / "stamp").exists() and (folder / "stamp").read_text() == stamp:
         return
@@ -120,8 +120,10 @@ class Coverage:
                     for number, line in enumerate(path.read_text().split("\n"), 1):
                         if word.search(line):
                             found |= self.of_lines(file, number, number) or set()
-            for path in (self.root / "tests/unit").glob("test_*.cpp"):
-                if word.search(path.read_text()):
-                    found.add(f"unit.{path.stem}")
+            for path in (self.root / "tests/unit").glob("*/test_*.cpp"):
+                text = path.read_text()
+                if word.search(text):
+                    found |= {f"unit.{path.parent.name}.{name}" for name in
+                              re.findall(r"^QUILLON_TEST\w*\(Test(\w+)\)", text, re.M)}
             self.users[key] = found or self.of_file(mutant.file)
         return self.users[key]

@@ -41,6 +41,7 @@ class Worker:
         self.compile = self.tree.compile_commands()
         self.link = self.tree.link_commands()
         self.counting = False
+        self.mutated = set(build_tree.LIBRARIES)  # not as they were built: linked anew next time
         self.enter()
 
     def enter(self):
@@ -146,12 +147,18 @@ class Worker:
         return hashlib.sha1(output.read_bytes()).hexdigest() if done.returncode == 0 else None
 
     def link_mutant(self, file):
-        replaced = {build_tree.output_of(self.compile[file]): self.own / "obj/mutant.o"}
+        object_file = build_tree.output_of(self.compile[file])
+        replaced = {object_file: self.own / "obj/mutant.o"}
         for library in build_tree.LIBRARIES:
+            if object_file not in self.link[library] and library not in self.mutated:
+                continue
             command = build_tree.relinked(self.link[library], replaced, library + ".new")
             if subprocess.run(command, cwd=self.tree.build, capture_output=True).returncode:
                 return False
             os.replace(self.tree.build / (library + ".new"), self.tree.build / library)
+            self.mutated.discard(library)
+            if object_file in self.link[library]:
+                self.mutated.add(library)
         return True
 
     def mutant(self, order):
