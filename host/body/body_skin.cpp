@@ -33,7 +33,7 @@ static const BoneRow* boneRow(const FigureData& data, const char* name)
     for (const BoneRow& bone : data.bones)
         if (bone.name == QLatin1String(name))
             return &bone;
-    return 0;
+    return nullptr;
 }
 
 template <size_t N>

@@ -186,9 +186,9 @@ void fillPickMap(const Raster& raster, const SceneMesh& mesh, int samples, PickM
 DzNode* PickMap::at(int x, int y) const
 {
     if (x < 0 || y < 0 || x >= width || y >= height)
-        return 0;
+        return nullptr;
     const int index = node[size_t(y) * width + x];
-    return index < 0 ? 0 : nodes[index];
+    return index < 0 ? nullptr : nodes[index];
 }
 
 QImage renderSceneImage(

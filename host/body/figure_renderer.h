@@ -31,7 +31,7 @@ struct PickMap {
 
 // The scene dzScene at its current time, ARGB32_Premultiplied and opaque. pick may be null.
 QImage renderSceneImage(const QSize& size, const Camera& camera,
-    const RenderOptions& options = RenderOptions(), PickMap* pick = 0);
+    const RenderOptions& options = RenderOptions(), PickMap* pick = nullptr);
 
 extern const QColor kSelectionColor;
 

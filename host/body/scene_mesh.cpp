@@ -208,7 +208,7 @@ SceneMesh sceneMesh(const View& view, bool highlight)
         QString why;
         const FigureData* data = node->inherits("DzFigure")
             ? figureData(node->getObject() ? node->getObject()->getName() : QString(), &why)
-            : 0;
+            : nullptr;
         if (data)
             addFigure(*data, static_cast<DzSkeleton*>(node), lights, highlight, &mesh);
         else if (node->getObject() && node->getObject()->getGeometryBox().isValid())

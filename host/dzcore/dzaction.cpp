@@ -97,8 +97,8 @@ DzPaneMgr* DzPaneAction::paneMgr() const // null without a main window
 {
     if (m_paneMgr)
         return m_paneMgr;
-    DzMainWindow* window = dzApp ? dzApp->getInterface() : 0;
-    return window ? window->getPaneMgr() : 0;
+    DzMainWindow* window = dzApp ? dzApp->getInterface() : nullptr;
+    return window ? window->getPaneMgr() : nullptr;
 }
 
 void DzPaneAction::executeAction()
@@ -106,7 +106,7 @@ void DzPaneAction::executeAction()
     DzPaneMgr* panes = paneMgr();
     if (panes)
         panes->togglePane(m_paneClassName);
-    const DzPane* pane = panes ? panes->findPane(m_paneClassName) : 0;
+    const DzPane* pane = panes ? panes->findPane(m_paneClassName) : nullptr;
     setChecked(pane && pane->isVisible()); // triggering has flipped the mark, right or wrong
 }
 
@@ -143,6 +143,6 @@ void DzPaneAction::paneLabelChanged(const QString& label)
 
 void DzPaneAction::paneDestroyed()
 {
-    m_pane = 0; // the next one may be followed
+    m_pane = nullptr; // the next one may be followed
     setChecked(false);
 }

@@ -27,12 +27,12 @@ static bool hasClass(const DzAction* action, const QString& className)
 DzAction* DzActionMgr::findAction(const QString& className) const
 {
     if (DZ_HOST_CALL("findAction"))
-        return 0;
+        return nullptr;
     for (int i = 0; i < m_actions.size(); ++i) {
         if (hasClass(m_actions.at(i), className))
             return m_actions.at(i);
     }
-    return 0;
+    return nullptr;
 }
 
 int DzActionMgr::getNumActions() const
@@ -42,7 +42,7 @@ int DzActionMgr::getNumActions() const
 
 DzAction* DzActionMgr::getAction(int i) const
 {
-    return m_actions.value(i, 0);
+    return m_actions.value(i, nullptr);
 }
 
 void DzActionMgr::registerAction(DzAction* action)

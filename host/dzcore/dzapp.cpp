@@ -10,7 +10,7 @@
 #include <QStatusBar>
 #include <QUrl>
 
-DzApp* dzApp = 0;
+DzApp* dzApp = nullptr;
 
 static const int kMaxLogLines = 10000;
 
@@ -25,21 +25,21 @@ DzApp::DzApp(const DzAppSetup& setup)
 
 DzApp::~DzApp()
 {
-    dzApp = 0;
+    dzApp = nullptr;
     delete m_contentMgr;
 }
 
 DzMainWindow* DzApp::getInterface() const
 {
     if (DZ_HOST_CALL("getInterface"))
-        return 0;
+        return nullptr;
     return m_interface;
 }
 
 DzContentMgr* DzApp::getContentMgr() const
 {
     if (DZ_HOST_CALL("getContentMgr"))
-        return 0;
+        return nullptr;
     return m_contentMgr;
 }
 
@@ -126,13 +126,13 @@ void DzApp::statusLine(const QString& text, bool addToLog)
 const DzClassFactory* DzApp::findClassFactory(const QString& className) const
 {
     if (DZ_HOST_CALL("findClassFactory"))
-        return 0;
+        return nullptr;
     const QList<DzClassFactory*> all = getClassFactories();
     for (int i = 0; i < all.size(); ++i) {
         if (all.at(i)->className() == className)
             return all.at(i);
     }
-    return 0;
+    return nullptr;
 }
 
 const DzAppSetup& DzApp::getSetup() const
@@ -166,7 +166,7 @@ int DzApp::getNumPlugins() const
 
 DzPlugin* DzApp::getPlugin(int i) const
 {
-    return m_plugins.value(i, 0);
+    return m_plugins.value(i, nullptr);
 }
 
 void DzApp::addClassFactory(DzClassFactory* factory)

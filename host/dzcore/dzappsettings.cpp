@@ -10,7 +10,7 @@
 static QSettings* openSettings() // null: nothing is kept; the caller owns it
 {
     if (!dzApp || dzApp->getSetup().settingsFile.isEmpty())
-        return 0;
+        return nullptr;
     QSettings* settings = new QSettings(dzApp->getSetup().settingsFile, QSettings::IniFormat);
     settings->setIniCodec("UTF-8");
     return settings;

@@ -12,7 +12,7 @@ class QVBoxLayout;
 class DZCORE_EXPORT DzBasicDialog : public DzDialog {
     Q_OBJECT
 public:
-    explicit DzBasicDialog(QWidget* parent = 0, const QString& name = QString());
+    explicit DzBasicDialog(QWidget* parent = nullptr, const QString& name = QString());
     ~DzBasicDialog() override;
 
     // From top to bottom, in order of calls; the dialog takes ownership. Spacing in pixels.

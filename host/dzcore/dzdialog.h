@@ -10,6 +10,6 @@
 class DZCORE_EXPORT DzDialog : public QDialog {
     Q_OBJECT
 public:
-    explicit DzDialog(QWidget* parent = 0, const QString& name = QString());
+    explicit DzDialog(QWidget* parent = nullptr, const QString& name = QString());
     ~DzDialog() override;
 };

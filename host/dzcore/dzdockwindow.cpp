@@ -149,7 +149,7 @@ void DzDockWindow::applyStripLimits()
     if (stripOnly && !ownTitle) {
         m_frame->setTitleBarWidget(emptyTitleBar(m_frame));
     } else if (!stripOnly && ownTitle) {
-        m_frame->setTitleBarWidget(0);
+        m_frame->setTitleBarWidget(nullptr);
         ownTitle->deleteLater();
     }
 }

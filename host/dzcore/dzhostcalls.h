@@ -14,7 +14,7 @@ extern DZCORE_EXPORT DzHostCallHook dzHostCallHook; // null: nobody watches
 
 #if defined(__GNUC__)
 #define DZ_HOST_CALL(name)                                                                         \
-    (Q_UNLIKELY(dzHostCallHook != 0) && dzHostCallHook(name, __builtin_return_address(0)))
+    (Q_UNLIKELY(dzHostCallHook != nullptr) && dzHostCallHook(name, __builtin_return_address(0)))
 #else
 #define DZ_HOST_CALL(name) (dzHostCallHook != 0 && dzHostCallHook(name, 0))
 #endif

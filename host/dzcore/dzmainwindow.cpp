@@ -20,20 +20,20 @@ DzMainWindow::~DzMainWindow()
 {
     m_paneMgr->destroyPanes();
     if (dzApp && dzApp->getInterface() == this)
-        dzApp->setInterface(0);
+        dzApp->setInterface(nullptr);
 }
 
 DzPaneMgr* DzMainWindow::getPaneMgr() const
 {
     if (DZ_HOST_CALL("getPaneMgr"))
-        return 0;
+        return nullptr;
     return m_paneMgr;
 }
 
 DzActionMgr* DzMainWindow::getActionMgr() const
 {
     if (DZ_HOST_CALL("getActionMgr"))
-        return 0;
+        return nullptr;
     return m_actionMgr;
 }
 

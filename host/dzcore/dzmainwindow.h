@@ -11,7 +11,8 @@ class DzPaneMgr;
 class DZCORE_EXPORT DzMainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    explicit DzMainWindow(QWidget* parent = 0); // becomes dzApp's interface when there is a dzApp
+    explicit DzMainWindow(
+        QWidget* parent = nullptr); // becomes dzApp's interface when there is a dzApp
     ~DzMainWindow() override; // destroys panes first, while the managers still work
 
     Q_INVOKABLE DzPaneMgr* getPaneMgr() const;

@@ -41,7 +41,7 @@ void DzPane::setLabel(const QString& label)
 DzPaneGroup* DzPane::getPaneGroup() const
 {
     if (DZ_HOST_CALL("getPaneGroup"))
-        return 0;
+        return nullptr;
     return m_group;
 }
 

@@ -49,7 +49,7 @@ DzPaneGroup::DzPaneGroup(DzPaneMgr* paneMgr, QMainWindow* mainWindow, bool stays
 
 DzPaneGroup::~DzPaneGroup()
 {
-    disconnect(m_tabs, 0, this, 0);
+    disconnect(m_tabs, nullptr, this, nullptr);
     const QList<DzPane*> panes = m_panes;
     for (int i = panes.size() - 1; i >= 0; --i)
         delete panes.at(i);
@@ -64,7 +64,7 @@ int DzPaneGroup::getNumPanes() const
 
 DzPane* DzPaneGroup::getPane(int i) const
 {
-    return m_panes.value(i, 0);
+    return m_panes.value(i, nullptr);
 }
 
 DzPane* DzPaneGroup::getCurrentPane() const

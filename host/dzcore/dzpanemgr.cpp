@@ -28,13 +28,13 @@ static DzPane* paneOfClass(const QList<DzPane*>& panes, const QString& className
         if (name == panes.at(i)->metaObject()->className())
             return panes.at(i);
     }
-    return 0;
+    return nullptr;
 }
 
 DzPane* DzPaneMgr::findPane(const QString& className) const
 {
     if (DZ_HOST_CALL("findPane"))
-        return 0;
+        return nullptr;
     return paneOfClass(m_panes, className);
 }
 
@@ -53,14 +53,14 @@ int DzPaneMgr::getNumPaneGroups() const
 DzPaneGroup* DzPaneMgr::getPaneGroup(int i) const
 {
     if (DZ_HOST_CALL("getPaneGroup"))
-        return 0;
-    return m_groups.value(i, 0);
+        return nullptr;
+    return m_groups.value(i, nullptr);
 }
 
 DzPaneGroup* DzPaneMgr::createEmptyPaneGroup()
 {
     if (DZ_HOST_CALL("createEmptyPaneGroup"))
-        return 0;
+        return nullptr;
     return createGroup(true);
 }
 
@@ -122,8 +122,8 @@ int DzPaneMgr::togglePane(const QString& className)
 
 DzPane* DzPaneMgr::createPane(const QString& className)
 {
-    const DzClassFactory* factory = dzApp ? dzApp->findClassFactory(className) : 0;
-    QObject* made = factory ? factory->createInstance() : 0;
+    const DzClassFactory* factory = dzApp ? dzApp->findClassFactory(className) : nullptr;
+    QObject* made = factory ? factory->createInstance() : nullptr;
     DzPane* pane = qobject_cast<DzPane*>(made);
     if (pane)
         addPane(pane);

@@ -79,5 +79,5 @@ int DzPlugin::getNumClassFactories() const
 
 DzClassFactory* DzPlugin::getClassFactory(int i) const
 {
-    return m_factories.value(i, 0);
+    return m_factories.value(i, nullptr);
 }

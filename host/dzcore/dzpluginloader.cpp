@@ -11,7 +11,7 @@ typedef DzPlugin* (*DefinitionEntry)();
 DzPluginLoader::DzPluginLoader(const QString& file)
     : m_file(QDir::cleanPath(QFileInfo(file).absoluteFilePath()))
     , m_library(m_file)
-    , m_plugin(0)
+    , m_plugin(nullptr)
 {
     // A missing symbol is told now and not as a crash later.
     m_library.setLoadHints(QLibrary::ResolveAllSymbolsHint);
@@ -79,7 +79,7 @@ bool DzPluginLoader::unload()
         return false;
     if (dzApp)
         dzApp->removePlugin(m_plugin);
-    m_plugin = 0;
+    m_plugin = nullptr;
     m_sdkVersion = DzVersion();
     return m_library.unload();
 }

@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <vector>
 
-DzProgressHook dzProgressHook = 0;
+DzProgressHook dzProgressHook = nullptr;
 
 static const int kRefreshMs = 33; // repaint and run events at most this often
 
@@ -57,7 +57,8 @@ void DzProgress::openRow()
     if (!d->enabled || !qobject_cast<QApplication*>(QCoreApplication::instance()))
         return;
     if (!g_window)
-        g_window = new DzProgressWindow(dzApp ? dzApp->getDialogParent() : 0, d->record.title);
+        g_window
+            = new DzProgressWindow(dzApp ? dzApp->getDialogParent() : nullptr, d->record.title);
     g_window->addRow();
     d->hasRow = true;
     updateCancelButton();
@@ -203,7 +204,7 @@ void DzProgress::finish()
         refresh(true);
         if (g_window)
             g_window->leaveOpen();
-        g_window = 0;
+        g_window = nullptr;
     }
     d->running = false;
     g_running.pop_back();
@@ -223,5 +224,5 @@ void DzProgress::closeRow(bool last)
     }
     g_window->hide();
     g_window->deleteLater();
-    g_window = 0;
+    g_window = nullptr;
 }

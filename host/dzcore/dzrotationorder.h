@@ -21,7 +21,7 @@ public:
     }
     int operator[](int i) const; // axis 0..2 (x, y, z) of the i-th turn, i in 0..2
     QString toString() const; // "XYZ"
-    static DzRotationOrder fromString(const QString&, bool* ok = 0); // XYZ when unknown
+    static DzRotationOrder fromString(const QString&, bool* ok = nullptr); // XYZ when unknown
 
     bool operator==(const DzRotationOrder& o) const
     {

@@ -41,7 +41,7 @@ bool DzScript::execute()
 
 bool DzScript::execute(const QVariantList& args)
 {
-    return run(args, 0, QVariantList());
+    return run(args, nullptr, QVariantList());
 }
 
 bool DzScript::call(const QString& function, const QVariantList& args)

@@ -83,8 +83,8 @@ void dzEquipScriptEngine(QScriptEngine* engine)
 {
     registerPointers(engine);
     QScriptValue global = engine->globalObject();
-    QObject* window = dzApp ? dzApp->getInterface() : 0;
-    QObject* content = dzApp ? dzApp->getContentMgr() : 0;
+    QObject* window = dzApp ? dzApp->getInterface() : nullptr;
+    QObject* content = dzApp ? dzApp->getContentMgr() : nullptr;
     global.setProperty(QLatin1String("App"), wrapObject(engine, dzApp));
     global.setProperty(QLatin1String("MainWindow"), wrapObject(engine, window));
     global.setProperty(QLatin1String("ContentMgr"), wrapObject(engine, content));

@@ -52,7 +52,7 @@ public:
     QString toString() const; // "4.5.0.100", always four parts
     // One to four decimal parts between dots, each 0..65535; parts left out are 0. 0.0.0.0 with
     // *ok false when the text is anything else.
-    static DzVersion fromString(const QString&, bool* ok = 0);
+    static DzVersion fromString(const QString&, bool* ok = nullptr);
 
     bool operator==(const DzVersion& v) const
     {

@@ -212,13 +212,13 @@ const FigureData* figureData(const QString& name, QString* why)
 {
     if (!figureNames().contains(name)) {
         *why = QString("%1: no such figure; there are %2").arg(name, figureNames().join(", "));
-        return 0;
+        return nullptr;
     }
     std::unique_ptr<FigureData>& cached = g_figures[name];
     if (!cached) {
         std::unique_ptr<FigureData> read(new FigureData);
         if (!readFigure(name, read.get(), why))
-            return 0;
+            return nullptr;
         cached = std::move(read);
     }
     return cached.get();

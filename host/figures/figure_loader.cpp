@@ -132,7 +132,7 @@ DzFigure* loadFigure(const QString& name, QString* why)
 {
     const FigureData* data = figureData(name, why);
     if (!data)
-        return 0;
+        return nullptr;
     DzUndoStackLock unrecorded;
     DzFigure* figure = new DzFigure(data->name);
     figure->setLabel(uniqueLabel(data->label));

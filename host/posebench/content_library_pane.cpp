@@ -86,7 +86,7 @@ void DzContentLibraryPane::showRoots()
     m_list->clear();
     m_up->setEnabled(false);
     m_place->setText(tr("Content directories"));
-    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : 0;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
     for (int i = 0; content && i < content->getNumContentDirectories(); ++i)
         addItem(content->getContentDirectoryPath(i), content->getContentDirectoryPath(i),
             style()->standardIcon(QStyle::SP_DriveHDIcon));
@@ -152,7 +152,7 @@ void DzContentLibraryPane::refresh()
 
 void DzContentLibraryPane::goUp()
 {
-    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : 0;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
     for (int i = 0; content && i < content->getNumContentDirectories(); ++i)
         if (m_folder == content->getContentDirectoryPath(i))
             return showRoots();

@@ -72,8 +72,8 @@ static QAction* addAction(QMenu* menu, const QString& text, QObject* target, con
 HostMenus::HostMenus(PoseBenchWindow* window)
     : QObject(window)
     , m_window(window)
-    , m_undo(0)
-    , m_redo(0)
+    , m_undo(nullptr)
+    , m_redo(nullptr)
 {
     fillFileMenu();
     fillEditMenu();
@@ -164,12 +164,12 @@ static QMenu* submenu(const QList<QAction*>& actions, const QString& title)
     for (QAction* action : actions)
         if (action->menu() && plainTitle(action->menu()->title()) == plainTitle(title))
             return action->menu();
-    return 0;
+    return nullptr;
 }
 
 QMenu* HostMenus::menuAt(const QString& path)
 {
-    QMenu* menu = 0;
+    QMenu* menu = nullptr;
     for (const QString& title : path.split('/')) {
         QMenu* next = submenu(menu ? menu->actions() : m_window->menuBar()->actions(), title);
         if (!next)
@@ -221,7 +221,7 @@ void HostMenus::addProp()
 
 static QString startFolder()
 {
-    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : 0;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
     return content ? content->getContentDirectoryPath(0) : QString();
 }
 

@@ -24,7 +24,7 @@ using namespace quillon;
 
 static DzNode* shownNode()
 {
-    return dzScene ? dzScene->getPrimarySelection() : 0;
+    return dzScene ? dzScene->getPrimarySelection() : nullptr;
 }
 
 DzParameterList::DzParameterList(QWidget* parent)

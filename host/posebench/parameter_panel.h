@@ -17,7 +17,7 @@ class QLineEdit;
 class DzParameterList : public QAbstractScrollArea {
     Q_OBJECT
 public:
-    explicit DzParameterList(QWidget* parent = 0);
+    explicit DzParameterList(QWidget* parent = nullptr);
 
 public slots:
     void setFilter(const QString& text);

@@ -145,8 +145,8 @@ static DzFloatProperty* controlOf(const DzSkeleton* figure, const QString& name)
     if (DzProperty* property = figure->findProperty(name))
         return qobject_cast<DzFloatProperty*>(property);
     const DzObject* object = figure->getObject();
-    DzMorph* morph = object ? qobject_cast<DzMorph*>(object->findModifier(name)) : 0;
-    return morph ? morph->getValueChannel() : 0;
+    DzMorph* morph = object ? qobject_cast<DzMorph*>(object->findModifier(name)) : nullptr;
+    return morph ? morph->getValueChannel() : nullptr;
 }
 
 DzFloatProperty* presetProperty(const DzSkeleton* figure, const PresetChannel& channel)
@@ -155,7 +155,7 @@ DzFloatProperty* presetProperty(const DzSkeleton* figure, const PresetChannel& c
         return controlOf(figure, channel.control);
     const DzNode* node = channel.node.isEmpty() ? static_cast<const DzNode*>(figure)
                                                 : figure->findBone(channel.node);
-    return node ? qobject_cast<DzFloatProperty*>(node->findProperty(channel.property)) : 0;
+    return node ? qobject_cast<DzFloatProperty*>(node->findProperty(channel.property)) : nullptr;
 }
 
 int applyPosePreset(const PosePreset& preset, DzSkeleton* figure, DzTime at)

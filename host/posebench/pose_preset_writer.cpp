@@ -111,7 +111,7 @@ static QByteArray assetId(const QString& file)
 {
     const QString path = QFileInfo(file).absoluteFilePath();
     QString id = path.startsWith('/') ? path : '/' + path;
-    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : 0;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
     for (int i = 0; content && i < content->getNumContentDirectories(); ++i) {
         const QString root = content->getContentDirectoryPath(i);
         if (path.startsWith(root + '/')) {

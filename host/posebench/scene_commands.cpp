@@ -24,7 +24,7 @@ static DzNode* addNode(DzNode* node)
 DzNode* addFigureToScene(const QString& name, QString* why)
 {
     DzFigure* figure = loadFigure(name, why);
-    return figure ? addNode(figure) : 0;
+    return figure ? addNode(figure) : nullptr;
 }
 
 DzNode* addPropToScene(const QString& name, const DzVec3& min, const DzVec3& max)
@@ -65,7 +65,7 @@ void selectOnly(DzNode* node)
 DzSkeleton* selectedFigure()
 {
     DzNode* node = dzScene->getPrimarySelection();
-    return node ? node->getSkeleton() : 0;
+    return node ? node->getSkeleton() : nullptr;
 }
 
 static DzBox3 boxOf(const DzNode* node)

@@ -65,7 +65,7 @@ void DzSceneTreePane::rebuild()
     m_tree->clear();
     for (int i = 0; i < dzScene->getNumNodes(); ++i)
         if (dzScene->getNode(i)->isRootNode())
-            addBelow(dzScene->getNode(i), 0);
+            addBelow(dzScene->getNode(i), nullptr);
     for (auto i = m_items.constBegin(); i != m_items.constEnd(); ++i)
         if (known.contains(i.key()))
             i.value()->setExpanded(open.contains(i.key()));

@@ -16,7 +16,7 @@ class QToolButton;
 class DzTimeRuler : public QWidget {
     Q_OBJECT
 public:
-    explicit DzTimeRuler(QWidget* parent = 0);
+    explicit DzTimeRuler(QWidget* parent = nullptr);
     QSize sizeHint() const override;
 
 protected:

@@ -192,7 +192,7 @@ void ViewportWidget::clickAt(const QPoint& px, bool add)
 
 static QString selectionText()
 {
-    const DzNode* node = dzScene ? dzScene->getPrimarySelection() : 0;
+    const DzNode* node = dzScene ? dzScene->getPrimarySelection() : nullptr;
     if (!node)
         return QString();
     const DzSkeleton* figure = node->getSkeleton();
@@ -206,7 +206,7 @@ static QString selectionText()
 // The joint of the primary selection, seen through the body.
 static void paintJoint(QPainter* painter, const Camera& camera, const QSize& size)
 {
-    const DzNode* node = dzScene ? dzScene->getPrimarySelection() : 0;
+    const DzNode* node = dzScene ? dzScene->getPrimarySelection() : nullptr;
     float x, y, depth;
     if (!node || !projectPoint(makeView(camera, size), node->getWSPos(), &x, &y, &depth))
         return;

@@ -15,7 +15,7 @@
 class ViewportWidget : public QWidget {
     Q_OBJECT
 public:
-    explicit ViewportWidget(QWidget* parent = 0);
+    explicit ViewportWidget(QWidget* parent = nullptr);
 
     const quillon::Camera& camera() const;
     void setCamera(const quillon::Camera&);
