@@ -74,7 +74,7 @@ expect "the preset sdk without an SDK is refused" says_so "Set QUILLON_DZSDK"
 configures qt4_tree -DQUILLON_QT=4 -DQUILLON_QT4_DIR="$work/qt4"
 expect "a Qt 4.8 prefix configures" [ $status = 0 ]
 expect "plug-in and library are built" builds qt4_tree '^lib/libdzcore\.so'
-expect "with unit tests" builds qt4_tree '^tests/test_dz'
+expect "with unit tests" builds qt4_tree '^tests/test_ground'
 expect "without posebench" builds_not qt4_tree 'bin/posebench'
 expect "against its libraries" grep -q "qt4/lib/libQtGui.so" "$work/qt4_tree/build.ninja"
 expect "and no Qt 5" bash -c "! grep -qi 'qt5' '$work/qt4_tree/build.ninja'"
