@@ -1,174 +1,133 @@
 #include "figure/body_parts.h"
 
-#include "figure/figure_kind.h"
-#include "figure/part_tables.h"
-
-#include <iterator>
 #include <vector>
 
 namespace quillon {
 
 namespace {
 
-// One bit of the answer kept for each table name.
-enum NameTest {
-    FaceBone,
-    ExpressionG8,
-    ExpressionG81,
-    TorsoArm,
-    Leg,
-    HipBend,
-    ToeFoot,
-    FootPattern,
-    LeftHandControl,
-    RightHandControl,
-    UpperBodyBone,
-    LegBone,
-    FootBone,
-    LeftHandBone,
-    RightHandBone,
-    NameTestCount
-};
-
-struct TestRow {
-    NameTest test;
-    const char* const* names;
-    int count;
-    bool exact; // the name equals one of them; otherwise it contains one
-};
-
-const TestRow kTests[] = {
-    {FaceBone, kFaceBoneNames, std::size(kFaceBoneNames), false},
-    {ExpressionG8, kExpressionControlsG8, std::size(kExpressionControlsG8), false},
-    {ExpressionG81, kExpressionControlsG81, std::size(kExpressionControlsG81), false},
-    {TorsoArm, kTorsoArmControls, std::size(kTorsoArmControls), false},
-    {Leg, kLegControls, std::size(kLegControls), false},
-    {HipBend, kHipControls, std::size(kHipControls), false},
-    {ToeFoot, kToeFootControls, std::size(kToeFootControls), true},
-    {FootPattern, kFootControls, std::size(kFootControls), false},
-    {LeftHandControl, kLeftHandControls, std::size(kLeftHandControls), true},
-    {RightHandControl, kRightHandControls, std::size(kRightHandControls), true},
-    {UpperBodyBone, kUpperBodyBones, std::size(kUpperBodyBones), true},
-    {LegBone, kLegBones, std::size(kLegBones), true},
-    {FootBone, kFeetBones, std::size(kFeetBones), true},
-    {LeftHandBone, kLeftHandBones, std::size(kLeftHandBones), true},
-    {RightHandBone, kRightHandBones, std::size(kRightHandBones), true},
-};
-static_assert(std::size(kTests) == NameTestCount, "one row per test, in the order of NameTest");
-
 struct Answers {
-    std::vector<QString> names[NameTestCount]; // what a test looks for
-    unsigned bits[kNameCount]; // answers for the table names, by name id
+    std::vector<QString> wanted[NameTestCount]; // what a test looks for
+    unsigned bits[kNameCount]; // one for each test, by name id
 };
 
 } // namespace
 
-static bool runTest(const Answers& answers, NameTest test, const QString& name)
+static bool runTest(const Answers& answers, int test, const QString& name)
 {
-    const bool exact = kTests[test].exact;
-    for (const QString& wanted : answers.names[test]) {
+    const bool exact = test >= FirstExactTest;
+    for (const QString& wanted : answers.wanted[test]) {
         if (exact ? name == wanted : name.contains(wanted))
             return true;
     }
     return false;
 }
 
-static Answers buildAnswers()
+static Answers buildAnswers(const FigureModel& model)
 {
     Answers answers;
-    for (const TestRow& row : kTests) {
-        for (int i = 0; i < row.count; ++i)
-            answers.names[row.test].push_back(QLatin1String(row.names[i]));
+    for (int test = 0; test < NameTestCount; ++test) {
+        for (const char* name : model.tests[test])
+            answers.wanted[test].push_back(QLatin1String(name));
     }
     for (int id = 0; id < kNameCount; ++id) {
         answers.bits[id] = 0;
-        for (const TestRow& row : kTests)
-            answers.bits[id] |= unsigned(runTest(answers, row.test, nameText(id))) << row.test;
+        for (int test = 0; test < NameTestCount; ++test)
+            answers.bits[id] |= unsigned(runTest(answers, test, nameText(id))) << test;
     }
     return answers;
 }
 
-static bool passes(const QString& name, NameTest test)
+static std::vector<Answers> buildAllAnswers()
 {
-    static const Answers answers = buildAnswers();
+    std::vector<Answers> answers;
+    for (int kind = 0; kind < kFigureKindCount; ++kind)
+        answers.push_back(buildAnswers(modelFor(FigureKind(kind))));
+    return answers;
+}
+
+static bool passes(const QString& name, NameTest test, const FigureModel& model)
+{
+    static const std::vector<Answers> allAnswers = buildAllAnswers(); // by FigureKind
+    const Answers& answers = allAnswers[size_t(model.kind)];
     const int id = nameId(name);
     return id < 0 ? runTest(answers, test, name) : (answers.bits[id] >> test) & 1u;
 }
 
-bool isFaceBone(const QString& name)
+bool isFaceBone(const QString& name, const FigureModel& model)
 {
-    return passes(name, FaceBone);
+    return passes(name, FaceBone, model);
 }
 
-bool isHandBone(const QString& name)
+bool isHandBone(const QString& name, const FigureModel& model)
 {
-    return passes(name, LeftHandBone) || passes(name, RightHandBone);
+    return passes(name, LeftHandBone, model) || passes(name, RightHandBone, model);
 }
 
-bool isFootBone(const QString& name)
+bool isFootBone(const QString& name, const FigureModel& model)
 {
-    return passes(name, FootBone);
+    return passes(name, FootBone, model);
 }
 
-bool isExpressionControl(const QString& name)
+bool isExpressionControl(const QString& name, const FigureModel& model)
 {
-    return passes(name, isGenesis81() ? ExpressionG81 : ExpressionG8);
+    return passes(name, ExpressionControl, model);
 }
 
-bool isTorsoArmControl(const QString& name)
+bool isTorsoArmControl(const QString& name, const FigureModel& model)
 {
-    return passes(name, TorsoArm);
+    return passes(name, TorsoArmControl, model);
 }
 
-bool isLegControl(const QString& name)
+bool isLegControl(const QString& name, const FigureModel& model)
 {
-    return passes(name, Leg);
+    return passes(name, LegControl, model);
 }
 
-bool isHipControl(const QString& name)
+bool isHipControl(const QString& name, const FigureModel& model)
 {
-    return passes(name, HipBend);
+    return passes(name, HipControl, model);
 }
 
-bool isToeFootControl(const QString& name)
+bool isToeFootControl(const QString& name, const FigureModel& model)
 {
-    return passes(name, ToeFoot);
+    return passes(name, ToeFootControl, model);
 }
 
-bool isFootControl(const QString& name)
+bool isFootControl(const QString& name, const FigureModel& model)
 {
-    return passes(name, FootPattern) || passes(name, ToeFoot);
+    return passes(name, FootPattern, model) || passes(name, ToeFootControl, model);
 }
 
-bool isHandControl(const QString& name, int side)
+bool isHandControl(const QString& name, int side, const FigureModel& model)
 {
     if (side != LeftSide && side != RightSide)
         return false;
-    return passes(name, side == LeftSide ? LeftHandControl : RightHandControl);
+    return passes(name, side == LeftSide ? LeftHandControl : RightHandControl, model);
 }
 
-bool boneInPart(const QString& name, BodyPart part)
+bool boneInPart(const QString& name, BodyPart part, const FigureModel& model)
 {
     static const NameTest kTestOfPart[kBodyPartCount]
         = {UpperBodyBone, LegBone, FootBone, FaceBone, LeftHandBone, RightHandBone};
-    return passes(name, kTestOfPart[int(part)]);
+    return passes(name, kTestOfPart[int(part)], model);
 }
 
-bool controlInPart(const QString& name, BodyPart part)
+bool controlInPart(const QString& name, BodyPart part, const FigureModel& model)
 {
     switch (part) {
     case BodyPart::UpperBody:
-        return isHipControl(name) || isTorsoArmControl(name);
+        return isHipControl(name, model) || isTorsoArmControl(name, model);
     case BodyPart::Legs:
-        return isHipControl(name) || isLegControl(name);
+        return isHipControl(name, model) || isLegControl(name, model);
     case BodyPart::Feet:
-        return isFootControl(name);
+        return isFootControl(name, model);
     case BodyPart::Face:
-        return isExpressionControl(name);
+        return isExpressionControl(name, model);
     case BodyPart::LeftHand:
-        return isHandControl(name, LeftSide);
+        return isHandControl(name, LeftSide, model);
     case BodyPart::RightHand:
-        return isHandControl(name, RightSide);
+        return isHandControl(name, RightSide, model);
     }
     return false;
 }

@@ -4,19 +4,33 @@
 
 #include <QString>
 
+#include <algorithm>
+
 namespace quillon {
 
-static const struct FigureName {
-    const char* name;
-    FigureKind kind;
-} kFigureNames[] = {
-    {"Genesis8Female", FigureKind::Genesis8},
-    {"Genesis8Male", FigureKind::Genesis8},
-    {"Genesis8_1Female", FigureKind::Genesis8_1},
-    {"Genesis8_1Male", FigureKind::Genesis8_1},
-};
-
 static FigureKind g_figureKind = FigureKind::Genesis8;
+
+static bool isOneOf(const QString& name, const NameList& names)
+{
+    return std::any_of(names.begin(), names.end(),
+        [&name](const char* each) { return name == QLatin1String(each); });
+}
+
+FigureKind generationOf(const DzNode* node)
+{
+    const QString name = node ? node->getName() : QString();
+    for (int kind = 0; kind < kFigureKindCount; ++kind) {
+        if (isOneOf(name, modelFor(FigureKind(kind)).figureNames))
+            return FigureKind(kind);
+    }
+    return FigureKind::None;
+}
+
+const FigureModel& modelOf(const DzNode* node)
+{
+    const FigureKind kind = generationOf(node ? node->getSkeleton() : nullptr);
+    return kind != FigureKind::None ? modelFor(kind) : activeModel();
+}
 
 FigureKind figureKind()
 {
@@ -28,6 +42,11 @@ bool isGenesis81()
     return g_figureKind == FigureKind::Genesis8_1;
 }
 
+const FigureModel& activeModel()
+{
+    return modelFor(g_figureKind);
+}
+
 void resetFigureKind()
 {
     g_figureKind = FigureKind::Genesis8;
@@ -35,16 +54,10 @@ void resetFigureKind()
 
 bool isSupportedFigure(const DzNode* node)
 {
-    if (!node)
-        return false;
-    const QString name = node->getName();
-    for (const FigureName& row : kFigureNames) {
-        if (name == QLatin1String(row.name)) {
-            g_figureKind = row.kind;
-            return true;
-        }
-    }
-    return false;
+    const FigureKind kind = generationOf(node);
+    if (kind != FigureKind::None)
+        g_figureKind = kind;
+    return kind != FigureKind::None;
 }
 
 bool isFigureNode(const DzNode* node)

@@ -1,8 +1,6 @@
 #include "figure/figure_lookup.h"
 
 #include "figure/body_parts.h"
-#include "figure/bone_control_links.h"
-#include "figure/figure_kind.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -16,69 +14,79 @@ namespace quillon {
 
 namespace {
 
-// What the tables say of a name, for both generations; index 1 is Genesis 8.1.
+// What a model says of a name.
 struct NameFacts {
-    int controlNumber[2]; // -1: no control of that generation
-    BoneSet drives[2];
+    int boneNumber; // -1: no bone of that generation
+    int controlNumber; // -1: no control of that generation
+    BoneSet drives;
 };
 
 typedef std::vector<NameFacts> FactTable; // by name id
 
 } // namespace
 
-static const char* rowOf(bool genesis81, int boneNumber)
+static void addRow(const FigureModel& model, int boneNumber, FactTable* facts)
 {
-    return genesis81 ? kBoneControlLinksG81[boneNumber] : kBoneControlLinksG8[boneNumber];
-}
-
-static void addRow(bool genesis81, int boneNumber, FactTable* facts)
-{
-    const QString row = QLatin1String(rowOf(genesis81, boneNumber));
+    const QString row = QLatin1String(model.controlLinks[boneNumber]);
     for (int from = 1, dot = row.indexOf(QLatin1Char('.'), from); dot > 0;
          from = dot + 1, dot = row.indexOf(QLatin1Char('.'), from)) {
         const int id = nameId(row.mid(from, dot - from));
         Q_ASSERT_X(id >= 0, "figure_lookup", "a link row names an unknown control");
-        (*facts)[id].drives[genesis81].set(boneNumber);
+        (*facts)[id].drives.set(boneNumber);
     }
 }
 
-static FactTable buildFacts()
+static FactTable buildFacts(const FigureModel& model)
 {
-    NameFacts none;
-    none.controlNumber[0] = none.controlNumber[1] = -1;
+    const NameFacts none = {-1, -1, BoneSet()};
     FactTable facts(kNameCount, none);
-    for (int i = 0; i < kControlCountG8; ++i)
-        facts[controlId(false, i)].controlNumber[0] = i;
-    for (int i = 0; i < kControlCountG81; ++i)
-        facts[controlId(true, i)].controlNumber[1] = i;
-    for (int bone = 0; bone < kBoneCount; ++bone) {
-        addRow(false, bone, &facts);
-        addRow(true, bone, &facts);
+    for (int i = 0; i < model.controls.count; ++i)
+        facts[controlId(model, i)].controlNumber = i;
+    for (int i = 0; i < model.bones.count; ++i) {
+        facts[boneId(model, i)].boneNumber = i;
+        addRow(model, i, &facts);
     }
     return facts;
 }
 
-static const FactTable& facts()
+static std::vector<FactTable> buildAllFacts()
 {
-    static const FactTable table = buildFacts();
-    return table;
+    std::vector<FactTable> tables;
+    for (int kind = 0; kind < kFigureKindCount; ++kind)
+        tables.push_back(buildFacts(modelFor(FigureKind(kind))));
+    return tables;
+}
+
+static const FactTable& factsOf(const FigureModel& model)
+{
+    static const std::vector<FactTable> tables = buildAllFacts(); // by FigureKind
+    return tables[size_t(model.kind)];
 }
 
 void buildFigureTables()
 {
-    facts(); // numbers and links, and with them the index of names
+    factsOf(activeModel()); // numbers and links, and with them the index of names
     isFaceBone(QString()); // the answers of the name tests
 }
 
-int boneIndex(const QString& name)
+int boneNumberOf(int nameId, const FigureModel& model)
 {
-    const int id = nameId(name); // bones come first among the ids
-    return id < kBoneCount ? id : -1;
+    return nameId < 0 ? -1 : factsOf(model)[size_t(nameId)].boneNumber;
 }
 
-const QString& boneName(int boneNumber)
+int controlNumberOf(int nameId, const FigureModel& model)
 {
-    return nameText(boneNumber);
+    return nameId < 0 ? -1 : factsOf(model)[size_t(nameId)].controlNumber;
+}
+
+int boneIndex(const QString& name, const FigureModel& model)
+{
+    return boneNumberOf(nameId(name), model);
+}
+
+const QString& boneName(int boneNumber, const FigureModel& model)
+{
+    return nameText(boneId(model, boneNumber));
 }
 
 DzBone* findBone(const QString& name, const DzNode* node)
@@ -89,28 +97,27 @@ DzBone* findBone(const QString& name, const DzNode* node)
 
 DzBone* findBone(int boneNumber, const DzNode* node)
 {
-    return findBone(boneName(boneNumber), node);
+    return findBone(boneName(boneNumber, modelOf(node)), node);
 }
 
-int controlCount()
+int controlCount(const FigureModel& model)
 {
-    return isGenesis81() ? kControlCountG81 : kControlCountG8;
+    return model.controls.count;
 }
 
-int controlIndex(const QString& name)
+int controlIndex(const QString& name, const FigureModel& model)
 {
-    const int id = nameId(name);
-    return id < 0 ? -1 : facts()[id].controlNumber[isGenesis81()];
+    return controlNumberOf(nameId(name), model);
 }
 
-const QString& controlName(int controlNumber)
+const QString& controlName(int controlNumber, const FigureModel& model)
 {
-    return nameText(controlId(isGenesis81(), controlNumber));
+    return nameText(controlId(model, controlNumber));
 }
 
-bool isBodyControl(const QString& name)
+bool isBodyControl(const QString& name, const FigureModel& model)
 {
-    return controlIndex(name) >= 0;
+    return controlIndex(name, model) >= 0;
 }
 
 DzFloatProperty* findOwnControl(const QString& name, const DzNode* node)
@@ -136,9 +143,9 @@ QString controlNameOf(const DzProperty* property)
     return morph ? morph->getName() : property->getName();
 }
 
-const char* boneControlRow(int boneNumber)
+const char* boneControlRow(int boneNumber, const FigureModel& model)
 {
-    return rowOf(isGenesis81(), boneNumber);
+    return model.controlLinks[boneNumber];
 }
 
 // The test for names that no table holds: the name between two dots of the row.
@@ -153,20 +160,19 @@ static bool rowContains(const QString& row, const QString& name)
     return false;
 }
 
-bool controlDrivesBone(const QString& controlName, int boneNumber)
+bool controlDrivesBone(const QString& controlName, int boneNumber, const FigureModel& model)
 {
-    if (boneNumber < 0 || boneNumber >= kBoneCount)
+    if (boneNumber < 0 || boneNumber >= model.bones.count)
         return false;
     const int id = nameId(controlName);
     if (id < 0)
-        return rowContains(QLatin1String(boneControlRow(boneNumber)), controlName);
-    return facts()[id].drives[isGenesis81()].test(boneNumber);
+        return rowContains(QLatin1String(boneControlRow(boneNumber, model)), controlName);
+    return factsOf(model)[size_t(id)].drives.test(size_t(boneNumber));
 }
 
-const BoneSet& bonesDrivenBy(int controlNumber)
+const BoneSet& bonesDrivenBy(int controlNumber, const FigureModel& model)
 {
-    const bool genesis81 = isGenesis81();
-    return facts()[controlId(genesis81, controlNumber)].drives[genesis81];
+    return factsOf(model)[size_t(controlId(model, controlNumber))].drives;
 }
 
 } // namespace quillon

@@ -23,10 +23,11 @@ std::vector<FigureBone> bonesOf(const DzNode* figure, FigureScope scope)
     const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
     if (!skeleton)
         return bones;
+    const FigureModel& model = modelOf(figure);
     bones.reserve(kBoneCount);
-    for (int number = 0; number < kBoneCount; ++number) {
-        const QString& name = boneName(number);
-        DzBone* bone = inScope(isFaceBone(name), scope) ? skeleton->findBone(name) : nullptr;
+    for (int number = 0; number < model.bones.count; ++number) {
+        const QString& name = boneName(number, model);
+        DzBone* bone = inScope(isFaceBone(name, model), scope) ? skeleton->findBone(name) : nullptr;
         if (bone)
             bones.push_back(FigureBone {bone, number});
     }
@@ -38,12 +39,13 @@ typedef DzFloatProperty* (*ControlLookup)(const QString& name, const DzNode* nod
 static std::vector<FigureControl> collectControls(
     const DzNode* figure, FigureScope scope, ControlLookup lookup)
 {
+    const FigureModel& model = modelOf(figure);
     std::vector<FigureControl> controls;
     controls.reserve(kControlCountMax);
-    for (int number = 0; number < controlCount(); ++number) {
-        const QString& name = controlName(number);
+    for (int number = 0; number < controlCount(model); ++number) {
+        const QString& name = controlName(number, model);
         DzFloatProperty* property
-            = inScope(isExpressionControl(name), scope) ? lookup(name, figure) : nullptr;
+            = inScope(isExpressionControl(name, model), scope) ? lookup(name, figure) : nullptr;
         if (property)
             controls.push_back(FigureControl {property, number});
     }

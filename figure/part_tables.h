@@ -1,7 +1,10 @@
 // part_tables.h - the lists of names by which bones and controls are sorted.
 // What a test on a list does, contain or equal, is told in body_parts.h; the sizes are part of the
-// tables. Case-sensitive; the lists of a side hold no name of the other.
+// tables. Which generation has which: figure_model.cpp. Case-sensitive; the lists of a side hold no
+// name of the other.
 #pragma once
+
+#include "figure/figure_model.h"
 
 namespace quillon {
 
@@ -31,10 +34,6 @@ extern const char* const kTranslatableBones[26];
 // Shapes that belong to a bone's pose but are no channel of it: of any face bone, and two for each
 // bone whose name contains the pattern.
 extern const char* const kFaceCorrectives[10];
-struct CorrectivePair {
-    const char* bone;
-    const char* controls[2];
-};
 extern const CorrectivePair kBodyCorrectives[4];
 
 } // namespace quillon

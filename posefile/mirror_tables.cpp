@@ -1,90 +1,46 @@
 #include "posefile/mirror_tables.h"
 
-#include "figure/control_tables.h"
-#include "figure/figure_kind.h"
-
 #include <algorithm>
-#include <iterator>
 
 namespace quillon {
 
-typedef std::vector<QByteArray> NameList;
+typedef std::vector<QByteArray> Names;
 
-static const char* const kPairedLimbs[] = {
-    "pCTRLLegsSpreadRight",
-    "pCTRLLegsSpreadLeft",
-    "pCTRLKneesUpRight",
-    "pCTRLKneesUpLeft",
-    "pCTRLArmsUpRight",
-    "pCTRLArmsUpLeft",
-    "pCTRLArmsUpDwnRight",
-    "pCTRLArmsUpDwnLeft",
-    "pCTRLArmsFrntBckRight",
-    "pCTRLArmsFrntBckLeft",
-    "pCTRLArmsDownRight",
-    "pCTRLArmsDownLeft",
-};
-
-static const char* const kPairedBiceps[] = {"pCTRLFlexBiceps_twist_R", "pCTRLFlexBiceps_twist_L"};
-
-static const char* const kNegatedFaceG8[] = {
-    "eCTRLTongueSide-Side",
-    "eCTRLMouthSide-Side",
-    "eCTRLJawSide-Side",
-    "eCTRLEyesSideSide",
-};
-
-static const char* const kNegatedFaceG81[] = {"facs_ctrl_EyeLookSide-Side"};
-
-static const char* const kNegatedBody[] = {
-    "pCTRLWaistSide",
-    "pCTRLNeckHeadTwist",
-    "pCTRLNeckHeadSide-Side",
-    "pCTRLBreastsSide-Side",
-    "pCTRLWaistTwist",
-};
-
-static_assert(std::size(kPairedLimbs) == 12, "arm and leg controls");
-static_assert(std::size(kPairedBiceps) == 2, "one for each arm");
-static_assert(std::size(kNegatedFaceG8) == 4, "side-to-side controls of the face");
-static_assert(std::size(kNegatedFaceG81) == 1, "side-to-side controls of the face");
-static_assert(std::size(kNegatedBody) == 5, "side-to-side and twist controls of the body");
-
-template <int count> static void append(const char* const (&names)[count], NameList* out)
+static void append(const NameList& names, Names* out)
 {
-    out->insert(out->end(), names, names + count);
+    out->insert(out->end(), names.begin(), names.end());
 }
 
-// ---- partners within a control table; empty when the name has no side
+// ---- partners within a control table
 
-static QByteArray partnerByLastLetter(const QByteArray& name)
+static QByteArray exchanged(const QByteArray& name, const char* word, const char* other, bool atEnd)
 {
-    const char last = name.isEmpty() ? 0 : name.at(name.size() - 1);
-    if (!name.startsWith("eCTRL") || (last != 'L' && last != 'R'))
-        return QByteArray();
-    return name.left(name.size() - 1) + (last == 'L' ? 'R' : 'L');
-}
-
-static QByteArray partnerByWord(const QByteArray& name)
-{
-    if (!name.startsWith("facs_"))
-        return QByteArray();
     QByteArray partner = name;
-    if (name.contains("Left"))
-        return partner.replace("Left", "Right");
-    if (name.contains("Right"))
-        return partner.replace("Right", "Left");
+    if (!atEnd)
+        return partner.replace(word, other);
+    partner.chop(int(qstrlen(word)));
+    return partner + other;
+}
+
+// Empty when the name tells no side.
+static QByteArray partnerOf(const QByteArray& name, const SideWords& sides)
+{
+    const auto holds
+        = [&](const char* word) { return sides.atEnd ? name.endsWith(word) : name.contains(word); };
+    if (!name.startsWith(sides.prefix))
+        return QByteArray();
+    if (holds(sides.left))
+        return exchanged(name, sides.left, sides.right, sides.atEnd);
+    if (holds(sides.right))
+        return exchanged(name, sides.right, sides.left, sides.atEnd);
     return QByteArray();
 }
 
-typedef QByteArray (*PartnerRule)(const QByteArray& name);
-
-template <int count>
-static void appendPairs(const char* const (&table)[count], PartnerRule partnerOf, NameList* out)
+static void appendFacePairs(const FigureModel& model, Names* out)
 {
-    const NameList names(table, table + count);
+    const Names names(model.controls.begin(), model.controls.end());
     for (const QByteArray& name : names) {
-        const QByteArray partner = partnerOf(name);
+        const QByteArray partner = partnerOf(name, model.faceSides);
         if (!partner.isEmpty() && std::find(names.begin(), names.end(), partner) != names.end())
             out->push_back(name);
     }
@@ -92,51 +48,56 @@ static void appendPairs(const char* const (&table)[count], PartnerRule partnerOf
 
 // ---- lists of one generation, with or without the face
 
-enum ListKind { BodyOnly, WithFaceG8, WithFaceG81, ListKindCount };
-
-static ListKind listKind(bool includeFace)
+static Names makePaired(const FigureModel& model, bool includeFace)
 {
-    return !includeFace ? BodyOnly : isGenesis81() ? WithFaceG81 : WithFaceG8;
-}
-
-static NameList makePaired(ListKind kind)
-{
-    NameList names;
-    append(kPairedLimbs, &names);
-    if (kind == WithFaceG81)
-        appendPairs(kBodyControlTableG81, partnerByWord, &names);
-    else if (kind == WithFaceG8)
-        appendPairs(kBodyControlTableG8, partnerByLastLetter, &names);
-    append(kPairedBiceps, &names);
+    Names names;
+    append(model.pairedLimbs, &names);
+    if (includeFace)
+        appendFacePairs(model, &names);
+    append(model.pairedBiceps, &names);
     return names;
 }
 
-static NameList makeNegated(ListKind kind)
+static Names makeNegated(const FigureModel& model, bool includeFace)
 {
-    NameList names;
-    if (kind == WithFaceG81)
-        append(kNegatedFaceG81, &names);
-    else if (kind == WithFaceG8)
-        append(kNegatedFaceG8, &names);
-    append(kNegatedBody, &names);
+    Names names;
+    if (includeFace)
+        append(model.negatedFace, &names);
+    append(model.negatedBody, &names);
     return names;
 }
 
-const NameList& pairedControls(bool includeFace)
+typedef Names (*MakeList)(const FigureModel& model, bool includeFace);
+
+// Two for each generation, without the face first.
+static std::vector<Names> makeAll(MakeList make)
 {
-    static const NameList lists[ListKindCount]
-        = {makePaired(BodyOnly), makePaired(WithFaceG8), makePaired(WithFaceG81)};
-    return lists[listKind(includeFace)];
+    std::vector<Names> lists;
+    for (int kind = 0; kind < kFigureKindCount; ++kind) {
+        for (bool includeFace : {false, true})
+            lists.push_back(make(modelFor(FigureKind(kind)), includeFace));
+    }
+    return lists;
 }
 
-const NameList& negatedControls(bool includeFace)
+static size_t listOf(bool includeFace, const FigureModel& model)
 {
-    static const NameList lists[ListKindCount]
-        = {makeNegated(BodyOnly), makeNegated(WithFaceG8), makeNegated(WithFaceG81)};
-    return lists[listKind(includeFace)];
+    return size_t(model.kind) * 2 + includeFace;
 }
 
-bool containsAnyOf(const QByteArray& text, const NameList& names)
+const Names& pairedControls(bool includeFace, const FigureModel& model)
+{
+    static const std::vector<Names> lists = makeAll(makePaired);
+    return lists[listOf(includeFace, model)];
+}
+
+const Names& negatedControls(bool includeFace, const FigureModel& model)
+{
+    static const std::vector<Names> lists = makeAll(makeNegated);
+    return lists[listOf(includeFace, model)];
+}
+
+bool containsAnyOf(const QByteArray& text, const Names& names)
 {
     for (const QByteArray& name : names) {
         if (text.contains(name))

@@ -43,7 +43,8 @@ struct SelectedBone {
 typedef std::vector<SelectedBone> Selection; // in the order of the search, each bone once
 
 struct SelectionRules {
-    const DzSkeleton* figure;
+    const DzSkeleton* figure; // may be null
+    const FigureModel& model;
     bool withChildren;
     bool symmetrize;
 };
@@ -64,14 +65,16 @@ static bool isPartnerSelected(const QString& boneName, const DzSkeleton* figure)
     return partner && partner->isSelected();
 }
 
-static void addChildren(const DzBone* bone, bool noTouch, const DzSkeleton* figure, Selection* out)
+static void addChildren(
+    const DzBone* bone, bool noTouch, const SelectionRules& rules, Selection* out)
 {
     DzNodeList below;
     bone->getNodeChildren(below, true);
     for (DzNode* node : std::as_const(below)) {
         const DzBone* child = qobject_cast<const DzBone*>(node);
-        const int number
-            = child && child->getSkeleton() == figure ? boneIndex(child->getName()) : -1;
+        const int number = child && child->getSkeleton() == rules.figure
+            ? boneIndex(child->getName(), rules.model)
+            : -1;
         if (number > 0) // the hip never counts as a child
             out->push_back(SelectedBone {number, noTouch});
     }
@@ -94,7 +97,7 @@ static Selection selectionOf(const SelectionRules& rules)
 {
     Selection selection;
     for (const FigureBone& each : bonesOf(rules.figure)) {
-        const QString& name = boneName(each.number);
+        const QString& name = boneName(each.number, rules.model);
         const bool partnerSelected = isPartnerSelected(name, rules.figure);
         if (!each.bone->isSelected() && !partnerSelected)
             continue;
@@ -103,41 +106,53 @@ static Selection selectionOf(const SelectionRules& rules)
         const bool noTouch = rules.symmetrize && partnerSelected;
         selection.push_back(SelectedBone {each.number, noTouch});
         if (rules.withChildren)
-            addChildren(each.bone, noTouch, rules.figure, &selection);
+            addChildren(each.bone, noTouch, rules, &selection);
     }
     dropLaterMeetings(&selection);
     return selection;
 }
 
-static int indexIn(
-    const Selection& selection, const QString& name, int mode, int* kind, bool* noTouch)
+namespace {
+
+// The entry that the search met; number: of the bone, 0 for a control, -1: no part of it.
+struct FoundEntry {
+    int number;
+    bool noTouch;
+};
+
+} // namespace
+
+static FoundEntry findIn(
+    const Selection& selection, const QString& name, EntryMode mode, const FigureModel& model)
 {
     for (const SelectedBone& each : selection) {
-        const bool hit = mode == BoneEntry ? boneName(each.number) == name
-                                           : controlDrivesBone(name, each.number);
-        if (!hit)
-            continue;
-        *kind = mode;
-        *noTouch = each.noTouch;
-        return mode == BoneEntry ? each.number : 0;
+        const bool hit = mode == BoneEntry ? boneName(each.number, model) == name
+                                           : controlDrivesBone(name, each.number, model);
+        if (hit)
+            return FoundEntry {mode == BoneEntry ? each.number : 0, each.noTouch};
     }
-    return -1;
+    return FoundEntry {-1, false};
 }
 
 int selectionIndexFor(const QString& name, DzNode* figure, bool withChildren, bool symmetrize,
     int mode, int* kind, bool* noTouch)
 {
     const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
-    const SelectionRules rules = {skeleton, withChildren, symmetrize};
-    return indexIn(selectionOf(rules), name, mode, kind, noTouch);
+    const SelectionRules rules = {skeleton, modelOf(skeleton), withChildren, symmetrize};
+    const FoundEntry found = findIn(selectionOf(rules), name, EntryMode(mode), rules.model);
+    if (found.number >= 0) {
+        *kind = mode;
+        *noTouch = found.noTouch;
+    }
+    return found.number;
 }
 
-QString knownNodeNameOf(const QString& urlLine)
+QString knownNodeNameOf(const QString& urlLine, const FigureModel& model)
 {
     if (channelOf(urlLine) == NoChannel)
         return QString();
     const QString name = nodeNameOf(urlLine);
-    return boneIndex(name) >= 0 || isBodyControl(name) ? name : QString();
+    return boneIndex(name, model) >= 0 || isBodyControl(name, model) ? name : QString();
 }
 
 // ---- the mirror rules
@@ -178,7 +193,7 @@ static void negate(QByteArray* keys)
         keys->insert(number, '-');
 }
 
-void mirrorEntry(QByteArray* url, QByteArray* keys, bool includeFace)
+void mirrorEntry(QByteArray* url, QByteArray* keys, bool includeFace, const FigureModel& model)
 {
     if (url->contains("translation/x/")) {
         exchangeSides(url);
@@ -193,9 +208,9 @@ void mirrorEntry(QByteArray* url, QByteArray* keys, bool includeFace)
     } else if (url->contains("name://@selection#pCTRLl")
         || url->contains("name://@selection#pCTRLr")) {
         exchange("name://@selection#pCTRLl", "name://@selection#pCTRLr", url);
-    } else if (containsAnyOf(*url, pairedControls(includeFace))) {
+    } else if (containsAnyOf(*url, pairedControls(includeFace, model))) {
         exchangeControl(url);
-    } else if (containsAnyOf(*url, negatedControls(includeFace))) {
+    } else if (containsAnyOf(*url, negatedControls(includeFace, model))) {
         negate(keys);
     }
 }
@@ -205,6 +220,7 @@ void mirrorEntry(QByteArray* url, QByteArray* keys, bool includeFace)
 namespace {
 
 struct RewriteRules {
+    const FigureModel& model;
     Selection selection;
     bool includeFace;
     bool mirrorAll;
@@ -244,19 +260,18 @@ private:
 static bool takesPart(const TextSpan& url, const RewriteRules& rules)
 {
     const QString urlLine = QString::fromLatin1(url.begin, int(url.end - url.begin));
-    const QString name = knownNodeNameOf(urlLine);
+    const QString name = knownNodeNameOf(urlLine, rules.model);
     if (name.isEmpty() || rules.mirrorAll)
         return !name.isEmpty();
-    const int mode = channelOf(url) == ControlValue ? ControlEntry : BoneEntry;
-    const bool ofFace = mode == ControlEntry ? isExpressionControl(name) : isFaceBone(name);
+    const EntryMode mode = channelOf(url) == ControlValue ? ControlEntry : BoneEntry;
+    const bool ofFace = mode == ControlEntry ? isExpressionControl(name, rules.model)
+                                             : isFaceBone(name, rules.model);
     if (ofFace && !rules.includeFace)
         return false;
-    int kind = 0;
-    bool noTouch = false;
-    const int index = indexIn(rules.selection, name, mode, &kind, &noTouch);
-    if (index >= 0 && mode == BoneEntry && !noTouch)
-        g_touched.set(size_t(index));
-    return index >= 0;
+    const FoundEntry found = findIn(rules.selection, name, mode, rules.model);
+    if (found.number >= 0 && mode == BoneEntry && !found.noTouch)
+        g_touched.set(size_t(found.number));
+    return found.number >= 0;
 }
 
 static void appendLine(const TextSpan& line, QByteArray* out)
@@ -266,11 +281,11 @@ static void appendLine(const TextSpan& line, QByteArray* out)
 }
 
 static void appendMirrored(
-    const TextSpan& url, const TextSpan& keys, bool includeFace, QByteArray* out)
+    const TextSpan& url, const TextSpan& keys, const RewriteRules& rules, QByteArray* out)
 {
     QByteArray mirroredUrl(url.begin, int(url.end - url.begin));
     QByteArray mirroredKeys(keys.begin, int(keys.end - keys.begin));
-    mirrorEntry(&mirroredUrl, &mirroredKeys, includeFace);
+    mirrorEntry(&mirroredUrl, &mirroredKeys, rules.includeFace, rules.model);
     out->append(mirroredUrl);
     out->append('\n');
     out->append(mirroredKeys);
@@ -299,7 +314,7 @@ static void rewriteBlocks(LineReader* lines, const RewriteRules& rules, QByteArr
         const bool mirrored = count == kBlockLines && takesPart(block[kUrlLine], rules);
         for (int i = 0; i < count; ++i) {
             if (mirrored && i == kUrlLine)
-                appendMirrored(block[kUrlLine], block[kKeysLine], rules.includeFace, out);
+                appendMirrored(block[kUrlLine], block[kKeysLine], rules, out);
             else if (!mirrored || i != kKeysLine)
                 appendLine(block[i], out);
         }
@@ -327,8 +342,8 @@ bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figu
     QByteArray text;
     if (readable) {
         const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
-        const SelectionRules selected = {skeleton, withChildren, symmetrize};
-        const RewriteRules rules = {selectionOf(selected), includeFace, mirrorAll};
+        const SelectionRules selected = {skeleton, modelOf(skeleton), withChildren, symmetrize};
+        const RewriteRules rules = {selected.model, selectionOf(selected), includeFace, mirrorAll};
         text = rewritten(in.readAll(), rules);
     }
     return writePlainFile(outPath, text) && readable;

@@ -4,6 +4,8 @@
 // Owns: the marks of the bones whose entries were mirrored.
 #pragma once
 
+#include "figure/figure_kind.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -36,12 +38,17 @@ int selectionIndexFor(const QString& name, DzNode* figure, bool withChildren, bo
     int mode, int* kind, bool* noTouch);
 
 // The name in a url line if the entry is one that can be mirrored: a channel of a bone, or a
-// control of the active table. Empty otherwise, so for the figure node.
-QString knownNodeNameOf(const QString& urlLine);
+// control of the model. Empty otherwise, so for the figure node.
+QString knownNodeNameOf(const QString& urlLine, const FigureModel& model = activeModel());
 
 // ---- the mirror rules, for the url line and the keys line of one entry
 
+// Neither is null; a line that no rule fits stays as it is. url: the whole line, as the writer lays
+// it out; its names change sides. keys: the whole line of keys; the sign of its first value changes
+// where the rule says so, but never that of a bare "0". includeFace: the facial controls of the
+// model have rules, too.
 // The sides are told by the first letter: "lowerJaw" becomes "rowerJaw", which no figure has.
-void mirrorEntry(QByteArray* url, QByteArray* keys, bool includeFace);
+void mirrorEntry(
+    QByteArray* url, QByteArray* keys, bool includeFace, const FigureModel& model = activeModel());
 
 } // namespace quillon

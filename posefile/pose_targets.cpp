@@ -6,90 +6,26 @@
 #include "dzfloatproperty.h"
 #include "dzskeleton.h"
 
-#include <QByteArray>
-
 #include <cstring>
-#include <vector>
 
 namespace quillon {
 
-namespace {
-
-const int kSlotCount = 2048; // a power of two, at most a third in use
-const int kMaxNameLength = 64;
-const int kHipId = 0;
-
-struct ByteIndex {
-    std::vector<QByteArray> names; // by name id
-    short slots_[kSlotCount]; // name ids, open addressing; -1: free
-};
-
-} // namespace
-
-static unsigned slotOf(const char* name, int length)
-{
-    unsigned h = 2166136261u; // FNV-1a
-    for (int i = 0; i < length; ++i)
-        h = (h ^ static_cast<unsigned char>(name[i])) * 16777619u;
-    return (h ^ h >> 15) % kSlotCount;
-}
-
-static ByteIndex buildIndex()
-{
-    ByteIndex index;
-    std::memset(index.slots_, -1, sizeof index.slots_);
-    for (int id = 0; id < kNameCount; ++id) {
-        const QByteArray name = nameText(id).toLatin1();
-        Q_ASSERT_X(name.size() < kMaxNameLength, "pose_targets", "a name too long to be joined");
-        unsigned slot = slotOf(name.constData(), name.size());
-        while (index.slots_[slot] >= 0)
-            slot = (slot + 1) % kSlotCount;
-        index.slots_[slot] = short(id);
-        index.names.push_back(name);
-    }
-    return index;
-}
-
-static int idOf(const char* name, int length)
-{
-    static const ByteIndex index = buildIndex();
-    for (unsigned slot = slotOf(name, length);; slot = (slot + 1) % kSlotCount) {
-        const int id = index.slots_[slot];
-        if (id < 0)
-            return -1;
-        const QByteArray& known = index.names[size_t(id)];
-        if (known.size() == length && std::memcmp(known.constData(), name, size_t(length)) == 0)
-            return id;
-    }
-}
+static const int kHipNumber = 0;
 
 int nameIdOf(const TextSpan& name)
 {
-    const int length = int(name.end - name.begin);
-    if (length <= 0)
-        return -1;
-    if (!std::memchr(name.begin, '\n', size_t(length)))
-        return idOf(name.begin, length);
-    char joined[kMaxNameLength];
-    int count = 0;
-    for (const char* at = name.begin; at < name.end; ++at) {
-        if (*at == '\n')
-            continue;
-        if (count == kMaxNameLength)
-            return -1;
-        joined[count++] = *at;
-    }
-    return idOf(joined, count);
+    return nameIdOfBytes(name.begin, name.end);
 }
 
 PoseTargets::PoseTargets(DzSkeleton* figure)
     : m_figure(figure)
+    , m_model(modelOf(figure))
     , m_lastName(TextSpan {nullptr, nullptr})
     , m_lastId(-1)
 {
 }
 
-// -1 also for a name that is in no active table.
+// -1 also for a name that is in none of the model's tables.
 int PoseTargets::knownId(const TextSpan& name)
 {
     const ptrdiff_t length = name.end - name.begin;
@@ -98,7 +34,7 @@ int PoseTargets::knownId(const TextSpan& name)
         return m_lastId;
     const int id = nameIdOf(name);
     m_lastName = name;
-    m_lastId = id < kBoneCount || isBodyControl(nameText(id)) ? id : -1;
+    m_lastId = boneNumberOf(id, m_model) >= 0 || controlNumberOf(id, m_model) >= 0 ? id : -1;
     return m_lastId;
 }
 
@@ -151,7 +87,7 @@ DzFloatProperty* PoseTargets::channel(const TextSpan& name, int code)
         return nullptr;
     if (code == ControlValue)
         return control(id);
-    if (id == kHipId && code >= TranslateX)
+    if (boneNumberOf(id, m_model) == kHipNumber && code >= TranslateX)
         return nullptr;
     const DzBone* node = bone(id);
     return node ? transformChannel(node, code) : nullptr;

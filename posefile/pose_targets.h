@@ -3,6 +3,7 @@
 // structure stays as it is, so an object of this kind lives for one reading.
 #pragma once
 
+#include "figure/figure_kind.h"
 #include "figure/name_index.h"
 #include "posefile/pose_text.h"
 
@@ -23,8 +24,8 @@ public:
     explicit PoseTargets(DzSkeleton* figure);
 
     // Where an entry's value goes; null when the entry is to be ignored. A name has to be in the
-    // bone table or in the active control table; "root" is the figure node, which takes no code 7.
-    // The hip's translation is nowhere: a pose never moves the figure from its place.
+    // bone list or the control list of the figure's model; "root" is the figure node, which takes
+    // no code 7. The hip's translation is nowhere: a pose never moves the figure from its place.
     DzFloatProperty* channel(const TextSpan& name, int code);
 
 private:
@@ -33,6 +34,7 @@ private:
     DzBone* bone(int id);
 
     DzSkeleton* m_figure;
+    const FigureModel& m_model;
     TextSpan m_lastName; // the channels of a bone stand one after the other
     int m_lastId;
     std::bitset<kNameCount> m_controlKnown;

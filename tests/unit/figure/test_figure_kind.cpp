@@ -20,6 +20,9 @@ private slots:
     void namesAreComparedExactly_data();
     void namesAreComparedExactly();
     void anUnsupportedNodeLeavesTheGeneration();
+    void generationOfLeavesTheFlag();
+    void eachFigureHasItsOwnModel();
+    void aNodeOfNoFigureHasTheModelOfTheLastOne();
     void aDerivedFigureClassIsAFigureNode();
     void aBoneStandsForItsFigure();
     void aBoneWithoutSkeletonIsNoFigureNode();
@@ -81,6 +84,45 @@ void TestFigureKind::anUnsupportedNodeLeavesTheGeneration()
     QVERIFY(isGenesis81());
     QVERIFY(!isSupportedFigure(nullptr));
     QVERIFY(isGenesis81());
+}
+
+void TestFigureKind::generationOfLeavesTheFlag()
+{
+    const DzFigure older(QLatin1String("Genesis8Male")), newer(QLatin1String("Genesis8_1Male"));
+    const DzNode other(QLatin1String("Cube"));
+    resetFigureKind();
+    QVERIFY(generationOf(&newer) == FigureKind::Genesis8_1);
+    QVERIFY(!isGenesis81());
+    QVERIFY(isSupportedFigure(&newer));
+    QVERIFY(generationOf(&older) == FigureKind::Genesis8);
+    QVERIFY(generationOf(&other) == FigureKind::None);
+    QVERIFY(generationOf(nullptr) == FigureKind::None);
+    QVERIFY(isGenesis81());
+}
+
+void TestFigureKind::eachFigureHasItsOwnModel()
+{
+    const DzFigure older(QLatin1String("Genesis8Male")), newer(QLatin1String("Genesis8_1Male"));
+    for (const DzFigure* last : {&older, &newer}) {
+        QVERIFY(isSupportedFigure(last));
+        QCOMPARE(modelOf(&older).controls.count, 250);
+        QCOMPARE(modelOf(&newer).controls.count, 248);
+        QVERIFY(modelOf(&older).kind == FigureKind::Genesis8);
+        QVERIFY(modelOf(&newer).kind == FigureKind::Genesis8_1);
+    }
+}
+
+void TestFigureKind::aNodeOfNoFigureHasTheModelOfTheLastOne()
+{
+    const DzFigure older(QLatin1String("Genesis8Male")), newer(QLatin1String("Genesis8_1Male"));
+    const DzSkeleton shirt(QLatin1String("Shirt"));
+    const DzNode prop(QLatin1String("Cube"));
+    for (const DzFigure* last : {&older, &newer}) {
+        QVERIFY(isSupportedFigure(last));
+        for (const DzNode* node :
+            {static_cast<const DzNode*>(&shirt), &prop, static_cast<const DzNode*>(nullptr)})
+            QCOMPARE(&modelOf(node), &modelOf(last));
+    }
 }
 
 void TestFigureKind::aDerivedFigureClassIsAFigureNode()

@@ -31,7 +31,7 @@ private slots:
     void noPairedNameIsNegatedButOne();
 };
 
-typedef std::vector<QByteArray> NameList;
+typedef std::vector<QByteArray> Names;
 
 static void setGeneration(bool genesis81)
 {
@@ -39,21 +39,21 @@ static void setGeneration(bool genesis81)
     QVERIFY(isSupportedFigure(&figure));
 }
 
-static bool holds(const NameList& names, const QByteArray& name)
+static bool holds(const Names& names, const QByteArray& name)
 {
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-static NameList activeTable(bool genesis81)
+static Names activeTable(bool genesis81)
 {
-    return genesis81 ? NameList(kBodyControlTableG81, kBodyControlTableG81 + kControlCountG81)
-                     : NameList(kBodyControlTableG8, kBodyControlTableG8 + kControlCountG8);
+    return genesis81 ? Names(kBodyControlTableG81, kBodyControlTableG81 + kControlCountG81)
+                     : Names(kBodyControlTableG8, kBodyControlTableG8 + kControlCountG8);
 }
 
-static NameList facialNames(bool genesis81)
+static Names facialNames(bool genesis81)
 {
     setGeneration(genesis81);
-    NameList names;
+    Names names;
     for (const QByteArray& name : pairedControls(true)) {
         if (!name.startsWith("pCTRL"))
             names.push_back(name);
@@ -63,7 +63,7 @@ static NameList facialNames(bool genesis81)
 
 void TestMirrorTables::pairedListHas144Names()
 {
-    const NameList g8 = facialNames(false), g81 = facialNames(true);
+    const Names g8 = facialNames(false), g81 = facialNames(true);
     QCOMPARE(g8.size(), size_t(62));
     QCOMPARE(g81.size(), size_t(68));
     QCOMPARE(pairedControls(false).size(), size_t(14));
@@ -78,7 +78,7 @@ void TestMirrorTables::bodyNamesStandAroundTheFacialOnes()
 {
     for (bool genesis81 : {false, true}) {
         setGeneration(genesis81);
-        const NameList body = pairedControls(false), all = pairedControls(true);
+        const Names body = pairedControls(false), all = pairedControls(true);
         for (size_t i = 0; i < 12; ++i)
             QCOMPARE(all[i], body[i]);
         QCOMPARE(all[all.size() - 2], QByteArray("pCTRLFlexBiceps_twist_R"));
@@ -106,7 +106,7 @@ void TestMirrorTables::everyFacialNameHasItsPartner_data()
 void TestMirrorTables::everyFacialNameHasItsPartner()
 {
     QFETCH(bool, genesis81);
-    const NameList names = facialNames(genesis81);
+    const Names names = facialNames(genesis81);
     for (const QByteArray& name : names) {
         QVERIFY2(name.startsWith(genesis81 ? "facs_" : "eCTRL"), name);
         QVERIFY2(holds(names, partnerOf(name, genesis81)), name);
@@ -177,8 +177,8 @@ void TestMirrorTables::everyListedNameIsInItsControlTable()
 {
     QFETCH(bool, genesis81);
     setGeneration(genesis81);
-    const NameList table = activeTable(genesis81);
-    for (const NameList& list : {pairedControls(true), negatedControls(true)}) {
+    const Names table = activeTable(genesis81);
+    for (const Names& list : {pairedControls(true), negatedControls(true)}) {
         for (const QByteArray& name : list)
             QVERIFY2(holds(table, name), name);
     }
@@ -187,7 +187,7 @@ void TestMirrorTables::everyListedNameIsInItsControlTable()
 void TestMirrorTables::noPairedNameIsNegatedButOne()
 {
     setGeneration(true);
-    NameList both;
+    Names both;
     for (const QByteArray& name : pairedControls(true)) {
         if (containsAnyOf(name, negatedControls(true)))
             both.push_back(name);
