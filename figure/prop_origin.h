@@ -28,11 +28,13 @@ int frameCount();
 // that can animate counts.
 bool hasKeyInFrame(const DzNode* node, int frame);
 
-// The caller holds: a measurement on the way, and what cannot be done, are taken back through the
-// undo stack. False, with nothing changed: a channel cannot follow.
+// The node is not null; any but a figure or bone makes sense. The caller holds: a measurement on
+// the way, and what cannot be done, are taken back through the undo stack. True also when nothing
+// had to change. False, with nothing changed: a channel cannot follow.
 bool setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice);
 
-// The step by which the position sliders move.
+// The step by which the three position sliders move; above 0. The node is not null. No value and no
+// key changes.
 void setTranslationNudge(DzNode* node, float stepCm);
 
 } // namespace quillon

@@ -20,7 +20,8 @@ enum ResetMode {
     ResetSelected = 3 // the selected bones alone, of whatever part
 };
 
-// mode is a ResetMode; with any other nothing happens. The figure node selected itself stands for
+// figure: the figure node or a bone of it; null or another node: nothing happens. mode is a
+// ResetMode; with any other nothing happens. The figure node selected itself stands for
 // all bones of the mode. The hip of modes 1 and 3 only loses its world rotation; its translation
 // stays.
 void resetPose(DzNode* figure, int mode);
@@ -35,7 +36,9 @@ void zeroBoneChannels(DzNode* bone, DzTime time);
 // controller links, then the channels.
 void resetBone(DzNode* bone, DzTime time);
 
-// The morphs of the figure's object whose names begin with "facs_", in the tables or not.
+// Sets the value channels of the morphs of the figure's object whose names begin with "facs_" to 0,
+// in the tables or not and of whatever generation. The figure is not null; one without an object
+// has no morphs. Range: a channel within 1.2e-7 of 0 is left alone.
 void zeroFacsMorphs(DzNode* figure, DzTime time);
 
 } // namespace quillon
