@@ -1,6 +1,7 @@
 #include "figure/bake_pose.h"
 
-#include "figure/body_parts.h"
+#include "figure/channel_snapshot.h"
+#include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/pose_limits.h"
@@ -20,29 +21,31 @@ namespace {
 
 const float kZeroThreshold = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
 
-// Places by bone number; the scratch space of a bake. Rotation and position: bones of the part.
-DzMatrix3 g_scale_world[kBoneCount];
-DzQuat g_rot_world[kBoneCount];
-DzVec3 g_posCm_world[kBoneCount];
-DzVec3 g_anglesDeg[kBoneCount]; // of the rotation channels
+// How a bone looked before the bake. Only the bones of the part keep more than the scale.
+struct KeptBone {
+    DzBone* bone;
+    bool inPart;
+    NodePlace world;
+    ChannelSnapshot turn; // the three rotation channels
+};
 
 } // namespace
 
-static DzVec3 anglesDegOf(const DzNode* bone, DzTime time)
+static KeptBone keepBone(DzBone* bone, bool inPart, DzTime time)
 {
-    return DzVec3(bone->getXRotControl()->getValue(time), bone->getYRotControl()->getValue(time),
-        bone->getZRotControl()->getValue(time));
+    if (!inPart)
+        return KeptBone {bone, false, {bone->getWSScale(time), DzQuat(), DzVec3()}, {}};
+    return KeptBone {bone, true, worldPlaceOf(bone, time),
+        {keepValue(bone->getXRotControl(), time), keepValue(bone->getYRotControl(), time),
+            keepValue(bone->getZRotControl(), time)}};
 }
 
-static void rememberPlaces(const DzNode* figure, FigureScope part, DzTime time)
+static std::vector<KeptBone> keepBones(const DzNode* figure, const BoneSet& part, DzTime time)
 {
+    std::vector<KeptBone> kept;
     for (const FigureBone& each : bonesOf(figure))
-        g_scale_world[each.number] = each.bone->getWSScale(time);
-    for (const FigureBone& each : bonesOf(figure, part)) {
-        g_rot_world[each.number] = each.bone->getWSRot(time);
-        g_posCm_world[each.number] = each.bone->getWSPos(time);
-        g_anglesDeg[each.number] = anglesDegOf(each.bone, time);
-    }
+        kept.push_back(keepBone(each.bone, part.test(size_t(each.number)), time));
+    return kept;
 }
 
 static BoneSet numbersOf(const std::vector<FigureBone>& bones)
@@ -55,9 +58,10 @@ static BoneSet numbersOf(const std::vector<FigureBone>& bones)
 
 static std::vector<DzFloatProperty*> controlsDriving(const DzNode* figure, const BoneSet& driven)
 {
+    const FigureModel& model = modelOf(figure);
     std::vector<DzFloatProperty*> driving;
     for (const FigureControl& each : controlsOf(figure)) {
-        if ((bonesDrivenBy(each.number) & driven).any())
+        if ((bonesDrivenBy(each.number, model) & driven).any())
             driving.push_back(each.property);
     }
     return driving;
@@ -79,31 +83,27 @@ static void zeroControls(const std::vector<DzFloatProperty*>& controls, DzTime t
 // The angles from before are within the limits, which the host knows nothing of while they are
 // lifted: a rotation has other solutions. They lead to the same place unless a bone above that
 // the bake leaves alone has moved.
-static void turnBack(DzNode* bone, int number, DzTime time)
+static void turnBack(const KeptBone& kept, DzTime time)
 {
-    DzFloatProperty* const channels[]
-        = {bone->getXRotControl(), bone->getYRotControl(), bone->getZRotControl()};
-    for (int axis = 0; axis < 3; ++axis) {
-        if (channels[axis]->getValue(time) != g_anglesDeg[number][axis])
-            channels[axis]->setValue(time, g_anglesDeg[number][axis]);
-    }
-    if (bone->getWSRot(time) != g_rot_world[number])
-        bone->setWSRot(time, g_rot_world[number]);
+    for (const KeptValue& channel : kept.turn)
+        putBackLook(channel, time);
+    if (kept.bone->getWSRot(time) != kept.world.rot)
+        kept.bone->setWSRot(time, kept.world.rot);
 }
 
 // Parents first, each bone whole before the bones below it: a world scale may depend on the turns
 // above. What is still in its place is not written: a round trip through rotation or scale leaves
 // noise and keys.
-static void putBack(const DzNode* figure, const BoneSet& part, DzTime time)
+static void putBack(const std::vector<KeptBone>& kept, DzTime time)
 {
-    for (const FigureBone& each : bonesOf(figure)) {
-        if (each.bone->getWSScale(time) != g_scale_world[each.number])
-            each.bone->setWSScale(time, g_scale_world[each.number]);
-        if (!part.test(each.number))
+    for (const KeptBone& each : kept) {
+        if (each.bone->getWSScale(time) != each.world.scale)
+            each.bone->setWSScale(time, each.world.scale);
+        if (!each.inPart)
             continue;
-        turnBack(each.bone, each.number, time);
-        if (each.bone->getWSPos(time) != g_posCm_world[each.number])
-            each.bone->setWSPos(time, g_posCm_world[each.number]);
+        turnBack(each, time);
+        if (each.bone->getWSPos(time) != each.world.posCm)
+            each.bone->setWSPos(time, each.world.posCm);
     }
 }
 
@@ -127,13 +127,14 @@ void bakePose(DzNode* figure, int part)
 
     const DzTime time = dzScene->getTime();
     const FigureScope scope = part == BakeFace ? FigureScope::Face : FigureScope::Body;
-    rememberPlaces(skeleton, scope, time); // as they look, so before the limits are lifted
-    setPartLimits(skeleton, scope, false);
     const BoneSet bones = numbersOf(bonesOf(skeleton, scope));
+    // As they look, so before the limits are lifted.
+    const std::vector<KeptBone> kept = keepBones(skeleton, bones, time);
+    setPartLimits(skeleton, scope, false);
     zeroControls(controlsDriving(skeleton, bones), time);
-    putBack(skeleton, bones, time);
+    putBack(kept, time);
     setPartLimits(skeleton, scope, true);
-    putBack(skeleton, bones, time); // where a limit lifted a control off 0 again
+    putBack(kept, time); // where a limit lifted a control off 0 again
 }
 
 } // namespace quillon

@@ -1,9 +1,7 @@
 #include "figure/pose_limits.h"
 
 #include "figure/body_parts.h"
-#include "figure/figure_kind.h"
 #include "figure/figure_walks.h"
-#include "figure/part_tables.h"
 #include "ground/status_message.h"
 
 #include "dzbone.h"
@@ -26,15 +24,18 @@ namespace {
 const char* const kUndoCaption = "quillon_stack";
 const float kZeroRangeCm = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
 
-// Clamped flags: bones by number, then controls by number in the active table.
 const int kFirstControlSlot = kBoneCount;
-bool g_clampState[kBoneCount + kControlCountMax];
 
-// What a walk covers. Each slot of g_clampState belongs to one walk only.
+// What a walk covers. Each slot of KeptClamps belongs to one walk only.
 enum LimitWalk { BodyBoneWalk, BodyControlWalk, FaceWalk, LimitWalkCount };
 
-// The figure whose flags a walk keeps, since its remembering un-clamp; null: none.
-QPointer<DzNode> g_keptFigure[LimitWalkCount];
+struct KeptClamps {
+    // Clamped flags: bones by number, then controls by number in the figure's model.
+    bool slots_[kBoneCount + kControlCountMax];
+    // The figure whose flags a walk keeps, since its remembering un-clamp; null: none.
+    QPointer<DzNode> figure[LimitWalkCount];
+};
+KeptClamps g_kept;
 
 // Flags of one bone's channels while they are free: locked and clamped as bits of ChannelFlag.
 enum ChannelFlag {
@@ -48,7 +49,6 @@ enum ChannelFlag {
     YPosClamped = 0x400,
     ZPosClamped = 0x800
 };
-unsigned g_channelFlags;
 
 struct FlaggedChannel {
     int group; // ChannelGroup
@@ -82,16 +82,16 @@ static FlagRule flagRule(DzNode* figure, LimitWalk walk, bool clamp, bool rememb
     if (!remember)
         return FlagRule {clamp, false, false};
     // Kept flags are the user's; a second un-clamp would see its own.
-    const bool keptAlready = g_keptFigure[walk] == figure;
-    g_keptFigure[walk] = clamp ? nullptr : figure;
+    const bool keptAlready = g_kept.figure[walk] == figure;
+    g_kept.figure[walk] = clamp ? nullptr : figure;
     return FlagRule {clamp, clamp, !clamp && !keptAlready};
 }
 
 static bool flagFor(const FlagRule& rule, int slot, bool present)
 {
     if (rule.keep)
-        g_clampState[slot] = present;
-    return rule.recall ? g_clampState[slot] : rule.clamp;
+        g_kept.slots_[slot] = present;
+    return rule.recall ? g_kept.slots_[slot] : rule.clamp;
 }
 
 // True when the limits now move the value.
@@ -156,9 +156,7 @@ void setFaceLimits(DzNode* figure, bool clamp, bool remember)
 
 void forgetLimits()
 {
-    std::fill(std::begin(g_clampState), std::end(g_clampState), false);
-    for (QPointer<DzNode>& figure : g_keptFigure)
-        figure = nullptr;
+    g_kept = KeptClamps();
 }
 
 void setPoseLimits(DzNode* figure, bool clamp, int partMask)
@@ -196,37 +194,54 @@ static unsigned flagsOf(const DzNode* bone, const FlaggedChannel& row)
         | (channel->isClamped() ? row.clampedFlag : 0);
 }
 
-static void restoreFlags(DzNode* bone, const FlaggedChannel& row)
+static void switchChannels(DzNode* bone, bool enable, int channelMask)
 {
-    DzFloatProperty* channel = (bone->*row.channel)();
-    if (g_channelFlags & row.lockedFlag)
-        channel->lock(true);
-    if (g_channelFlags & row.clampedFlag)
-        channel->setIsClamped(true);
+    for (const FlaggedChannel& row : kFlaggedChannels) {
+        if (channelMask & row.group)
+            setFlags(bone, row, enable);
+    }
+}
+
+// The flags that the channels had.
+static unsigned freeChannels(DzNode* bone, int channelMask)
+{
+    unsigned flags = 0;
+    for (const FlaggedChannel& row : kFlaggedChannels) {
+        if (channelMask & row.group)
+            flags |= flagsOf(bone, row);
+    }
+    switchChannels(bone, false, channelMask);
+    return flags;
+}
+
+static void restoreFlags(DzNode* bone, int channelMask, unsigned flags)
+{
+    for (const FlaggedChannel& row : kFlaggedChannels) {
+        if (!(channelMask & row.group))
+            continue;
+        if (flags & row.lockedFlag)
+            (bone->*row.channel)()->lock(true);
+        if (flags & row.clampedFlag)
+            (bone->*row.channel)()->setIsClamped(true);
+    }
 }
 
 void setChannelLimits(DzNode* bone, bool enable, int channelMask, bool remember)
 {
-    if (remember && !enable)
-        g_channelFlags = 0;
-    for (const FlaggedChannel& row : kFlaggedChannels) {
-        if (!(channelMask & row.group))
-            continue;
-        if (remember && enable) {
-            restoreFlags(bone, row);
-            continue;
-        }
-        if (remember)
-            g_channelFlags |= flagsOf(bone, row);
-        setFlags(bone, row, enable);
-    }
+    static unsigned kept = 0; // by the last remembering call that released
+    if (!remember)
+        switchChannels(bone, enable, channelMask);
+    else if (enable)
+        restoreFlags(bone, channelMask, kept);
+    else
+        kept = freeChannels(bone, channelMask);
 }
 
 // ---- translations
 
-bool isTranslatableBone(const QString& name)
+bool isTranslatableBone(const QString& name, const FigureModel& model)
 {
-    return std::any_of(std::begin(kTranslatableBones), std::end(kTranslatableBones),
+    return std::any_of(model.translatableBones.begin(), model.translatableBones.end(),
         [&name](const char* bone) { return name == QLatin1String(bone); });
 }
 
@@ -245,18 +260,19 @@ void limitTranslation(DzNode* bone, float rangeCm)
 
 void limitFreedTranslation(DzNode* bone, float rangeCm)
 {
-    setChannelLimits(bone, false, TranslationChannels, true);
+    const unsigned flags = freeChannels(bone, TranslationChannels);
     limitTranslation(bone, rangeCm);
-    setChannelLimits(bone, true, TranslationChannels, true);
+    restoreFlags(bone, TranslationChannels, flags);
 }
 
 static void limitTranslationsBelow(DzNode* figure, float rangeCm)
 {
+    const FigureModel& model = modelOf(figure);
     DzNodeList below;
     figure->getNodeChildren(below, true);
     for (DzNode* node : std::as_const(below)) {
         const bool ownBone = isFigureNode(node) && node->getSkeleton() == figure;
-        if (ownBone && isTranslatableBone(node->getName()))
+        if (ownBone && isTranslatableBone(node->getName(), model))
             limitFreedTranslation(node, rangeCm);
     }
 }

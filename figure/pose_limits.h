@@ -9,6 +9,8 @@
 // remembering clamp without an un-clamp before sets what the place holds, off at start.
 #pragma once
 
+#include "figure/figure_kind.h"
+
 class DzFloatProperty;
 class DzNode;
 class QString;
@@ -40,9 +42,11 @@ void setPoseLimits(DzNode* figure, bool clamp, int partMask);
 void setChannelLimits(DzNode* bone, bool enable, int channelMask, bool remember);
 
 // Whether "Bone Translations" takes a bone of this name; the hip is none of them.
-bool isTranslatableBone(const QString& name);
+bool isTranslatableBone(const QString& name, const FigureModel& model = activeModel());
 
-// Moves the translation into [-rangeCm, rangeCm] on each axis; 0 zeroes it. Locks apply.
+// Moves the look of the translation into [-rangeCm, rangeCm] on each axis, at the scene's time; up
+// to 1.2e-7 cm, and below 0, zeroes it. Locks and limits of the channels apply; one that lies
+// within already is not written. The bone is not null.
 void limitTranslation(DzNode* bone, float rangeCm);
 
 // The same with the channels' locks and limits lifted meanwhile.

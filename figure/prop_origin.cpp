@@ -1,5 +1,6 @@
 #include "figure/prop_origin.h"
 
+#include "figure/channel_snapshot.h"
 #include "figure/node_place.h"
 
 #include "dzfloatproperty.h"
@@ -46,35 +47,30 @@ bool hasKeyInFrame(const DzNode* node, int frame)
 
 namespace {
 
-struct Placement {
+struct KeyedPlace {
     DzTime time;
-    DzMatrix3 scale_world;
-    DzQuat rot_world;
-    DzVec3 posCm_world;
+    NodePlace world;
 };
 
 } // namespace
 
-static Placement placementAt(const DzNode* node, DzTime time)
+static std::vector<KeyedPlace> keyedPlaces(const DzNode* node)
 {
-    return Placement {time, node->getWSScale(time), node->getWSRot(time), node->getWSPos(time)};
-}
-
-static std::vector<Placement> keyedPlacements(const DzNode* node)
-{
-    std::vector<Placement> placements;
+    std::vector<KeyedPlace> places;
     const int count = frameCount();
-    for (int frame = 0; frame < count; ++frame)
+    for (int frame = 0; frame < count; ++frame) {
+        const DzTime time = frame * dzScene->getTimeStep();
         if (hasKeyInFrame(node, frame))
-            placements.push_back(placementAt(node, frame * dzScene->getTimeStep()));
-    return placements;
+            places.push_back(KeyedPlace {time, worldPlaceOf(node, time)});
+    }
+    return places;
 }
 
 // ---- between the geometry's space and the world ----------------------------------------------
 
-static DzVec3 toWorld(const Placement& at, const DzVec3& offset)
+static DzVec3 toWorld(const NodePlace& at, const DzVec3& offset)
 {
-    return at.rot_world.multVec(at.scale_world.multVec(offset));
+    return at.rot.multVec(at.scale.multVec(offset));
 }
 
 static bool isFlat(const DzMatrix3& scale)
@@ -83,11 +79,11 @@ static bool isFlat(const DzMatrix3& scale)
 }
 
 // What toWorld() makes the given offset of. A scale of 0 along an axis has no way back: zero then.
-static DzVec3 fromWorld(const Placement& at, const DzVec3& offset_world)
+static DzVec3 fromWorld(const NodePlace& at, const DzVec3& offset_world)
 {
-    if (isFlat(at.scale_world))
+    if (isFlat(at.scale))
         return DzVec3(0, 0, 0);
-    return at.scale_world.inverse().multVec(at.rot_world.inverse().multVec(offset_world));
+    return at.scale.inverse().multVec(at.rot.inverse().multVec(offset_world));
 }
 
 // ---- the new origin --------------------------------------------------------------------------
@@ -105,13 +101,13 @@ static DzVec3 geometryCentre(DzNode* node)
     DzVec3 centre = before;
     if (box.isValid()) {
         const DzVec3 read = box.getMin() + (box.getMax() - box.getMin()) * 0.5f;
-        centre = node->getOrigin() + fromWorld(placementAt(node, dzScene->getTime()), read);
+        centre = node->getOrigin() + fromWorld(worldPlaceOf(node, dzScene->getTime()), read);
     }
     hold.cancel();
     return centre;
 }
 
-static DzVec3 newOrigin(DzNode* node, OriginChoice choice, const Placement& last)
+static DzVec3 newOrigin(DzNode* node, OriginChoice choice, const NodePlace& last_world)
 {
     switch (choice) {
     case OriginChoice::Imported:
@@ -119,7 +115,7 @@ static DzVec3 newOrigin(DzNode* node, OriginChoice choice, const Placement& last
     case OriginChoice::ObjectCentre:
         return geometryCentre(node);
     case OriginChoice::WorldCentre:
-        return node->getOrigin() + fromWorld(last, -last.posCm_world);
+        return node->getOrigin() + fromWorld(last_world, -last_world.posCm);
     case OriginChoice::Keep:
         break;
     }
@@ -129,24 +125,24 @@ static DzVec3 newOrigin(DzNode* node, OriginChoice choice, const Placement& last
 // ---- the change ------------------------------------------------------------------------------
 
 static bool setOriginAndPlaces(
-    DzNode* node, OriginChoice choice, const std::vector<Placement>& keyed)
+    DzNode* node, OriginChoice choice, const std::vector<KeyedPlace>& keyed)
 {
     const DzVec3 before = node->getOrigin();
-    const DzVec3 wanted = newOrigin(node, choice, keyed.back());
+    const DzVec3 wanted = newOrigin(node, choice, keyed.back().world);
     if (wanted != before)
         node->setOrigin(wanted, true);
     const DzVec3 moved = node->getOrigin() - before; // as it was taken
     bool followed = (before + moved - wanted).length() <= kOriginToleranceCm;
-    for (const Placement& was : keyed) {
-        followed &= turnTo(node, was.time, was.rot_world);
-        followed &= moveTo(node, was.time, was.posCm_world + toWorld(was, moved));
+    for (const KeyedPlace& was : keyed) {
+        followed &= turnTo(node, was.time, was.world.rot);
+        followed &= moveTo(node, was.time, was.world.posCm + toWorld(was.world, moved));
     }
     return followed;
 }
 
 bool setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice)
 {
-    const std::vector<Placement> keyed = keyedPlacements(node);
+    const std::vector<KeyedPlace> keyed = keyedPlaces(node);
     DzUndoStackHold hold;
     node->setRotationOrder(order);
     return keepOrTakeBack(&hold, keyed.empty() || setOriginAndPlaces(node, choice, keyed));

@@ -1,11 +1,11 @@
 #include "figure/reset_pose.h"
 
 #include "figure/body_parts.h"
+#include "figure/channel_snapshot.h"
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/node_place.h"
-#include "figure/part_tables.h"
 
 #include "dzbone.h"
 #include "dzerclink.h"
@@ -30,19 +30,15 @@ const float kZeroThreshold = std::numeric_limits<float>::epsilon(); // 1.1920929
 const int kHipNumber = 0;
 const char* const kFacsPrefix = "facs_";
 
-struct LocalPlacement {
-    DzMatrix3 scale;
-    DzQuat rot_local;
-    DzVec3 posCm_local;
-    bool reset;
-};
-
-LocalPlacement g_placements[kBoneCount]; // by bone number; rewritten by every selection reset
-
+// One reset of selected bones, and what it has done so far.
 struct SelectionReset {
     DzSkeleton* figure;
+    const FigureModel& model;
     int mode;
     DzTime time;
+    std::vector<FigureBone> bones;
+    std::vector<NodePlace> local; // of the bones, before the reset
+    BoneSet done; // by bone number
 };
 
 } // namespace
@@ -99,21 +95,24 @@ static void zero(DzFloatProperty* property, DzTime time)
     }
 }
 
-static bool isBodyControlProperty(const DzFloatProperty* property)
+static FollowDriver bodyControlsOf(const FigureModel& model)
 {
-    return isBodyControl(controlNameOf(property));
+    return [&model](const DzFloatProperty* property) {
+        return isBodyControl(controlNameOf(property), model);
+    };
 }
 
-// A control or morph that a face reset of Genesis 8.1 takes along.
-static bool isFacsProperty(const DzFloatProperty* property)
+// The controls and morphs that a face reset takes along.
+static FollowDriver facsPropertiesOf(const FigureModel& model)
 {
-    const QString name = controlNameOf(property);
-    return name.startsWith(QLatin1String(kFacsPrefix))
-        && (isBodyControl(name) || qobject_cast<DzMorph*>(property->getOwner()));
+    return [&model](const DzFloatProperty* property) {
+        const QString name = controlNameOf(property);
+        return name.startsWith(QLatin1String(kFacsPrefix))
+            && (isBodyControl(name, model) || qobject_cast<DzMorph*>(property->getOwner()));
+    };
 }
 
-static void zeroThroughLinks(
-    DzFloatProperty* property, DzTime time, const FollowDriver& follow = isBodyControlProperty)
+static void zeroThroughLinks(DzFloatProperty* property, DzTime time, const FollowDriver& follow)
 {
     for (DzFloatProperty* each : driversFirst(property, follow))
         zero(each, time);
@@ -158,31 +157,29 @@ static void appendPoseChannels(const DzNode* bone, std::vector<DzFloatProperty*>
     out->insert(out->end(), std::begin(channels.channel), std::end(channels.channel));
 }
 
-static void zeroCorrective(const char* name, const DzNode* bone, DzTime time)
+static void zeroCorrectives(
+    const DzNode* bone, DzTime time, const FigureModel& model, const FollowDriver& follow)
 {
-    if (DzFloatProperty* control = findControl(QLatin1String(name), bone))
-        zeroThroughLinks(control, time);
-}
-
-static void zeroCorrectives(const DzNode* bone, DzTime time)
-{
-    const QString boneName = bone->getName();
-    if (isFaceBone(boneName)) {
-        for (const char* name : kFaceCorrectives)
-            zeroCorrective(name, bone, time);
-    }
-    for (const CorrectivePair& pair : kBodyCorrectives) {
-        if (!boneName.contains(QLatin1String(pair.bone)))
-            continue;
-        for (const char* name : pair.controls)
-            zeroCorrective(name, bone, time);
+    const auto zeroNamed = [&](const char* name) {
+        if (DzFloatProperty* control = findControl(QLatin1String(name), bone))
+            zeroThroughLinks(control, time, follow);
+    };
+    const QString name = bone->getName();
+    if (isFaceBone(name, model))
+        std::for_each(model.faceCorrectives.begin(), model.faceCorrectives.end(), zeroNamed);
+    for (int i = 0; i < model.bodyCorrectiveCount; ++i) {
+        const CorrectivePair& pair = model.bodyCorrectives[i];
+        if (name.contains(QLatin1String(pair.bone)))
+            std::for_each(std::begin(pair.controls), std::end(pair.controls), zeroNamed);
     }
 }
 
 bool inResetPart(const DzNode* bone, int mode)
 {
+    const FigureModel& model = modelOf(bone);
     const QString name = bone->getName();
-    const bool extremity = isFaceBone(name) || isHandBone(name) || isFootBone(name);
+    const bool extremity
+        = isFaceBone(name, model) || isHandBone(name, model) || isFootBone(name, model);
     switch (mode) {
     case ResetBody:
         return !extremity;
@@ -203,9 +200,11 @@ void zeroBoneChannels(DzNode* bone, DzTime time)
 
 void resetBone(DzNode* bone, DzTime time)
 {
-    zeroCorrectives(bone, time);
+    const FigureModel& model = modelOf(bone);
+    const FollowDriver follow = bodyControlsOf(model);
+    zeroCorrectives(bone, time, model, follow);
     for (DzFloatProperty* channel : poseChannelsOf(bone).channel)
-        zeroThroughLinks(channel, time);
+        zeroThroughLinks(channel, time, follow);
 }
 
 static std::vector<DzFloatProperty*> facsMorphsOf(const DzNode* figure)
@@ -228,7 +227,7 @@ void zeroFacsMorphs(DzNode* figure, DzTime time)
 static void resetWholeFigure(DzSkeleton* figure, DzTime time)
 {
     std::vector<DzFloatProperty*> properties;
-    if (isGenesis81())
+    if (modelOf(figure).hasFacsFace)
         properties = facsMorphsOf(figure);
     for (const FigureControl& each : controlsOf(figure))
         properties.push_back(each.property);
@@ -239,51 +238,40 @@ static void resetWholeFigure(DzSkeleton* figure, DzTime time)
 
 // ---- selection
 
-static void rememberPlacements(const std::vector<FigureBone>& bones, DzTime time)
+static SelectionReset beginReset(DzSkeleton* figure, int mode, DzTime time)
 {
-    for (const FigureBone& each : bones) {
-        LocalPlacement& kept = g_placements[each.number];
-        kept.scale = each.bone->getLocalScale(time);
-        kept.rot_local = each.bone->getLocalRot(time);
-        kept.posCm_local = each.bone->getLocalPos(time);
-        kept.reset = false;
+    SelectionReset reset = {figure, modelOf(figure), mode, time, bonesOf(figure), {}, BoneSet()};
+    for (const FigureBone& each : reset.bones)
+        reset.local.push_back(localPlaceOf(each.bone, time));
+    return reset;
+}
+
+static void putBackOthers(const SelectionReset& reset)
+{
+    for (size_t i = 0; i < reset.bones.size(); ++i) {
+        if (!reset.done.test(size_t(reset.bones[i].number)))
+            putBackLocalPlace(reset.bones[i].bone, reset.time, reset.local[i]);
     }
 }
 
-// A round trip through rotation or scale leaves noise and keys: only what moved is written.
-static void putBackOthers(const std::vector<FigureBone>& bones, DzTime time)
+static void resetOnce(DzNode* bone, int boneNumber, SelectionReset* reset)
 {
-    for (const FigureBone& each : bones) {
-        const LocalPlacement& kept = g_placements[each.number];
-        if (kept.reset)
-            continue;
-        if (each.bone->getLocalScale(time) != kept.scale)
-            each.bone->setLocalScale(time, kept.scale);
-        if (each.bone->getLocalRot(time) != kept.rot_local)
-            each.bone->setLocalRot(time, kept.rot_local);
-        if (each.bone->getLocalPos(time) != kept.posCm_local)
-            each.bone->setLocalPos(time, kept.posCm_local);
-    }
-}
-
-static void resetOnce(DzNode* bone, int boneNumber, DzTime time)
-{
-    if (g_placements[boneNumber].reset)
+    if (reset->done.test(size_t(boneNumber)))
         return; // selected itself and below a selected one
-    resetBone(bone, time);
-    g_placements[boneNumber].reset = true;
+    resetBone(bone, reset->time);
+    reset->done.set(size_t(boneNumber));
 }
 
-static void resetBelow(const DzNode* bone, const SelectionReset& reset)
+static void resetBelow(const DzNode* bone, SelectionReset* reset)
 {
     DzNodeList below;
     bone->getNodeChildren(below, true);
     for (DzNode* node : std::as_const(below)) {
-        const int number = boneIndex(node->getName());
+        const int number = boneIndex(node->getName(), reset->model);
         const bool ownBone
-            = number >= 0 && isFigureNode(node) && node->getSkeleton() == reset.figure;
-        if (ownBone && inResetPart(node, reset.mode))
-            resetOnce(node, number, reset.time);
+            = number >= 0 && isFigureNode(node) && node->getSkeleton() == reset->figure;
+        if (ownBone && inResetPart(node, reset->mode))
+            resetOnce(node, number, reset);
     }
 }
 
@@ -296,67 +284,66 @@ static void turnUpright(DzNode* hip, DzTime time)
         if (channel->getValue(time) == 0)
             zero(channel, time); // limits may hide what is stored
     }
-    g_placements[kHipNumber].reset = true;
 }
 
-static void resetSelectedBones(const std::vector<FigureBone>& bones, const SelectionReset& reset)
+static void resetSelectedBones(SelectionReset* reset)
 {
-    const bool root = reset.figure->isSelected();
-    const bool fromHip = root && reset.mode == ResetExtremities; // all of them hang below the hip
+    const bool root = reset->figure->isSelected();
+    const bool fromHip = root && reset->mode == ResetExtremities; // all of them are below the hip
     const bool everyBone = root && !fromHip;
-    for (auto each = bones.rbegin(); each != bones.rend(); ++each) {
+    for (auto each = reset->bones.rbegin(); each != reset->bones.rend(); ++each) {
         const bool isHip = each->number == kHipNumber;
         if (!everyBone && !each->bone->isSelected() && !(isHip && fromHip))
             continue;
-        if (!everyBone && reset.mode != ResetSelected)
+        if (!everyBone && reset->mode != ResetSelected)
             resetBelow(each->bone, reset);
-        if (isHip && reset.mode != ResetExtremities)
-            turnUpright(each->bone, reset.time);
-        else if (inResetPart(each->bone, reset.mode))
-            resetOnce(each->bone, each->number, reset.time);
+        if (isHip && reset->mode != ResetExtremities) {
+            turnUpright(each->bone, reset->time);
+            reset->done.set(kHipNumber);
+        } else if (inResetPart(each->bone, reset->mode)) {
+            resetOnce(each->bone, each->number, reset);
+        }
     }
 }
 
-static bool anyFaceBoneReset(const std::vector<FigureBone>& bones)
+static bool anyFaceBoneReset(const SelectionReset& reset)
 {
-    for (const FigureBone& each : bones) {
-        if (g_placements[each.number].reset && isFaceBone(boneName(each.number)))
-            return true;
-    }
-    return false;
+    return std::any_of(reset.bones.begin(), reset.bones.end(), [&reset](const FigureBone& each) {
+        return reset.done.test(size_t(each.number))
+            && isFaceBone(boneName(each.number, reset.model), reset.model);
+    });
 }
 
-static void zeroFacsControls(DzSkeleton* figure, DzTime time)
+static void zeroFacsControls(const SelectionReset& reset)
 {
-    for (const FigureControl& each : controlsOf(figure)) {
-        if (controlName(each.number).startsWith(QLatin1String(kFacsPrefix)))
-            zeroThroughLinks(each.property, time, isFacsProperty);
+    const FollowDriver follow = facsPropertiesOf(reset.model);
+    for (const FigureControl& each : controlsOf(reset.figure)) {
+        if (controlName(each.number, reset.model).startsWith(QLatin1String(kFacsPrefix)))
+            zeroThroughLinks(each.property, reset.time, follow);
     }
-    zeroFacsMorphs(figure, time);
+    zeroFacsMorphs(reset.figure, reset.time);
 }
 
 // Channels may have been zeroed against a driver that the reset moved later.
-static void settleReset(const std::vector<FigureBone>& bones, DzTime time)
+static void settleReset(const SelectionReset& reset)
 {
     std::vector<DzFloatProperty*> channels;
-    for (const FigureBone& each : bones) {
-        if (g_placements[each.number].reset && each.number != kHipNumber)
+    for (const FigureBone& each : reset.bones) {
+        if (reset.done.test(size_t(each.number)) && each.number != kHipNumber)
             appendPoseChannels(each.bone, &channels);
     }
-    zeroAll(channels, time);
+    zeroAll(channels, reset.time);
 }
 
-static void resetSelection(const SelectionReset& reset)
+static void resetSelection(SelectionReset reset)
 {
-    const std::vector<FigureBone> bones = bonesOf(reset.figure);
-    rememberPlacements(bones, reset.time);
-    resetSelectedBones(bones, reset);
-    putBackOthers(bones, reset.time);
-    if (isGenesis81() && anyFaceBoneReset(bones)) {
-        zeroFacsControls(reset.figure, reset.time);
-        putBackOthers(bones, reset.time); // face bones that these controls held in place
+    resetSelectedBones(&reset);
+    putBackOthers(reset);
+    if (reset.model.hasFacsFace && anyFaceBoneReset(reset)) {
+        zeroFacsControls(reset);
+        putBackOthers(reset); // face bones that these controls held in place
     }
-    settleReset(bones, reset.time);
+    settleReset(reset);
 }
 
 void resetPose(DzNode* figure, int mode)
@@ -368,7 +355,7 @@ void resetPose(DzNode* figure, int mode)
     if (mode == ResetWholeFigure)
         resetWholeFigure(skeleton, time);
     else if (mode >= ResetBody && mode <= ResetSelected)
-        resetSelection(SelectionReset {skeleton, mode, time});
+        resetSelection(beginReset(skeleton, mode, time));
 }
 
 } // namespace quillon

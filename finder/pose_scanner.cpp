@@ -1,5 +1,6 @@
 #include "finder/pose_scanner.h"
 
+#include "figure/channel_snapshot.h"
 #include "figure/figure_walks.h"
 #include "figure/reset_pose.h"
 #include "finder/pose_identify.h"
@@ -33,8 +34,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
-#include <vector>
 
 namespace quillon {
 
@@ -51,34 +50,25 @@ static DzContentMgr* contentManager()
 
 // ---- clearing the pose
 
-// What a reset can change of the figure: a value, or a key that holds it.
-typedef std::vector<std::pair<float, int>> PoseState;
-
-static void addState(const DzFloatProperty* property, DzTime time, PoseState* state)
+// What a reset can change of the figure.
+static ChannelSnapshot poseOf(const DzSkeleton* figure, DzTime time)
 {
-    state->push_back(std::make_pair(property->getRawValue(time), property->getNumKeys()));
-}
-
-static PoseState poseStateOf(const DzSkeleton* figure)
-{
-    const DzTime time = dzScene->getTime();
-    PoseState state;
-    for (const FigureBone& each : bonesOf(figure)) {
-        for (const DzFloatProperty* channel : poseChannelsOf(each.bone).channel)
-            addState(channel, time, &state);
-    }
+    ChannelSnapshot kept;
+    for (const FigureBone& each : bonesOf(figure))
+        keepPoseChannels(each.bone, time, &kept);
     for (const FigureControl& each : controlsOf(figure))
-        addState(each.property, time, &state);
-    return state;
+        kept.push_back(keepValue(each.property, time));
+    return kept;
 }
 
 // True when there was something to clear; that is one undo step then.
 static bool clearPose(DzSkeleton* figure)
 {
-    const PoseState before = poseStateOf(figure);
+    const DzTime time = dzScene->getTime();
+    const ChannelSnapshot before = poseOf(figure, time);
     DzUndoStackHold hold;
     resetPose(figure, ResetWholeFigure);
-    const bool changed = poseStateOf(figure) != before;
+    const bool changed = !isAsKept(before, time);
     if (changed)
         hold.accept(QLatin1String(kUndoCaption));
     return changed;

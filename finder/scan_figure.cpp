@@ -12,28 +12,12 @@
 
 namespace quillon {
 
-static void keepChannels(const DzNode* node, DzTime time, std::vector<KeptChannel>* kept)
-{
-    for (DzFloatProperty* channel : poseChannelsOf(node).channel) {
-        const bool hasOwnKey = channel->getNumKeys(DzTimeRange(time, time)) > 0;
-        kept->push_back(KeptChannel {channel, channel->getRawValue(time), hasOwnKey});
-    }
-}
-
-static void putBack(const KeptChannel& kept, DzTime time)
-{
-    if (kept.hasOwnKey || !kept.channel->canAnimate())
-        kept.channel->setRawValue(time, kept.raw);
-    else
-        kept.channel->deleteKeys(DzTimeRange(time, time));
-}
-
 ScanFigure beginScanPoses(DzSkeleton* figure, DzTime time)
 {
     ScanFigure scan = {figure, time, {}};
-    keepChannels(figure, time, &scan.kept);
+    keepPoseChannels(figure, time, &scan.kept);
     for (const FigureBone& each : bonesOf(figure))
-        keepChannels(each.bone, time, &scan.kept);
+        keepPoseChannels(each.bone, time, &scan.kept);
     setBodyBoneLimits(figure, false, true);
     // Channels first: a turn of 360 degrees is no turn, but would stay in the sign of what follows.
     zeroBoneChannels(figure, time);
@@ -60,8 +44,8 @@ bool tryPose(const ScanFigure& scan, const QString& path)
 void endScanPoses(const ScanFigure& scan)
 {
     setBodyBoneLimits(scan.figure, true, true); // may pull the last pose into range
-    for (const KeptChannel& each : scan.kept)
-        putBack(each, scan.time);
+    for (const KeptValue& each : scan.kept)
+        putBackStored(each, scan.time);
 }
 
 } // namespace quillon

@@ -2,30 +2,18 @@
 // Nothing of it is recorded for undo; the caller locks the stack. All at one time.
 #pragma once
 
-#include "dzquat.h"
-#include "dztime.h"
+#include "figure/channel_snapshot.h"
 
 #include <QString>
 
-#include <vector>
-
-class DzFloatProperty;
 class DzSkeleton;
 
 namespace quillon {
 
-// One channel before the first pose. A value is stored in a key of the time, which may not have
-// been there.
-struct KeptChannel {
-    DzFloatProperty* channel;
-    float raw;
-    bool hasOwnKey;
-};
-
 struct ScanFigure {
     DzSkeleton* figure;
     DzTime time;
-    std::vector<KeptChannel> kept; // of the figure node and its bones
+    ChannelSnapshot kept; // of the figure node and its bones
 };
 
 // Remembers the channels, lifts the limits of the body's bones and puts the node at rest: whatever

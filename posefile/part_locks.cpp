@@ -1,23 +1,21 @@
 #include "posefile/part_locks.h"
 
 #include "figure/body_parts.h"
+#include "figure/channel_snapshot.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "ground/plugin_settings.h"
-#include "posefile/pose_channels.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
 
-#include <vector>
-
 namespace quillon {
 
 static_assert(kPartLockCount == kBodyPartCount, "a lock for each part, in the same order");
 
-static std::vector<KeptValue> g_locked; // by setPartLocks(); controls before the bones they drive
+static ChannelSnapshot g_locked; // by setPartLocks(); controls before the bones they drive
 
 bool anyPartLockOn()
 {
@@ -28,12 +26,12 @@ bool anyPartLockOn()
     return false;
 }
 
-typedef bool (*PartTest)(const QString& name, BodyPart part);
+typedef bool (*PartTest)(const QString& name, BodyPart part, const FigureModel& model);
 
-static bool isOfLockedPart(const QString& name, PartTest isInPart)
+static bool isOfLockedPart(const QString& name, PartTest isInPart, const FigureModel& model)
 {
     for (int part = 0; part < kBodyPartCount; ++part) {
-        if (pluginSettings().partLocks[part] && isInPart(name, BodyPart(part)))
+        if (pluginSettings().partLocks[part] && isInPart(name, BodyPart(part), model))
             return true;
     }
     return false;
@@ -50,17 +48,19 @@ static void lockAndKeep(DzFloatProperty* channel, DzTime time)
 // Properties of the figure node only; pure shapes are left out.
 static void lockControls(const DzSkeleton* figure, DzTime time)
 {
+    const FigureModel& model = modelOf(figure);
     for (int i = 0; i < figure->getNumProperties(); ++i) {
         DzFloatProperty* property = qobject_cast<DzFloatProperty*>(figure->getProperty(i));
-        if (property && isOfLockedPart(property->getName(), controlInPart))
+        if (property && isOfLockedPart(property->getName(), controlInPart, model))
             lockAndKeep(property, time);
     }
 }
 
 static void lockBones(const DzSkeleton* figure, DzTime time)
 {
+    const FigureModel& model = modelOf(figure);
     for (const FigureBone& each : bonesOf(figure)) {
-        if (!isOfLockedPart(boneName(each.number), boneInPart))
+        if (!isOfLockedPart(boneName(each.number, model), boneInPart, model))
             continue;
         static const int kRotationCount = 3;
         const PoseChannels channels = poseChannelsOf(each.bone);
@@ -74,8 +74,7 @@ static void releaseLocked(DzTime time)
 {
     for (const KeptValue& kept : g_locked)
         kept.channel->lock(false);
-    for (const KeptValue& kept : g_locked)
-        putBackValue(kept, time);
+    putBackValues(g_locked, time);
     g_locked.clear();
 }
 

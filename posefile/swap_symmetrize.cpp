@@ -98,21 +98,20 @@ bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, boo
 // ---- the commands
 
 // Everything that makes a bone's local scale, rotation and position.
-static void keepBone(const DzBone* bone, DzTime time, std::vector<KeptValue>* kept)
+static void keepBone(const DzBone* bone, DzTime time, ChannelSnapshot* kept)
 {
     DzFloatProperty* const scales[] = {bone->getScaleControl(), bone->getXScaleControl(),
         bone->getYScaleControl(), bone->getZScaleControl()};
     for (DzFloatProperty* channel : scales)
         kept->push_back(keepValue(channel, time));
-    for (DzFloatProperty* channel : poseChannelsOf(bone).channel)
-        kept->push_back(keepValue(channel, time));
+    keepPoseChannels(bone, time, kept);
 }
 
 namespace {
 
 struct KeptBone {
     int number;
-    std::vector<KeptValue> channels;
+    ChannelSnapshot channels;
 };
 
 } // namespace
@@ -130,10 +129,8 @@ static std::vector<KeptBone> keepBones(const DzNode* figure, DzTime time)
 static void putBackUntouched(const std::vector<KeptBone>& bones, DzTime time)
 {
     for (const KeptBone& bone : bones) {
-        if (isBoneTouched(bone.number))
-            continue;
-        for (const KeptValue& kept : bone.channels)
-            putBackValue(kept, time);
+        if (!isBoneTouched(bone.number))
+            putBackValues(bone.channels, time);
     }
 }
 
