@@ -13,13 +13,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace quillon {
 
 namespace {
-
-const float kZeroThreshold = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
 
 // How a bone looked before the bake. Only the bones of the part keep more than the scale.
 struct KeptBone {

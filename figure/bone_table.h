@@ -6,6 +6,7 @@
 namespace quillon {
 
 static constexpr int kBoneCount = 170;
+static constexpr int kHipNumber = 0;
 
 extern const char* const kBoneTable[kBoneCount];
 

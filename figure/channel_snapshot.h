@@ -13,12 +13,16 @@
 #include "dztime.h"
 #include "dzvec3.h"
 
+#include <limits>
 #include <vector>
 
 class DzFloatProperty;
 class DzNode;
 
 namespace quillon {
+
+// What counts as 0 for a reset or a bake: such a value is left unwritten. 1.1920929e-07.
+static constexpr float kZeroThreshold = std::numeric_limits<float>::epsilon();
 
 // ---- channels
 

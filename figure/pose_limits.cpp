@@ -31,7 +31,7 @@ enum LimitWalk { BodyBoneWalk, BodyControlWalk, FaceWalk, LimitWalkCount };
 
 struct KeptClamps {
     // Clamped flags: bones by number, then controls by number in the figure's model.
-    bool slots_[kBoneCount + kControlCountMax];
+    bool clamped[kBoneCount + kControlCountMax];
     // The figure whose flags a walk keeps, since its remembering un-clamp; null: none.
     QPointer<DzNode> figure[LimitWalkCount];
 };
@@ -90,8 +90,8 @@ static FlagRule flagRule(DzNode* figure, LimitWalk walk, bool clamp, bool rememb
 static bool flagFor(const FlagRule& rule, int slot, bool present)
 {
     if (rule.keep)
-        g_kept.slots_[slot] = present;
-    return rule.recall ? g_kept.slots_[slot] : rule.clamp;
+        g_kept.clamped[slot] = present;
+    return rule.recall ? g_kept.clamped[slot] : rule.clamp;
 }
 
 // True when the limits now move the value.

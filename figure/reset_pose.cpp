@@ -19,15 +19,12 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 namespace quillon {
 
 namespace {
 
-const float kZeroThreshold = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
-const int kHipNumber = 0;
 const char* const kFacsPrefix = "facs_";
 
 // One reset of selected bones, and what it has done so far.

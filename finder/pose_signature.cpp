@@ -1,32 +1,16 @@
 #include "finder/pose_signature.h"
 
+#include "figure/figure_kind.h"
+
 #include "dzbone.h"
 #include "dzskeleton.h"
-
-#include <iterator>
 
 namespace quillon {
 
 static const char kHip[] = "hip";
 static const double kRadPerDeg = 0.017453292519943295;
 
-// The local rotations whose product, from left to right, makes the slot.
-static const int kMaxFactors = 4;
-// clang-format off
-static const char* const kSlotBones[][kMaxFactors] = {
-    {"pelvis"}, // times the hip in the world
-    {"chestUpper", "chestLower", "abdomenUpper", "abdomenLower"},
-    {"lShin"},
-    {"rShin"},
-    {"lThighBend"},
-    {"rThighBend"},
-    {"lShldrBend", "lCollar"},
-    {"rShldrBend", "rCollar"},
-    {"lForearmBend"},
-    {"rForearmBend"},
-};
-// clang-format on
-static_assert(std::size(kSlotBones) == std::size_t(kSignatureSlots), "one row per slot");
+static_assert(kSignatureRows == kSignatureSlots, "one row per slot");
 
 static const DzBone* boneOf(const DzSkeleton* figure, const QString& name)
 {
@@ -62,9 +46,9 @@ DzMatrix3 boneWorldScale(const DzSkeleton* figure, const QString& boneName, DzTi
 
 DzQuat slotRotation(const DzSkeleton* figure, SignatureSlot slot, DzTime time)
 {
-    const char* const* bones = kSlotBones[slot];
+    const char* const* bones = modelOf(figure).signatureBones[slot].bones;
     DzQuat product = boneLocalRotation(figure, QLatin1String(bones[0]), time);
-    for (int i = 1; i < kMaxFactors && bones[i]; ++i)
+    for (int i = 1; i < kSignatureFactors && bones[i]; ++i)
         product = product * boneLocalRotation(figure, QLatin1String(bones[i]), time);
     return slot == HipSlot ? product * boneWorldRotation(figure, QLatin1String(kHip), time)
                            : product;

@@ -64,7 +64,7 @@ static void lockBones(const DzSkeleton* figure, DzTime time)
             continue;
         static const int kRotationCount = 3;
         const PoseChannels channels = poseChannelsOf(each.bone);
-        const int count = each.number == 0 ? kRotationCount : kPoseChannelCount;
+        const int count = each.number == kHipNumber ? kRotationCount : kPoseChannelCount;
         for (int i = 0; i < count; ++i)
             lockAndKeep(channels.channel[i], time);
     }

@@ -10,8 +10,6 @@
 
 namespace quillon {
 
-static const int kHipNumber = 0;
-
 int nameIdOf(const TextSpan& name)
 {
     return nameIdOfBytes(name.begin, name.end);
