@@ -14,8 +14,12 @@
 namespace quillon {
 
 static std::vector<char> g_buffer;
-static TextSpan g_text = {nullptr, nullptr};
-static const char* g_cursor = nullptr;
+
+// The one pose text; the bytes are someone else's.
+static struct PoseText {
+    TextSpan all;
+    const char* cursor; // where the next entry is looked for
+} g_text = {{nullptr, nullptr}, nullptr};
 
 void createReadBuffer()
 {
@@ -54,14 +58,14 @@ int readPoseFileText(const QString& path, char* buffer, int maxBytes, bool termi
 void setPoseText(const char* bytes, int count)
 {
     const void* zero = count > 0 ? std::memchr(bytes, 0, size_t(count)) : nullptr;
-    g_text.begin = bytes;
-    g_text.end = zero ? static_cast<const char*>(zero) : bytes + count;
-    g_cursor = bytes;
+    g_text.all.begin = bytes;
+    g_text.all.end = zero ? static_cast<const char*>(zero) : bytes + count;
+    g_text.cursor = bytes;
 }
 
 TextSpan poseText()
 {
-    return g_text;
+    return g_text.all;
 }
 
 bool loadPoseText(const QString& path)
@@ -133,13 +137,13 @@ static const char* findUrlKey(const char* from, const char* end)
 
 bool nextEntry(TextSpan* entry)
 {
-    const char* url = findUrlKey(g_cursor, g_text.end);
-    const char* bracket = findChar(url, g_text.end, ']');
-    if (bracket == g_text.end)
+    const char* url = findUrlKey(g_text.cursor, g_text.all.end);
+    const char* bracket = findChar(url, g_text.all.end, ']');
+    if (bracket == g_text.all.end)
         return false;
-    g_cursor = bracket + 1;
+    g_text.cursor = bracket + 1;
     entry->begin = url;
-    entry->end = g_cursor;
+    entry->end = g_text.cursor;
     return true;
 }
 
