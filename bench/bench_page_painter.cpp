@@ -3,6 +3,7 @@
 #include "pane/artwork.h"
 #include "pane/hover.h"
 #include "pane/page_painter.h"
+#include "finder/browse_session.h"
 #include "pane/page_state.h"
 #include "pane/scaled_artwork.h"
 #include "ground/version_text.h"
@@ -20,7 +21,7 @@ namespace {
 void showPage(int page)
 {
     pageState().picker = page == 1;
-    pageState().browsingCategory = page == 2 ? 8 : kNotBrowsing;
+    browseSession().type = page == 2 ? 8 : kNotBrowsing;
 }
 
 void repaint(QImage* canvas)

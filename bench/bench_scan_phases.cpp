@@ -3,8 +3,8 @@
 // other in half of the entries and close to an earlier one in the others.
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
-#include "finder/pose_similarity.h"
-#include "finder/pose_type.h"
+#include "finder/browse_session.h"
+#include "finder/finder_calls.h"
 #include "finder/scan_phases.h"
 
 #include <benchmark/benchmark.h>
@@ -94,10 +94,9 @@ static void score_poses(benchmark::State& state)
 {
     const int count = int(state.range(0));
     fillIndex(count);
-    buildPoseTypeBases();
     buildYawTable(Sitting, nullptr, 0);
-    setPartReferences(Sitting, nullptr, 0);
-    setSimilarityFilters(Sitting);
+    setPartReferences(&browseSession().tables, Sitting, nullptr, 0);
+    setSimilarityFilters(&browseSession().tables, Sitting);
     int matches = 0;
     for (auto _ : state) {
         matches = 0;

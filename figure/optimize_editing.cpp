@@ -5,6 +5,7 @@
 #include "figure/hip_centre.h"
 #include "figure/prop_origin.h"
 #include "figure/quillonrotorderdlg.h"
+#include "figure/selected_figure.h"
 #include "ground/plugin_settings.h"
 
 #include "dzbone.h"
@@ -32,7 +33,8 @@ static bool optimizeFigure(DzSkeleton* figure, int centre)
 static bool optimizeProp(DzNode* node)
 {
     DzRotationOrder order = node->getRotationOrder();
-    if (!runRotationOrderDialog(&order))
+    const HeldNode held(node);
+    if (!runRotationOrderDialog(&order) || held.isGone())
         return false;
     if (!setPropOrigin(node, order, OriginChoice(pluginSettings().propOrigin)))
         return false;

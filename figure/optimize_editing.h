@@ -16,7 +16,8 @@ enum CentreChoice { NoCentre = 0, HipAsCentre = 1, RootAsCentre = 2 };
 // node: the primary selection. figure: what it belongs to; null: it is a prop, and centre has no
 // meaning. centre: a CentreChoice; others do nothing.
 // False, with nothing changed: unsupported figure, no hip, another click, a cancelled dialog, a
-// channel that cannot follow. In the last case the settings keep what the dialog was told.
+// node that is gone when the dialog closes, a channel that cannot follow. In the last two cases the
+// settings keep what the dialog was told.
 bool optimizeEditing(DzNode* node, DzSkeleton* figure, int centre);
 
 } // namespace quillon

@@ -13,11 +13,11 @@
 
 namespace quillon {
 
-void clearUnlockedParts(DzSkeleton* figure)
+void clearUnlockedParts(DzSkeleton* figure, DzTime time)
 {
-    setPartLocks(figure, true);
+    setPartLocks(figure, true, time);
     resetPose(figure, ResetWholeFigure);
-    setPartLocks(figure, false);
+    setPartLocks(figure, false, time);
 }
 
 static void setBodyLimits(DzSkeleton* figure, bool clamp)

@@ -1,15 +1,17 @@
 // browse_options.h - what the user's settings ask for round every pose that is browsed: parts to
 // keep when the pose is cleared, limits, bone translations.
-// All at the scene's time. No undo step is opened: the caller holds, and undo takes back the flags
-// with the pose. No status text.
+// Resets and limits at the scene's time. No undo step is opened: the caller holds, and undo takes
+// back the flags with the pose. No status text.
 #pragma once
+
+#include "dztime.h"
 
 class DzSkeleton;
 
 namespace quillon {
 
 // The whole figure but the parts that the part locks keep.
-void clearUnlockedParts(DzSkeleton* figure);
+void clearUnlockedParts(DzSkeleton* figure, DzTime time);
 
 // Before a pose: lifts the limits of the body's bones and controls, and of face and expressions, as
 // far as a pose may violate them. They stay lifted.

@@ -2,35 +2,20 @@
 
 #include "figure/figure_walks.h"
 #include "finder/browse_options.h"
-#include "finder/figure_facing.h"
-#include "finder/figure_place.h"
-#include "finder/pose_similarity.h"
-#include "pane/page_state.h"
+#include "finder/browse_session.h"
+#include "ground/undo_step.h"
 #include "posefile/pose_reader.h"
 #include "posefile/reference_pose.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
 #include "dzskeleton.h"
-#include "dzundostack.h"
 
 #include <QFileInfo>
 
 #include <vector>
 
 namespace quillon {
-
-static int g_type = kNotBrowsing; // that the tables were made for
-
-bool isSetUpFor(int type)
-{
-    return g_type == type;
-}
-
-void forgetSetUp()
-{
-    g_type = kNotBrowsing;
-}
 
 namespace {
 
@@ -73,79 +58,90 @@ static bool isReferenceMemorized()
     return QFileInfo(referencePosePath()).isFile();
 }
 
+void deriveFigureFacing(BrowseSession* session, int type, DzSkeleton* figure, DzTime time)
+{
+    deriveFacing(&session->facing, figure, time);
+    makeYawTable(&session->tables, type, figure, time);
+}
+
 // Over the cleared figure, whose place and facing it takes.
-static void showReference(DzSkeleton* figure, DzTime time)
+static void showReference(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
     releaseBrowsingLimits(figure);
     const bool resetFirst = true;
-    applyPoseFile(referencePosePath(), resetFirst);
-    putBackRotationUnderHip(time);
-    putBackPlace(time);
-    turnToStoredFacing(figure, time);
+    applyPose(figure, time, referencePosePath(), resetFirst);
+    putBackRotationUnderHip(session->place, time);
+    putBackPlace(session->place, time);
+    turnToFacing(session->facing, figure, time);
     enforceBrowsingLimits(figure);
-    buildYawTable(ReferencePose, figure, time);
+    makeYawTable(&session->tables, session->type, figure, time);
 }
 
-static void takeTables(int type, DzSkeleton* figure, DzTime time)
+static void takeTables(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    hipChanged(figure, StoreHip, time);
-    setPartReferences(type, figure, time);
-    setSimilarityFilters(type);
-    notePlaceLeft(time);
-    g_type = type;
-}
-
-static bool hasMoved(DzSkeleton* figure, DzTime time)
-{
-    return !isPlaceOf(figure) || hipChanged(figure, CompareHip, time);
+    storeHip(&session->facing, figure, time);
+    setPartReferences(&session->tables, session->type, figure, time);
+    setSimilarityFilters(&session->tables, session->type);
+    notePlaceLeft(&session->place, time);
+    session->tablesState = Made;
 }
 
 // While the figure stands as the last pose left it, its place is the one before that pose turned
 // it; else it would face another way after every change of the type.
-static void findPlace(DzSkeleton* figure, DzTime time)
+static void findPlace(FigurePlace* place, DzSkeleton* figure, DzTime time)
 {
-    if (!isPlaceAsLeft(figure, time))
-        rememberPlace(figure, time);
-    putBackRotation(time);
-    putBackPlace(time);
+    if (!isPlaceAsLeft(*place, figure, time))
+        *place = placeOf(figure, time);
+    putBackRotation(*place, time);
+    putBackPlace(*place, time);
 }
 
-static void takeStartPose(int type, DzSkeleton* figure, DzTime time)
+static void takeStartPose(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    findPlace(figure, time);
-    clearUnlockedParts(figure);
-    putBackRotationUnderHip(time);
-    putBackPlace(time);
-    deriveFigureFacing(figure, type, time);
-    if (type == ReferencePose)
-        showReference(figure, time);
+    findPlace(&session->place, figure, time);
+    clearUnlockedParts(figure, time);
+    putBackRotationUnderHip(session->place, time);
+    putBackPlace(session->place, time);
+    deriveFigureFacing(session, session->type, figure, time);
+    if (session->type == ReferencePose)
+        showReference(session, figure, time);
 }
 
-bool setUpFor(int type, DzSkeleton* figure, DzTime time)
+static bool setUp(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    if (type == ReferencePose && !isReferenceMemorized()) { // the figure as it stands
-        rememberPlace(figure, time);
-        deriveFigureFacing(figure, type, time);
-        takeTables(type, figure, time);
+    if (session->type == ReferencePose && !isReferenceMemorized()) { // the figure as it stands
+        session->place = placeOf(figure, time);
+        deriveFigureFacing(session, session->type, figure, time);
+        takeTables(session, figure, time);
         return false;
     }
     const std::vector<ChannelState> before = stateOf(figure, time);
-    DzUndoStackHold hold;
-    takeStartPose(type, figure, time);
-    takeTables(type, figure, time);
+    UndoStep step;
+    takeStartPose(session, figure, time);
+    takeTables(session, figure, time);
     const bool changed = !(stateOf(figure, time) == before);
-    if (changed)
-        hold.accept(QLatin1String("quillon_stack"));
+    step.note(changed);
     return changed;
 }
 
-bool followFigure(DzSkeleton* figure, DzTime time)
+bool ensureSetUp(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    if (!hasMoved(figure, time))
+    return isCategory(session->type) && session->tablesState == NotMade
+        && setUp(session, figure, time);
+}
+
+static bool hasMoved(const BrowseSession& session, DzSkeleton* figure, DzTime time)
+{
+    return !isPlaceOf(session.place, figure) || hasHipMoved(session.facing, figure, time);
+}
+
+bool followFigure(BrowseSession* session, DzSkeleton* figure, DzTime time)
+{
+    if (!hasMoved(*session, figure, time))
         return false;
-    deriveFigureFacing(figure, g_type, time);
-    hipChanged(figure, StoreHip, time);
-    rememberPlace(figure, time);
+    deriveFigureFacing(session, session->type, figure, time);
+    storeHip(&session->facing, figure, time);
+    session->place = placeOf(figure, time);
     return true;
 }
 

@@ -1,12 +1,12 @@
 #include "finder/custom_pose_commands.h"
 
+#include "figure/selected_figure.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
 #include "finder/pose_pair_products.h"
 #include "finder/pose_ranks.h"
 #include "finder/pose_signature.h"
-#include "finder/selected_figure.h"
 #include "ground/message_boxes.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
@@ -17,7 +17,6 @@
 #include "dzmainwindow.h"
 #include "dzpane.h"
 #include "dzpanemgr.h"
-#include "dzscene.h"
 #include "dzscript.h"
 #include "dzskeleton.h"
 
@@ -64,7 +63,7 @@ static int entryOfPath(const QString& path)
     return -1;
 }
 
-static void indexPose(const QString& path, bool existed, DzSkeleton* figure)
+static void indexPose(const QString& path, bool existed, DzSkeleton* figure, DzTime time)
 {
     int entry = existed ? entryOfPath(path) : -1;
     if (entry < 0)
@@ -73,14 +72,13 @@ static void indexPose(const QString& path, bool existed, DzSkeleton* figure)
         return;
     poseEntry(entry)->hasSignature = false;
     identifyPose(entry);
-    takeSignature(entry, figure, dzScene->getTime());
+    takeSignature(entry, figure, time);
     refreshCurrentRank(); // of a file that was replaced: its hash has changed
     writePoseIndex();
 }
 
-void saveCustomPose()
+void savePoseOf(DzSkeleton* figure, DzTime time)
 {
-    DzSkeleton* figure = selectedFigure();
     if (!figure) {
         showBox(Box::NoFigure);
         return;
@@ -89,14 +87,15 @@ void saveCustomPose()
         showBox(Box::NoCustomFolder);
         return;
     }
+    const HeldNode held(figure);
     const QString path = askForPoseFile();
-    if (path.isEmpty())
+    if (path.isEmpty() || held.isGone())
         return;
     const bool existed = QFile::exists(path);
     const bool male = !figure->getName().contains(QLatin1String("female"), Qt::CaseInsensitive);
     const bool compressed = true;
-    if (writePoseFile(path, male, compressed))
-        indexPose(path, existed, figure);
+    if (writePose(figure, time, path, male, compressed))
+        indexPose(path, existed, figure, time);
     refreshPane();
 }
 
@@ -115,12 +114,13 @@ static void removeAndSave(int entry)
     writePoseIndex();
 }
 
-bool deleteCustomPose(int entry)
+bool deletePose(int entry, DzSkeleton* figure)
 {
     if (!isCustomPose(entry))
         return false;
     const QString path = poseEntry(entry)->path;
-    if (!showBox(Box::DeletePose, poseFileTitle(path, false)))
+    const HeldNode held(figure);
+    if (!showBox(Box::DeletePose, poseFileTitle(path, false)) || held.isGone())
         return false;
     if (QFile::remove(path))
         removeAndSave(entry);

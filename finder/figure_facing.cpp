@@ -1,9 +1,9 @@
 #include "finder/figure_facing.h"
 
+#include "figure/selected_figure.h"
 #include "finder/pose_signature.h"
-#include "finder/pose_similarity.h"
-#include "pane/page_state.h"
 
+#include "dzbone.h"
 #include "dzskeleton.h"
 
 #include <cmath>
@@ -19,13 +19,6 @@ static const double kHalfTurnRad = 3.141592;
 static const float kParallel = 0.01f;
 static const float kHipTolerance = 0.1f;
 static const char kHip[] = "hip";
-
-static FigureFacing g_facing;
-
-FigureFacing& figureFacing()
-{
-    return g_facing;
-}
 
 namespace {
 
@@ -60,9 +53,8 @@ int classifyHipOrientation(const DzQuat& hip)
 }
 
 // The axis of the body that shows where it faces: its front, or its feet when it lies.
-static DzVec3 localDirection(const HipAxes& axes)
+static DzVec3 localDirection(const HipAxes& axes, int type)
 {
-    const int type = g_facing.currentType;
     if (axes.up.m_y > kUpright)
         return DzVec3(0, 0, type == LyingBellyDown ? -1.0f : 1.0f);
     if (axes.up.m_y < -kUpright)
@@ -71,9 +63,9 @@ static DzVec3 localDirection(const HipAxes& axes)
     return DzVec3(0, bellyDown && type == Standing ? 1.0f : -1.0f, 0);
 }
 
-DzVec3 facingDirection(const DzQuat& hip)
+DzVec3 facingDirection(const DzQuat& hip, int currentType)
 {
-    DzVec3 direction = hip.multVec(localDirection(axesOf(hip)));
+    DzVec3 direction = hip.multVec(localDirection(axesOf(hip), currentType));
     direction.m_y = 0;
     if (!(direction.dot(direction) >= kNoDirection)) // also when it is not a number
         direction = DzVec3(0, 0, 1);
@@ -122,13 +114,20 @@ DzQuat facingRotation(const DzVec3& direction, const DzVec3& up)
 
 // ---- the figure
 
-void deriveFigureFacing(DzSkeleton* figure, int poseType, DzTime time)
+void deriveFacing(FigureFacing* facing, const DzSkeleton* figure, DzTime time)
 {
     const DzQuat hip = slotRotation(figure, HipSlot, time);
-    g_facing.currentType = classifyHipOrientation(hip);
-    g_facing.direction = facingDirection(hip);
-    buildYawTable(poseType, figure, time);
-    g_facing.hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHip), time);
+    facing->currentType = classifyHipOrientation(hip);
+    facing->direction = facingDirection(hip, facing->currentType);
+    facing->hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHip), time);
+}
+
+void storeHip(FigureFacing* facing, const DzSkeleton* figure, DzTime time)
+{
+    if (!hipOf(figure))
+        return;
+    facing->hipRot_world = slotRotation(figure, HipSlot, time);
+    facing->hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHip), time);
 }
 
 static bool differ(double a, double b)
@@ -148,25 +147,11 @@ static bool differ(const DzVec3& a, const DzVec3& b)
         || differ(double(a.m_z), double(b.m_z));
 }
 
-bool hipChanged(DzSkeleton* figure, int mode, DzTime time)
+bool hasHipMoved(const FigureFacing& facing, const DzSkeleton* figure, DzTime time)
 {
-    if (!figure || !figure->findBone(QLatin1String(kHip)))
-        return false;
-    if (mode == ClearHip) {
-        g_facing.hipRot_world = DzQuat();
-        g_facing.hipPosCm_world = DzVec3();
-        if (pageState().browsingCategory != kNotBrowsing)
-            buildYawTable(pageState().browsingCategory, figure, time);
-        return false;
-    }
-    const DzQuat hipRot_world = slotRotation(figure, HipSlot, time);
-    const DzVec3 hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHip), time);
-    if (mode == CompareHip)
-        return differ(hipRot_world, g_facing.hipRot_world)
-            || differ(hipPosCm_world, g_facing.hipPosCm_world);
-    g_facing.hipRot_world = hipRot_world;
-    g_facing.hipPosCm_world = hipPosCm_world;
-    return false;
+    return hipOf(figure)
+        && (differ(slotRotation(figure, HipSlot, time), facing.hipRot_world)
+            || differ(boneWorldPosition(figure, QLatin1String(kHip), time), facing.hipPosCm_world));
 }
 
 } // namespace quillon

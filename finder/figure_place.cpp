@@ -1,38 +1,19 @@
 #include "finder/figure_place.h"
 
-#include "finder/figure_facing.h"
+#include "figure/selected_figure.h"
 #include "finder/pose_signature.h"
-#include "finder/selected_figure.h"
-#include "posefile/pose_channels.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
 #include "dzskeleton.h"
 
-#include <QPointer>
-
 #include <cmath>
-#include <vector>
 
 namespace quillon {
 
 static const double kNoTurnRad = 1e-6; // what the single-precision directions leave open
 
 typedef std::vector<KeptValue> KeptChannels;
-
-namespace {
-
-struct FigurePlace {
-    QPointer<DzSkeleton> figure; // null: none is remembered
-    QPointer<DzBone> hip;
-    KeptChannels rotation; // of the figure
-    KeptChannels place; // position and scale of the figure, then of the hip
-    std::vector<float> left; // stored values of all these channels after the last change of ours
-};
-
-} // namespace
-
-static FigurePlace g_place;
 
 static void keep(const DzNode* node, DzTime time, KeptChannels* kept)
 {
@@ -42,54 +23,51 @@ static void keep(const DzNode* node, DzTime time, KeptChannels* kept)
         kept->push_back(keepValue(channel, time));
 }
 
-void rememberPlace(DzSkeleton* figure, DzTime time)
+FigurePlace placeOf(DzSkeleton* figure, DzTime time)
 {
-    forgetPlace();
+    FigurePlace place;
     DzBone* hip = hipOf(figure);
     if (!hip)
-        return;
-    g_place.figure = figure;
-    g_place.hip = hip;
+        return place;
+    place.figure = figure;
+    place.hip = hip;
     for (DzFloatProperty* channel :
         {figure->getXRotControl(), figure->getYRotControl(), figure->getZRotControl()})
-        g_place.rotation.push_back(keepValue(channel, time));
-    keep(figure, time, &g_place.place);
-    keep(hip, time, &g_place.place);
+        place.rotation.push_back(keepValue(channel, time));
+    keep(figure, time, &place.place);
+    keep(hip, time, &place.place);
+    return place;
 }
 
-void forgetPlace()
+bool isPlaceOf(const FigurePlace& place, const DzSkeleton* figure)
 {
-    g_place = FigurePlace();
+    return figure && place.figure == figure && place.hip && place.hip == hipOf(figure);
 }
 
-bool isPlaceOf(const DzSkeleton* figure)
+static bool isLive(const FigurePlace& place)
 {
-    return figure && g_place.figure == figure && g_place.hip && g_place.hip == hipOf(figure);
+    return isPlaceOf(place, place.figure);
 }
 
-static std::vector<float> presentValues(DzTime time)
+static std::vector<float> presentValues(const FigurePlace& place, DzTime time)
 {
     std::vector<float> values;
-    for (const KeptChannels* channels : {&g_place.rotation, &g_place.place})
+    for (const KeptChannels* channels : {&place.rotation, &place.place})
         for (const KeptValue& each : *channels)
             values.push_back(each.channel->getRawValue(time));
     return values;
 }
 
-void notePlaceLeft(DzTime time)
+void notePlaceLeft(FigurePlace* place, DzTime time)
 {
-    if (isPlaceOf(g_place.figure))
-        g_place.left = presentValues(time);
+    if (isLive(*place))
+        place->left = presentValues(*place, time);
 }
 
-bool isPlaceAsLeft(const DzSkeleton* figure, DzTime time)
+bool isPlaceAsLeft(const FigurePlace& place, const DzSkeleton* figure, DzTime time)
 {
-    return isPlaceOf(figure) && !g_place.left.empty() && g_place.left == presentValues(time);
-}
-
-static bool isPlaceLive()
-{
-    return isPlaceOf(g_place.figure);
+    return isPlaceOf(place, figure) && !place.left.empty()
+        && place.left == presentValues(place, time);
 }
 
 static void putBack(const KeptChannels& kept, DzTime time)
@@ -98,27 +76,27 @@ static void putBack(const KeptChannels& kept, DzTime time)
         putBackValue(each, time);
 }
 
-void putBackRotation(DzTime time)
+void putBackRotation(const FigurePlace& place, DzTime time)
 {
-    if (isPlaceLive())
-        putBack(g_place.rotation, time);
+    if (isLive(place))
+        putBack(place.rotation, time);
 }
 
-void putBackRotationUnderHip(DzTime time)
+void putBackRotationUnderHip(const FigurePlace& place, DzTime time)
 {
-    if (!isPlaceLive())
+    if (!isLive(place))
         return;
-    const DzQuat figureRot_world = g_place.figure->getWSRot(time);
-    const DzQuat hipRot_world = g_place.hip->getWSRot(time);
-    putBackRotation(time);
-    if (g_place.figure->getWSRot(time) != figureRot_world)
-        g_place.hip->setWSRot(time, hipRot_world);
+    const DzQuat figureRot_world = place.figure->getWSRot(time);
+    const DzQuat hipRot_world = place.hip->getWSRot(time);
+    putBackRotation(place, time);
+    if (place.figure->getWSRot(time) != figureRot_world)
+        place.hip->setWSRot(time, hipRot_world);
 }
 
-void putBackPlace(DzTime time)
+void putBackPlace(const FigurePlace& place, DzTime time)
 {
-    if (isPlaceLive())
-        putBack(g_place.place, time);
+    if (isLive(place))
+        putBack(place.place, time);
 }
 
 // The right-handed turn about Y that brings one horizontal direction to another.
@@ -129,10 +107,10 @@ static double turnRadBetween(const DzVec3& from, const DzVec3& to)
     return std::atan2(sine, cosine);
 }
 
-void turnToStoredFacing(DzSkeleton* figure, DzTime time)
+void turnToFacing(const FigureFacing& facing, DzSkeleton* figure, DzTime time)
 {
-    const DzVec3 facing = facingDirection(slotRotation(figure, HipSlot, time));
-    const double turnRad = turnRadBetween(facing, figureFacing().direction);
+    const DzVec3 now = facingDirection(slotRotation(figure, HipSlot, time), facing.currentType);
+    const double turnRad = turnRadBetween(now, facing.direction);
     if (std::fabs(turnRad) < kNoTurnRad)
         return;
     const DzQuat turn(DzVec3(0, 1, 0), turnRad);

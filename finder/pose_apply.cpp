@@ -1,14 +1,13 @@
 #include "finder/pose_apply.h"
 
+#include "figure/selected_figure.h"
 #include "finder/browse_options.h"
+#include "finder/browse_session.h"
 #include "finder/browse_setup.h"
-#include "finder/figure_facing.h"
-#include "finder/figure_place.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
-#include "finder/selected_figure.h"
-#include "pane/page_state.h"
 #include "ground/plugin_settings.h"
+#include "ground/undo_step.h"
 #include "posefile/part_locks.h"
 #include "posefile/pose_reader.h"
 #include "posefile/reference_pose.h"
@@ -16,45 +15,24 @@
 
 #include "dzbone.h"
 #include "dzskeleton.h"
-#include "dzundostack.h"
 
 namespace quillon {
 
-static const char kUndoCaption[] = "quillon_stack";
 static const bool kResetFirst = true;
 
-static unsigned g_applied = 0;
-
-unsigned appliedPoseCount()
+SceneOutcome prepareFigure(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    return g_applied;
-}
-
-void countSceneChange()
-{
-    ++g_applied;
-}
-
-// ---- the tables
-
-void ensureSetUp(DzSkeleton* figure, DzTime time)
-{
-    const int type = pageState().browsingCategory;
-    if (!isSetUpFor(type) && setUpFor(type, figure, time))
-        countSceneChange();
-}
-
-bool prepareFigure(DzSkeleton* figure, DzTime time)
-{
-    ensureSetUp(figure, time);
-    return followFigure(figure, time);
+    SceneOutcome outcome;
+    outcome.changed = ensureSetUp(session, figure, time);
+    outcome.moved = followFigure(session, figure, time);
+    return outcome;
 }
 
 // ---- a pose
 
-static void applyReference()
+static void applyReference(DzSkeleton* figure, DzTime time)
 {
-    applyPoseFile(referencePosePath(), kResetFirst);
+    applyPose(figure, time, referencePosePath(), kResetFirst);
 }
 
 // The neighbour against the direction takes over; -1 when it was the last pose of all.
@@ -74,88 +52,88 @@ static void dropCurrentPose(SearchDirection direction)
     writePoseIndex();
 }
 
-static void applyFoundPose(SearchDirection direction)
+static void applyFoundPose(
+    const BrowseSession& session, DzSkeleton* figure, DzTime time, SearchDirection direction)
 {
-    if (pageState().referenceOverlay)
-        return applyReference();
+    if (session.referenceOverlay)
+        return applyReference(figure, time);
     const QString path = poseEntry(pluginSettings().currentPose)->path;
-    if (applyPoseFile(path, kResetFirst))
+    if (applyPose(figure, time, path, kResetFirst))
         return;
     dropCurrentPose(direction);
-    applyReference();
+    applyReference(figure, time);
 }
 
 // Locked parts take the reference pose before they are locked.
-static void applyWithLocks(DzSkeleton* figure, DzTime time, SearchDirection direction)
+static void applyWithLocks(
+    const BrowseSession& session, DzSkeleton* figure, DzTime time, SearchDirection direction)
 {
-    clearUnlockedParts(figure);
+    clearUnlockedParts(figure, time);
     if (anyPartLockOn())
-        applyReference();
-    setPartLocks(figure, true);
-    applyFoundPose(direction);
-    putBackRotationUnderHip(time);
-    setPartLocks(figure, false);
+        applyReference(figure, time);
+    setPartLocks(figure, true, time);
+    applyFoundPose(session, figure, time, direction);
+    putBackRotationUnderHip(session.place, time);
+    setPartLocks(figure, false, time);
 }
 
 // A figure that stands so at the next press has not been moved by the user.
-static void noteFigureLeft(DzSkeleton* figure, DzTime time)
+static void noteFigureLeft(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    hipChanged(figure, StoreHip, time);
-    notePlaceLeft(time);
+    storeHip(&session->facing, figure, time);
+    notePlaceLeft(&session->place, time);
 }
 
-void applyCurrentPose(DzSkeleton* figure, DzTime time, SearchDirection direction)
+void applyCurrentPose(
+    BrowseSession* session, DzSkeleton* figure, DzTime time, SearchDirection direction)
 {
-    DzUndoStackHold hold;
+    UndoStep step;
+    step.note(true);
     releaseBrowsingLimits(figure);
-    putBackRotation(time); // else the last step's turn would end up in the hip
-    applyWithLocks(figure, time, direction);
-    putBackPlace(time); // before the turn, which moves the figure round its hip
-    turnToStoredFacing(figure, time);
+    putBackRotation(session->place, time); // else the last step's turn would end up in the hip
+    applyWithLocks(*session, figure, time, direction);
+    putBackPlace(session->place, time); // before the turn, which moves the figure round its hip
+    turnToFacing(session->facing, figure, time);
     enforceBrowsingLimits(figure);
-    noteFigureLeft(figure, time);
+    noteFigureLeft(session, figure, time);
     refreshCurrentRank();
-    hold.accept(QLatin1String(kUndoCaption));
-    countSceneChange();
-    pageState().tablesValid = true;
+    session->tablesState = Applied;
 }
 
-void reapplyCurrentPose(DzSkeleton* figure, DzTime time)
+bool reapplyCurrentPose(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
     if (!hipOf(figure) || !poseEntry(pluginSettings().currentPose))
-        return;
-    prepareFigure(figure, time);
-    applyCurrentPose(figure, time, SearchHere);
-}
-
-bool mirrorCurrentPose(DzSkeleton* figure, DzTime time)
-{
-    if (!hipOf(figure))
         return false;
-    DzUndoStackHold hold;
-    if (!mirrorWholePose(figure, time)) {
-        hold.cancel();
-        return false;
-    }
-    turnToStoredFacing(figure, time);
-    noteFigureLeft(figure, time);
-    hold.accept(QLatin1String(kUndoCaption));
-    countSceneChange();
+    prepareFigure(session, figure, time);
+    applyCurrentPose(session, figure, time, SearchHere);
     return true;
 }
 
-bool reapplyCurrentPoseMirrored(DzSkeleton* figure, DzTime time)
+bool mirrorCurrentPose(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    const unsigned applied = g_applied;
-    DzUndoStackHold hold;
-    reapplyCurrentPose(figure, time);
-    if (mirrorCurrentPose(figure, time)) {
-        hold.accept(QLatin1String(kUndoCaption));
+    if (!hipOf(figure))
+        return false;
+    UndoStep step;
+    if (!mirrorWholePose(figure, time)) {
+        step.cancel();
+        return false;
+    }
+    turnToFacing(session->facing, figure, time);
+    noteFigureLeft(session, figure, time);
+    step.note(true);
+    return true;
+}
+
+bool reapplyCurrentPoseMirrored(BrowseSession* session, DzSkeleton* figure, DzTime time)
+{
+    UndoStep step;
+    reapplyCurrentPose(session, figure, time);
+    if (mirrorCurrentPose(session, figure, time)) {
+        step.note(true);
         return true;
     }
-    hold.cancel();
-    noteFigureLeft(figure, time);
-    g_applied = applied;
+    step.cancel();
+    noteFigureLeft(session, figure, time);
     return false;
 }
 

@@ -1,96 +1,82 @@
 #include "finder/pose_browser.h"
 
+#include "figure/selected_figure.h"
+#include "finder/browse_session.h"
 #include "finder/browse_setup.h"
-#include "finder/figure_place.h"
-#include "finder/pose_apply.h"
 #include "finder/pose_index.h"
 #include "finder/pose_pair_products.h"
 #include "finder/pose_ranks.h"
 #include "finder/pose_scanner.h"
-#include "finder/pose_similarity.h"
-#include "finder/selected_figure.h"
 #include "ground/message_boxes.h"
-#include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 
 #include "dzbone.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <vector>
 
 namespace quillon {
 
 static const int kNoMatch = -1;
 
-static BrowseState g_state;
-static std::vector<int> g_matches; // entries
-static std::vector<int> g_ordinals; // by entry
-static bool g_isCountDue = false; // a count found no figure
-
-BrowseState& browseState()
-{
-    return g_state;
-}
-
 void createFilteredList()
 {
     freeFilteredList();
-    g_matches.reserve(kPoseIndexCapacity);
-    g_ordinals.reserve(kPoseIndexCapacity);
+    browseSession().matches.reserve(kPoseIndexCapacity);
+    browseSession().ordinals.reserve(kPoseIndexCapacity);
 }
 
 void freeFilteredList()
 {
-    std::vector<int>().swap(g_matches);
-    std::vector<int>().swap(g_ordinals);
-    g_state = BrowseState();
-    g_isCountDue = false;
-    forgetSetUp();
-    forgetPlace();
+    browseSession() = BrowseSession();
+}
+
+void dropPosition()
+{
+    pluginSettings().currentPose = kNoMatch;
+    refreshCurrentRank();
 }
 
 void dropStalePosition()
 {
-    qint32& position = pluginSettings().currentPose;
+    const qint32 position = pluginSettings().currentPose;
     if (position == kNoMatch)
         return; // settings that tell of no pose survive as they were read
-    if (!poseEntry(position))
-        position = kNoMatch;
-    refreshCurrentRank();
+    if (poseEntry(position))
+        refreshCurrentRank();
+    else
+        dropPosition();
 }
 
-// ---- the type
+// ---- the category
 
-// Those of the type before say nothing about the new one.
-static void forgetMatches()
+static bool offerFirstScan(DzSkeleton* figure, DzTime time)
 {
-    g_matches.clear();
-    g_ordinals.clear();
-    g_state = BrowseState();
-}
-
-void selectPoseType(int type)
-{
-    pageState().browsingCategory = type;
-    pageState().tablesValid = false;
-    forgetMatches();
-    forgetSetUp();
-    if (poseCount() == 0) {
-        if (showBox(Box::FirstScan) && scanPoses())
-            countSceneChange();
-        return;
+    const HeldNode held(figure);
+    if (!showBox(Box::FirstScan))
+        return false;
+    if (held.isGone()) {
+        browseSession().type = kNotBrowsing;
+        return false;
     }
-    DzSkeleton* figure = selectedFigure();
-    if (pageState().picker && hipOf(figure))
-        ensureSetUp(figure, dzScene->getTime());
+    return scanPosesOn(figure, time);
+}
+
+bool chooseCategory(int type, DzSkeleton* figure, DzTime time, bool fromPicker)
+{
+    BrowseSession& session = browseSession();
+    session.type = type;
+    session.tablesState = NotMade;
+    forgetMatches(&session);
+    if (poseCount() == 0)
+        return offerFirstScan(figure, time);
+    return fromPicker && hipOf(figure) && ensureSetUp(&session, figure, time);
 }
 
 void refreshFilters()
 {
-    setSimilarityFilters(pageState().browsingCategory);
+    setSimilarityFilters(&browseSession().tables, browseSession().type);
 }
 
 // ---- the filters
@@ -109,50 +95,82 @@ static bool passes(int entry)
     const PoseIndexEntry* e = poseEntry(entry);
     return isFigureIncluded(e->figureCode) && (settings.rankFilter & (1 << rankOf(entry)))
         && !(settings.ignorePosePairs && posePairKind(e->path).kind != 0) && e->hasSignature
-        && browseScore(entry) > 0;
+        && browseScore(browseSession().tables, entry) > 0;
 }
 
 // Everything that follows from the list of matches and the position.
 static void numberMatches()
 {
-    g_state.matchCount = int(g_matches.size());
-    g_ordinals.clear();
+    BrowseSession& session = browseSession();
+    session.matchCount = int(session.matches.size());
+    session.ordinals.clear();
     int ordinal = 1;
     for (int entry = 0; entry < poseCount(); ++entry) {
-        g_ordinals.push_back(ordinal);
-        if (ordinal <= g_state.matchCount && g_matches[ordinal - 1] == entry)
+        session.ordinals.push_back(ordinal);
+        if (ordinal <= session.matchCount && session.matches[ordinal - 1] == entry)
             ++ordinal;
     }
     const int position = qMax(0, pluginSettings().currentPose);
-    const bool isKnown = position < poseCount() && g_ordinals[position] <= g_state.matchCount;
-    g_state.matchOrdinal = isKnown ? g_ordinals[position] : kOrdinalUnknown;
+    const bool isKnown = position < poseCount() && session.ordinals[position] <= session.matchCount;
+    session.matchOrdinal = isKnown ? session.ordinals[position] : kOrdinalUnknown;
 }
 
-static void countMatches()
+static void listMatches()
 {
-    g_matches.clear();
+    BrowseSession& session = browseSession();
+    session.matches.clear();
     for (int entry = 0; entry < poseCount(); ++entry) {
         if (passes(entry))
-            g_matches.push_back(entry);
+            session.matches.push_back(entry);
     }
     numberMatches();
-    g_isCountDue = false;
+    session.isCountDue = false;
 }
 
 void forgetMatch(int removed)
 {
-    auto match = std::lower_bound(g_matches.begin(), g_matches.end(), removed);
-    if (match != g_matches.end() && *match == removed)
-        match = g_matches.erase(match);
-    for (; match != g_matches.end(); ++match)
+    std::vector<int>& matches = browseSession().matches;
+    auto match = std::lower_bound(matches.begin(), matches.end(), removed);
+    if (match != matches.end() && *match == removed)
+        match = matches.erase(match);
+    for (; match != matches.end(); ++match)
         --*match;
     numberMatches();
 }
 
-void countIfDue()
+void countIfDue(const DzSkeleton* figure)
 {
-    if (g_isCountDue && isSetUpFor(pageState().browsingCategory) && hipOf(selectedFigure()))
-        countMatches();
+    const BrowseSession& session = browseSession();
+    if (session.isCountDue && isCategory(session.type) && session.tablesState != NotMade
+        && hipOf(figure))
+        listMatches();
+}
+
+// Shows the box when not.
+static bool canSearch(const DzSkeleton* figure)
+{
+    if (!hipOf(figure))
+        showBox(Box::NoFigure);
+    return hipOf(figure);
+}
+
+bool countMatches(DzSkeleton* figure, DzTime time)
+{
+    BrowseSession& session = browseSession();
+    if (!isCategory(session.type))
+        return false;
+    if (poseCount() == 0) {
+        forgetMatches(&session);
+        dropPosition();
+        return false;
+    }
+    if (!canSearch(figure)) {
+        session.isCountDue = true;
+        return false;
+    }
+    const bool changed = ensureSetUp(&session, figure, time);
+    listMatches();
+    return changed;
 }
 
 // ---- the search
@@ -238,59 +256,47 @@ static int firstMatchOfOtherProduct(int position, int direction)
     return search.anyMatch ? position : kNoMatch;
 }
 
-static void applyMatch(DzSkeleton* figure, int match, int direction)
+// True when a pose was applied.
+static bool applyMatch(DzSkeleton* figure, DzTime time, int match, int direction)
 {
     if (match == kNoMatch) {
-        forgetMatches();
-        pluginSettings().currentPose = kNoMatch;
-        refreshCurrentRank();
-        return;
+        forgetMatches(&browseSession());
+        dropPosition();
+        return false;
     }
     pluginSettings().currentPose = match;
     const int countBefore = poseCount();
-    applyCurrentPose(figure, dzScene->getTime(), SearchDirection(direction));
+    applyCurrentPose(&browseSession(), figure, time, SearchDirection(direction));
     if (poseCount() < countBefore) // its file could not be read
         forgetMatch(match);
+    return true;
 }
 
-static void searchAndApply(DzSkeleton* figure, int step, bool productSkip)
+static bool searchAndApply(DzSkeleton* figure, DzTime time, int step, bool productSkip)
 {
     const int position = pluginSettings().currentPose;
     if (productSkip && std::abs(step) == 1 && poseEntry(position)) {
         const int match = firstMatchOfOtherProduct(position, step);
-        if (match != position)
-            applyMatch(figure, match, step);
-        return;
+        return match != position && applyMatch(figure, time, match, step);
     }
     const Walk walk = walkOf(step, position);
-    applyMatch(figure, firstMatch(walk), step == 0 ? SearchHere : walk.direction);
+    return applyMatch(figure, time, firstMatch(walk), step == 0 ? SearchHere : walk.direction);
 }
 
-bool findPose(int step, bool productSkip, bool countOnly)
+SceneOutcome searchPose(DzSkeleton* figure, DzTime time, int step, bool productSkip)
 {
-    if (pageState().browsingCategory < 0)
-        return false;
+    if (!isCategory(browseSession().type))
+        return SceneOutcome();
     if (poseCount() == 0) {
-        if (countOnly)
-            forgetMatches();
-        pluginSettings().currentPose = kNoMatch;
-        refreshCurrentRank();
-        return false;
+        dropPosition();
+        return SceneOutcome();
     }
-    DzSkeleton* figure = selectedFigure();
-    if (!hipOf(figure)) {
-        g_isCountDue = g_isCountDue || countOnly;
-        showBox(Box::NoFigure);
-        return false;
-    }
-    if (countOnly) {
-        ensureSetUp(figure, dzScene->getTime());
-        countMatches();
-        return false;
-    }
-    const bool moved = prepareFigure(figure, dzScene->getTime());
-    searchAndApply(figure, step, productSkip);
-    return moved;
+    if (!canSearch(figure))
+        return SceneOutcome();
+    SceneOutcome outcome = prepareFigure(&browseSession(), figure, time);
+    if (searchAndApply(figure, time, step, productSkip))
+        outcome.changed = true;
+    return outcome;
 }
 
 } // namespace quillon

@@ -3,17 +3,18 @@
 #include "figure/channel_snapshot.h"
 #include "figure/figure_walks.h"
 #include "figure/reset_pose.h"
+#include "figure/selected_figure.h"
+#include "finder/browse_session.h"
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "finder/pose_signature.h"
 #include "finder/scan_figure.h"
 #include "finder/scan_phases.h"
-#include "finder/selected_figure.h"
 #include "ground/message_boxes.h"
-#include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
+#include "ground/undo_step.h"
 #include "posefile/pose_text.h"
 #include "posefile/reference_pose.h"
 
@@ -22,7 +23,6 @@
 #include "dzcontentmgr.h"
 #include "dzfloatproperty.h"
 #include "dzprogress.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 #include "dzundostack.h"
 
@@ -30,6 +30,7 @@
 #include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QPointer>
 #include <QStringList>
 
 #include <algorithm>
@@ -41,7 +42,6 @@ static const int kProgressSteps = 100;
 static const int kFirstStep = 50;
 static const int kHeadBytes = 1024;
 static const int kEventsMs = 50;
-static const char kUndoCaption[] = "quillon_stack";
 
 static DzContentMgr* contentManager()
 {
@@ -62,17 +62,33 @@ static ChannelSnapshot poseOf(const DzSkeleton* figure, DzTime time)
 }
 
 // True when there was something to clear; that is one undo step then.
-static bool clearPose(DzSkeleton* figure)
+static bool clearPose(DzSkeleton* figure, DzTime time)
 {
-    const DzTime time = dzScene->getTime();
     const ChannelSnapshot before = poseOf(figure, time);
-    DzUndoStackHold hold;
+    UndoStep step;
     resetPose(figure, ResetWholeFigure);
     const bool changed = !isAsKept(before, time);
-    if (changed)
-        hold.accept(QLatin1String(kUndoCaption));
+    step.note(changed);
     return changed;
 }
+
+// ---- what may end a scan early
+
+namespace {
+
+struct Scan {
+    DzProgress* progress;
+    DzSkeleton* figure;
+    DzTime time;
+    HeldNode held; // the progress window runs events
+
+    bool isOver() const
+    {
+        return progress->isCancelled() || held.isGone();
+    }
+};
+
+} // namespace
 
 // ---- phase 1
 
@@ -102,7 +118,7 @@ static void letCancelBePressed(QElapsedTimer* sinceEvents)
     sinceEvents->start();
 }
 
-static bool walkDirectory(DzProgress* progress, const QString& directory)
+static bool walkDirectory(const Scan& scan, const QString& directory)
 {
     const QStringList names(QLatin1String("*.duf")); // in any case
     QDirIterator files(
@@ -112,19 +128,19 @@ static bool walkDirectory(DzProgress* progress, const QString& directory)
     while (files.hasNext() && poseCount() < kPoseIndexCapacity) {
         const QString path = files.next();
         if (looksLikePose(path))
-            addPose(progress, path);
+            addPose(scan.progress, path);
         letCancelBePressed(&sinceEvents);
-        if (progress->isCancelled())
+        if (scan.isOver())
             return false;
     }
     return true;
 }
 
-static bool findPoseFiles(DzProgress* progress)
+static bool findPoseFiles(const Scan& scan)
 {
     const DzContentMgr* content = contentManager();
     for (int i = 0; content && i < content->getNumContentDirectories(); ++i) {
-        if (!walkDirectory(progress, content->getContentDirectoryPath(i)))
+        if (!walkDirectory(scan, content->getContentDirectoryPath(i)))
             return false;
     }
     return true;
@@ -132,8 +148,9 @@ static bool findPoseFiles(DzProgress* progress)
 
 // ---- phases 2 to 9
 
-static ScanWatch watchFor(DzProgress* progress, const char* info)
+static ScanWatch watchFor(const Scan& scan, const char* info)
 {
+    DzProgress* progress = scan.progress;
     ScanWatch watch;
     watch.show = [progress, info](int entry, int count) {
         progress->setInfo(QString::fromLatin1(info)
@@ -141,7 +158,7 @@ static ScanWatch watchFor(DzProgress* progress, const char* info)
                               .arg(count, 0, 10, QLatin1Char(' ')));
         progress->update(entry * kProgressSteps / count);
     };
-    watch.isCancelled = [progress] { return progress->isCancelled(); };
+    watch.isCancelled = [&scan] { return scan.isOver(); };
     return watch;
 }
 
@@ -151,13 +168,15 @@ static bool isBrowsable(const PoseIndexEntry& entry)
 }
 
 // Entries that are marked already need no signature.
-static bool takeSignatures(const ScanWatch& watch, const ScanFigure& scan)
+static bool takeSignatures(const ScanWatch& watch, const ScanFigure& scan, const HeldNode& held)
 {
     const int count = poseCount();
     for (int entry = 0; entry < count; ++entry) {
         const PoseIndexEntry& e = *poseEntry(entry);
         if (isBrowsable(e)) {
             watch.show(entry, count);
+            if (held.isGone())
+                return false;
             if (e.contentHash != 0 && tryPose(scan, e.path))
                 takeSignature(entry, scan.figure, scan.time);
         }
@@ -167,12 +186,15 @@ static bool takeSignatures(const ScanWatch& watch, const ScanFigure& scan)
     return true;
 }
 
-static bool indexPoses(const ScanWatch& watch, DzSkeleton* figure)
+// A figure that was only taken out of the scene gets everything back.
+static bool indexPoses(const ScanWatch& watch, const Scan& scan)
 {
     const DzUndoStackLock unrecorded;
-    const ScanFigure scan = beginScanPoses(figure, dzScene->getTime());
-    const bool finished = takeSignatures(watch, scan);
-    endScanPoses(scan);
+    const QPointer<DzSkeleton> alive(scan.figure);
+    const ScanFigure tried = beginScanPoses(scan.figure, scan.time);
+    const bool finished = takeSignatures(watch, tried, scan.held);
+    if (alive)
+        endScanPoses(tried);
     return finished;
 }
 
@@ -198,13 +220,13 @@ const PhaseRow kPhases[] = {
 
 } // namespace
 
-static bool runPhases(DzProgress* progress, DzSkeleton* figure)
+static bool runPhases(const Scan& scan)
 {
-    if (!findPoseFiles(progress))
+    if (!findPoseFiles(scan))
         return false;
     for (const PhaseRow& phase : kPhases) {
-        const ScanWatch watch = watchFor(progress, phase.info);
-        if (!(phase.run ? phase.run(watch) : indexPoses(watch, figure)))
+        const ScanWatch watch = watchFor(scan, phase.info);
+        if (!(phase.run ? phase.run(watch) : indexPoses(watch, scan)))
             return false;
     }
     return true;
@@ -219,7 +241,7 @@ static void forgetPoses()
         QFile::remove(referencePosePath());
     pluginSettings().currentPose = 0;
     refreshCurrentRank(); // the pane is painted while the scan runs
-    pageState().tablesValid = false;
+    forgetApplied(&browseSession());
 }
 
 static void saveIndex()
@@ -229,33 +251,37 @@ static void saveIndex()
         writeRanks();
 }
 
-static bool runScan(DzSkeleton* figure, bool* poseChanged)
+static bool runScan(DzSkeleton* figure, DzTime time, bool* poseChanged)
 {
+    const HeldNode held(figure);
     DzProgress progress(QLatin1String("Scanning..."), kProgressSteps, true);
+    const Scan scan = {&progress, figure, time, held};
     progress.step(kFirstStep);
+    if (scan.held.isGone())
+        return false;
     forgetPoses();
-    *poseChanged = clearPose(figure);
-    const bool finished = runPhases(&progress, figure);
+    *poseChanged = clearPose(figure, time);
+    const bool finished = runPhases(scan);
     if (!finished)
         truncatePoseIndex(0);
-    clearPose(figure);
+    if (!scan.held.isGone())
+        clearPose(figure, time);
     progress.finish();
     return finished;
 }
 
-bool scanPoses()
+bool scanPosesOn(DzSkeleton* figure, DzTime time)
 {
     const DzContentMgr* content = contentManager();
     if (!content || content->getNumContentDirectories() == 0)
         return false;
-    DzSkeleton* figure = selectedFigure();
     if (!figure) {
         showBox(Box::NoFigure);
         return false;
     }
     bool poseChanged = false;
     setBusy(true);
-    const bool finished = runScan(figure, &poseChanged);
+    const bool finished = runScan(figure, time, &poseChanged);
     if (finished)
         saveIndex();
     refreshCurrentRank(); // of the first pose, or of none

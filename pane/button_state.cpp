@@ -1,9 +1,9 @@
 #include "pane/button_state.h"
 
+#include "finder/browse_session.h"
 #include "finder/pose_ranks.h"
 #include "ground/plugin_settings.h"
 #include "pane/hover.h"
-#include "pane/page_state.h"
 #include "pane/tool_tips.h"
 
 #include <algorithm>
@@ -42,7 +42,7 @@ int maleState(int)
 
 int mirroredState(int)
 {
-    return pageState().mirrored;
+    return browseSession().mirrored;
 }
 
 int rankState(int)
@@ -62,7 +62,7 @@ int folderState(int)
 
 int referenceState(int)
 {
-    return pageState().referenceOverlay;
+    return browseSession().referenceOverlay;
 }
 
 int rankFilterState(int rank)
@@ -94,8 +94,8 @@ std::vector<ButtonDescription> describeButtons(const QSize& pane)
             list.push_back({row, name, hitRect(pane, *row, pointer), isSwitch(*row),
                 isSwitch(*row) && buttonState(*row) == 1});
     }
-    std::stable_sort(list.begin(), list.end(),
-        [](const ButtonDescription& a, const ButtonDescription& b) {
+    std::stable_sort(
+        list.begin(), list.end(), [](const ButtonDescription& a, const ButtonDescription& b) {
             return readingOrder(*a.row) < readingOrder(*b.row);
         });
     return list;

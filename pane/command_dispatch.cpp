@@ -1,20 +1,20 @@
 #include "pane/command_dispatch.h"
 
-#include "finder/selected_figure.h"
+#include "figure/selected_figure.h"
+#include "finder/browse_session.h"
 #include "pane/hover.h"
 #include "pane/page_painter.h"
 #include "ground/live_panes.h"
 #include "ground/message_boxes.h"
 #include "pane/page_layout.h"
-#include "pane/page_state.h"
 #include "pane/press_context.h"
 #include "ground/status_message.h"
+#include "ground/undo_step.h"
 #include "services/update_notice.h"
 
 #include "dzapp.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
-#include "dzundostack.h"
 
 namespace quillon {
 
@@ -65,10 +65,9 @@ bool runOperation(const ButtonRow& row, Operation operation, const PressContext&
 {
     if (row.undo == Undo::None)
         return operation(press);
-    DzUndoStackHold hold;
-    const bool result = operation(press);
-    hold.accept(QLatin1String("quillon_stack"));
-    return result;
+    UndoStep step;
+    step.note(true);
+    return operation(press);
 }
 
 void runCommand(const ButtonRow& row, ClickKind kind, const PressContext& press)
@@ -84,10 +83,10 @@ PressContext contextOf(const ButtonRow* row)
 {
     PressContext press;
     press.which = row ? row->which : 0;
-    press.node = dzScene ? dzScene->getPrimarySelection() : nullptr;
-    press.figure = selectedFigure();
+    press.node = selectedNode();
+    press.figure = supportedFigureOf(press.node);
     press.time = dzScene ? dzScene->getTime() : 0;
-    press.overlayBefore = pageState().referenceOverlay;
+    press.overlayBefore = browseSession().referenceOverlay;
     return press;
 }
 
@@ -126,7 +125,7 @@ void dispatchPress(const QSize& pane, const QPoint& position, ClickKind kind)
     const ButtonRow* button = buttonAt(pane, page, position, pointer);
     const ButtonRow* link = linkAt(pane, page, position, pointer);
     const PressContext press = contextOf(button);
-    pageState().referenceOverlay = false;
+    browseSession().referenceOverlay = false;
     if (button && kind != OtherClick)
         runCommand(*button, kind, press);
     updateHover(pane, position);

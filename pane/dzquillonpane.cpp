@@ -3,10 +3,10 @@
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/pose_limits.h"
+#include "finder/browse_session.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
-#include "finder/pose_type.h"
 #include "pane/accessible_buttons.h"
 #include "pane/artwork.h"
 #include "pane/command_dispatch.h"
@@ -46,7 +46,7 @@ static void resetProcessState()
     forgetLimits();
     pluginSettings() = PluginSettings();
     pageState() = PageState();
-    browseState() = BrowseState();
+    browseSession() = BrowseSession();
     clearStatusMessage();
     hideBanner();
 }
@@ -131,7 +131,6 @@ DzQuillonPane::DzQuillonPane()
     Q_UNUSED(connected);
     if (isFirst) {
         createStores();
-        buildPoseTypeBases();
         buildFigureTables();
         enableAboutAction();
         loadData();

@@ -1,97 +1,15 @@
 #include "pane/finder_commands.h"
 
-#include "finder/custom_pose_commands.h"
-#include "finder/pose_apply.h"
-#include "finder/pose_browser.h"
-#include "finder/pose_index.h"
-#include "finder/pose_ranks.h"
-#include "finder/selected_figure.h"
+#include "finder/browse_commands.h"
 #include "pane/page_state.h"
-#include "ground/plugin_settings.h"
-
-#include "dzundostack.h"
-
-#include <algorithm>
-#include <iterator>
 
 namespace quillon {
 
-static const int kRankCount = 3; // unranked, favourite, hidden: what the user can give
-static const int kLastLockOfTheBody = 2; // upper body, lower body, feet
-
-namespace {
-
-// Brackets several scene changes of one press; no step when no pose was applied.
-class PressHold {
-public:
-    PressHold()
-        : m_before(appliedPoseCount())
-    {
-    }
-    ~PressHold()
-    {
-        if (appliedPoseCount() != m_before)
-            m_hold.accept(QLatin1String("quillon_stack"));
-    }
-
-private:
-    DzUndoStackHold m_hold;
-    unsigned m_before;
-};
-
-} // namespace
-
-// Whether a search can run; it shows its own box when not, and one box is enough.
-static bool canSearch(const PressContext& press)
-{
-    return hipOf(press.figure);
-}
-
-static void countMatches()
-{
-    findPose(0, false, true);
-}
-
-static bool step(const PressContext& press, int offset, bool byProduct)
-{
-    const PressHold hold;
-    findPose(offset, byProduct, false);
-    if (canSearch(press))
-        countMatches();
-    return true;
-}
-
-// After a change of filters: the current pose if it still matches, else the next match.
-static bool rebuild(const PressContext& press)
-{
-    const PressHold hold;
-    refreshFilters();
-    countMatches();
-    if (!canSearch(press))
-        return true;
-    if (browseState().matchCount == 0) {
-        pluginSettings().currentPose = -1;
-        refreshCurrentRank();
-        return true;
-    }
-    findPose(0, false, false);
-    countMatches();
-    return true;
-}
-
-static void copySimilarityFlags()
-{
-    PluginSettings& s = pluginSettings();
-    std::copy(std::begin(s.similarity), std::end(s.similarity), s.similarityCopy);
-}
-
-// ---- pages -----------------------------------------------------------------------------------
+// ---- pages
 
 bool browseCategory(const PressContext& press)
 {
-    const PressHold hold;
-    selectPoseType(press.which);
-    countMatches();
+    openCategory(press.which, press.figure, press.time, pageState().picker);
     return true;
 }
 
@@ -103,123 +21,102 @@ bool backToMain(const PressContext&)
 
 bool backToPicker(const PressContext&)
 {
-    pageState().browsingCategory = kNotBrowsing;
-    pageState().tablesValid = false;
-    saveSettings();
-    writeRanks();
+    leaveCategory();
     return true;
 }
 
-// ---- stepping --------------------------------------------------------------------------------
+// ---- stepping
 
 bool previousPose(const PressContext& press)
 {
-    pageState().mirrored = false;
-    return step(press, -1, false);
+    stepToNeighbour(press.figure, press.time, -1);
+    return true;
 }
 
 bool previousProduct(const PressContext& press)
 {
-    return step(press, -1, true);
+    stepPose(press.figure, press.time, -1, true);
+    return true;
 }
 
 bool firstPose(const PressContext& press)
 {
-    return step(press, -2, false);
+    stepPose(press.figure, press.time, -2, false);
+    return true;
 }
 
 bool nextPose(const PressContext& press)
 {
-    pageState().mirrored = false;
-    return step(press, +1, false);
+    stepToNeighbour(press.figure, press.time, +1);
+    return true;
 }
 
 bool nextProduct(const PressContext& press)
 {
-    return step(press, +1, true);
+    stepPose(press.figure, press.time, +1, true);
+    return true;
 }
 
 bool lastPose(const PressContext& press)
 {
-    return step(press, +2, false);
+    stepPose(press.figure, press.time, +2, false);
+    return true;
 }
 
-// ---- filters, locks, the current pose ----------------------------------------------------------
+// ---- filters, locks, the current pose
 
 bool toggleArea(const PressContext& press)
 {
-    bool& flag = pluginSettings().similarity[press.which];
-    flag = !flag;
-    copySimilarityFlags();
-    return rebuild(press);
+    toggleAreaFilter(press.which, press.figure, press.time);
+    return true;
 }
 
 bool toggleFemale(const PressContext& press)
 {
-    pluginSettings().includeFemale = !pluginSettings().includeFemale;
-    return rebuild(press);
+    toggleFemaleFilter(press.figure, press.time);
+    return true;
 }
 
 bool toggleMale(const PressContext& press)
 {
-    pluginSettings().includeMale = !pluginSettings().includeMale;
-    return rebuild(press);
-}
-
-bool toggleRankFilter(const PressContext& press)
-{
-    pluginSettings().rankFilter ^= 1 << (press.which);
-    return rebuild(press);
+    toggleMaleFilter(press.figure, press.time);
+    return true;
 }
 
 bool toggleMirrored(const PressContext& press)
 {
-    if (!canSearch(press) || !poseEntry(pluginSettings().currentPose))
-        return false;
-    const PressHold hold;
-    bool& mirrored = pageState().mirrored;
-    if (mirrored)
-        reapplyCurrentPose(press.figure, press.time);
-    mirrored = !mirrored && reapplyCurrentPoseMirrored(press.figure, press.time);
-    countMatches();
+    toggleMirroredPose(press.figure, press.time);
     return true;
 }
 
-bool advanceRank(const PressContext&)
+bool advanceRank(const PressContext& press)
 {
-    setCurrentRank((rankOf(pluginSettings().currentPose) + 1) % kRankCount);
-    countIfDue();
+    advanceCurrentRank(press.figure);
     return true;
 }
 
 bool togglePartLock(const PressContext& press)
 {
-    bool& lock = pluginSettings().partLocks[press.which];
-    lock = !lock;
-    pageState().mirrored = false;
-    if (press.which <= kLastLockOfTheBody)
-        copySimilarityFlags();
-    return step(press, 0, false);
+    toggleLockOfPart(press.which, press.figure, press.time);
+    return true;
 }
 
 bool openFolderOrDelete(const PressContext& press)
 {
-    const int current = pluginSettings().currentPose;
-    const PoseIndexEntry* entry = poseEntry(current);
-    if (!entry)
-        return false;
-    if (!isCustomPose(current)) {
-        browseToPoseFolder(entry->path);
-        countIfDue();
-        return true;
-    }
-    return deleteCustomPose(current) && rebuild(press);
+    openFolderOrDeletePose(press.figure, press.time);
+    return true;
 }
 
 bool toggleReference(const PressContext& press)
 {
-    pageState().referenceOverlay = !press.overlayBefore;
-    return step(press, 0, false);
+    toggleReferenceOverlay(press.overlayBefore, press.figure, press.time);
+    return true;
+}
+
+bool toggleRankFilter(const PressContext& press)
+{
+    toggleRankFilterBit(press.which, press.figure, press.time);
+    return true;
 }
 
 } // namespace quillon

@@ -4,6 +4,7 @@
 #include "figure/optimize_editing.h"
 #include "figure/pose_limits.h"
 #include "figure/reset_pose.h"
+#include "figure/selected_figure.h"
 #include "finder/custom_pose_commands.h"
 #include "finder/pose_scanner.h"
 #include "ground/message_boxes.h"
@@ -19,15 +20,15 @@
 
 namespace quillon {
 
-bool memorizeReference(const PressContext&)
+bool memorizeReference(const PressContext& press)
 {
-    memorizeReferencePose();
+    memorizeReferenceOf(press.figure, press.time);
     return true;
 }
 
-bool showReference(const PressContext&)
+bool showReference(const PressContext& press)
 {
-    showReferencePose();
+    showReferenceOn(press.figure, press.time);
     return true;
 }
 
@@ -163,17 +164,18 @@ bool patchInstalledProducts(const PressContext&)
     return true;
 }
 
-bool saveToCustomLibrary(const PressContext&)
+bool saveToCustomLibrary(const PressContext& press)
 {
-    saveCustomPose();
+    savePoseOf(press.figure, press.time);
     clearStatusMessage();
     return true;
 }
 
-bool scanAfterQuestion(const PressContext&)
+bool scanAfterQuestion(const PressContext& press)
 {
-    if (showBox(Box::ScanPoses))
-        scanPoses();
+    const HeldNode held(press.figure);
+    if (showBox(Box::ScanPoses) && !held.isGone())
+        scanPosesOn(press.figure, press.time);
     clearStatusMessage();
     return true;
 }

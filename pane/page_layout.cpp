@@ -1,7 +1,7 @@
 #include "pane/page_layout.h"
 
+#include "finder/browse_session.h"
 #include "finder/pose_ranks.h"
-#include "finder/pose_type.h"
 #include "ground/plugin_settings.h"
 #include "pane/page_state.h"
 
@@ -12,10 +12,9 @@ static const int kSquareMargin = 2; // canvas units, hit beside what is drawn
 
 Page currentPage()
 {
-    const PageState& state = pageState();
-    if (state.browsingCategory != kNotBrowsing)
+    if (browseSession().type != kNotBrowsing)
         return BrowsingPage;
-    return state.picker ? PickerPage : MainPage;
+    return pageState().picker ? PickerPage : MainPage;
 }
 
 std::vector<const ButtonRow*> pageButtons(Page page)
@@ -79,7 +78,7 @@ QRect hitRect(const QSize& pane, const ButtonRow& row, const QPoint& pointer)
 
 bool areasShown()
 {
-    return pageState().browsingCategory == ReferencePose;
+    return browseSession().type == ReferencePose;
 }
 
 static bool isLink(const ButtonRow& row)

@@ -14,7 +14,7 @@
 
 namespace quillon {
 
-Page currentPage(); // from pageState()
+Page currentPage(); // from browseSession() and pageState()
 
 const int kCanvasWidth = 512;
 const int kCanvasHeight = 1024;
@@ -43,6 +43,7 @@ bool areasShown(); // browsing by reference pose
 const ButtonRow* buttonAt(
     const QSize& pane, Page page, const QPoint& position, const QPoint& pointer);
 // The banner or the link at that position, or null.
-const ButtonRow* linkAt(const QSize& pane, Page page, const QPoint& position, const QPoint& pointer);
+const ButtonRow* linkAt(
+    const QSize& pane, Page page, const QPoint& position, const QPoint& pointer);
 
 } // namespace quillon

@@ -1,11 +1,11 @@
 #include "pane/page_painter.h"
 
 #include "art/atlas_table.h"
+#include "finder/browse_session.h"
 #include "pane/button_state.h"
 #include "pane/hover.h"
 #include "pane/info_banner.h"
 #include "pane/page_layout.h"
-#include "pane/page_state.h"
 #include "pane/page_texts.h"
 #include "ground/plugin_settings.h"
 #include "pane/scaled_artwork.h"
@@ -103,8 +103,8 @@ void paintBodyAreas(QPainter* painter, const QSize& pane)
     drawArtwork(painter, canvasRect(pane, kBodyPlace), kArtBody);
     for (const ButtonRow* row : pageButtons(BrowsingPage))
         if (row->look == Look::Square)
-            drawArtwork(painter, drawnRect(pane, *row, hoverPosition()), kArtBodyArea,
-                buttonState(*row));
+            drawArtwork(
+                painter, drawnRect(pane, *row, hoverPosition()), kArtBodyArea, buttonState(*row));
 }
 
 void paintSearch(QPainter* painter, const QSize& pane)
@@ -112,8 +112,8 @@ void paintSearch(QPainter* painter, const QSize& pane)
     if (areasShown())
         paintBodyAreas(painter, pane);
     else
-        drawArtwork(painter, canvasRect(pane, kCategoryPlace),
-            FirstCategoryButton + pageState().browsingCategory);
+        drawArtwork(
+            painter, canvasRect(pane, kCategoryPlace), FirstCategoryButton + browseSession().type);
     TextFit counter;
     counter.widest = QLatin1String(kWidestCounter);
     drawTextLines(

@@ -1,10 +1,8 @@
 #include "pane/page_texts.h"
 
-#include "finder/pose_browser.h"
+#include "finder/browse_session.h"
 #include "finder/pose_index.h"
 #include "finder/pose_pair_products.h"
-#include "finder/pose_type.h"
-#include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 
 namespace quillon {
@@ -39,13 +37,13 @@ QString withoutMirrorWords(const QString& title)
 
 QString counterText()
 {
-    const BrowseState& browse = browseState();
+    const BrowseSession& browse = browseSession();
     const int position = pluginSettings().currentPose;
     if (browse.matchCount == 0 || !poseEntry(position))
         return QLatin1String("NO MATCHING POSES FOUND");
-    if (!pageState().tablesValid || browse.matchOrdinal == kOrdinalUnknown)
+    if (browse.tablesState != Applied || browse.matchOrdinal == kOrdinalUnknown)
         return QString::fromLatin1("MATCHING POSES FOUND: %1").arg(browse.matchCount);
-    if (pageState().browsingCategory == AllPoses)
+    if (browse.type == AllPoses)
         return QString::fromLatin1("POSE %1 of %2").arg(position + 1).arg(poseCount());
     return QString::fromLatin1("MATCHING POSE %1 of %2")
         .arg(browse.matchOrdinal)

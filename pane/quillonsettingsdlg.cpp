@@ -1,6 +1,6 @@
 #include "pane/quillonsettingsdlg.h"
 
-#include "pane/page_state.h"
+#include "finder/browse_session.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
 
@@ -63,7 +63,7 @@ QuillonSettingsDlg::QuillonSettingsDlg(QWidget* parent)
     }
     fitLabels();
     setFixedSize(kDialogWidth, kDialogHeight);
-    pageState().tablesValid = false;
+    forgetApplied(&browseSession());
 }
 
 // The size is fixed and the labels are long: where the host's font is wide, a smaller one is taken.

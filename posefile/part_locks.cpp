@@ -8,7 +8,6 @@
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 namespace quillon {
@@ -78,12 +77,11 @@ static void releaseLocked(DzTime time)
     g_locked.clear();
 }
 
-void setPartLocks(DzNode* figure, bool on)
+void setPartLocks(DzNode* figure, bool on, DzTime time)
 {
     const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
     if (!skeleton)
         return;
-    const DzTime time = dzScene->getTime();
     if (!on)
         return releaseLocked(time);
     lockControls(skeleton, time);

@@ -6,6 +6,8 @@
 // without. No undo step is opened.
 #pragma once
 
+#include "dztime.h"
+
 class DzNode;
 
 namespace quillon {
@@ -15,7 +17,6 @@ bool anyPartLockOn();
 // on: locks the channels and controls of the parts to keep, and remembers which of them it locked.
 // off: releases those and no others, whatever the settings say by now. A locked bone is still moved
 // by the controls of other parts: its channels are then put back to the values that they had.
-// Read and written at the scene's time.
-void setPartLocks(DzNode* figure, bool on);
+void setPartLocks(DzNode* figure, bool on, DzTime time);
 
 } // namespace quillon

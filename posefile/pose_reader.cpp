@@ -3,11 +3,11 @@
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/reset_pose.h"
+#include "figure/selected_figure.h"
 #include "posefile/pose_targets.h"
 #include "posefile/pose_text.h"
 
 #include "dzbone.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 #include <algorithm>
@@ -40,16 +40,15 @@ bool readAndApplyPoseFile(const QString& path, DzNode* figure, DzTime time)
     return true;
 }
 
-bool applyPoseFile(const QString& path, bool resetFirst, SetChannel set)
+bool applyPose(
+    DzSkeleton* figure, DzTime time, const QString& path, bool resetFirst, SetChannel set)
 {
-    DzSkeleton* figure = figureOf(dzScene->getPrimarySelection());
-    if (!figure || !figure->findBone(QLatin1String("hip")))
-        return false;
-    if (!loadPoseText(path)) // before the reset: an unreadable file changes nothing
+    if (!hipOf(figure)
+        || !loadPoseText(path)) // before the reset: an unreadable file changes nothing
         return false;
     if (resetFirst)
         resetPose(figure, ResetWholeFigure);
-    applyPoseText(figure, dzScene->getTime(), set);
+    applyPoseText(figure, time, set);
     return true;
 }
 

@@ -16,12 +16,13 @@ namespace quillon {
 
 static constexpr int kMaxEntries = 100000; // read from one file
 
-// Onto the primary selection, at the scene's time; resetFirst: the whole figure is reset before the
-// first value is handed to set. False, and nothing changed, unless a figure with a hip is selected
-// and a byte could be read; true also when no entry was found.
-bool applyPoseFile(const QString& path, bool resetFirst, SetChannel set = setStoredValue);
+// resetFirst: the whole figure is reset, at the scene's time, before the first value is handed to
+// set. False, and nothing changed, unless the figure has a hip and a byte could be read; true also
+// when no entry was found.
+bool applyPose(DzSkeleton* figure, DzTime time, const QString& path, bool resetFirst,
+    SetChannel set = setStoredValue);
 
-// The same on a given figure, without a reset.
+// The same without a reset, and with any figure.
 bool readAndApplyPoseFile(const QString& path, DzNode* figure, DzTime time);
 
 // Sets X, Y and Z rotation of the 16 key bones that the figure has, those that the file does not

@@ -1,6 +1,5 @@
 #include "posefile/pose_writer.h"
 
-#include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "posefile/gzip_file.h"
@@ -9,7 +8,6 @@
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 #include <QFile>
@@ -148,25 +146,26 @@ static void appendPose(const DzSkeleton* figure, DzTime time, PoseDraft* draft)
     draft->text += kBehindEntries;
 }
 
-static QByteArray poseFileText(bool male)
+static QByteArray poseFileText(const DzSkeleton* figure, DzTime time, bool male)
 {
     PoseDraft draft = {QByteArray(), false};
     draft.text.reserve(kRoomForPose);
     draft.text += kHeadBeforeId;
     draft.text += male ? "G8M" : "G8F";
     draft.text += kHeadBehindId;
-    if (const DzSkeleton* figure = figureOf(dzScene->getPrimarySelection()))
-        appendPose(figure, dzScene->getTime(), &draft);
+    if (figure)
+        appendPose(figure, time, &draft);
     draft.text += kTail;
     return draft.text;
 }
 
-bool writePoseFile(const QString& path, bool male, bool compressed)
+bool writePose(
+    const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed)
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    const QByteArray text = poseFileText(male);
+    const QByteArray text = poseFileText(figure, time, male);
     bool written = compressed ? writePacked(&file, text) : file.write(text) == text.size();
     written = file.flush() && file.error() == QFile::NoError && written;
     file.close();

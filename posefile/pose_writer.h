@@ -1,19 +1,24 @@
-// pose_writer.h - saves the selected figure's pose as a preset file.
+// pose_writer.h - saves a figure's pose as a preset file.
 // Layout: the host's, with three blanks a level; four lines an entry, which the rewriter relies on.
-// Values are the stored ones (pose_channels.h) at the scene's time, with 7 significant digits; the
+// Values are the stored ones (pose_channels.h) at one time, with 7 significant digits; the
 // key stands at time 0. Every rotation and translation of every bone is written, then every
 // control, zero or not. UTF-8, "\n".
 #pragma once
 
+#include "dztime.h"
+
 #include <QString>
+
+class DzSkeleton;
 
 namespace quillon {
 
 // male: "G8M" as the file's id, else "G8F"; no reader looks at it. compressed: through the host's
-// gzip device. Without a figure in the primary selection the list of animations is empty.
+// gzip device. Without a figure the list of animations is empty.
 // False when the file cannot be opened (it is then as it was) or not be written in full (it is then
 // gone).
-bool writePoseFile(const QString& path, bool male, bool compressed);
+bool writePose(
+    const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed);
 
 // What a reader of the file gets for a stored value: the number of its 7 digits.
 float valueAsWritten(float value);

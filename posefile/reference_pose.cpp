@@ -1,17 +1,15 @@
 #include "posefile/reference_pose.h"
 
-#include "figure/figure_kind.h"
-#include "figure/figure_lookup.h"
+#include "figure/selected_figure.h"
 #include "ground/data_folder.h"
 #include "ground/message_boxes.h"
 #include "ground/status_message.h"
+#include "ground/undo_step.h"
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"
 
 #include "dzbone.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
-#include "dzundostack.h"
 
 #include <QFile>
 
@@ -23,31 +21,30 @@ QString referencePosePath()
     return folder.isEmpty() ? QString() : folder + QLatin1String("reference.duf");
 }
 
-void memorizeReferencePose()
+void memorizeReferenceOf(DzSkeleton* figure, DzTime time)
 {
     const QString path = referencePosePath();
-    if (QFile::exists(path) && !showBox(Box::ReplaceReference))
+    const HeldNode held(figure);
+    if (QFile::exists(path) && (!showBox(Box::ReplaceReference) || held.isGone()))
         return;
     const bool male = false, compressed = true;
     if (ensureDataFolder())
-        writePoseFile(path, male, compressed);
+        writePose(figure, time, path, male, compressed);
     showStatusMessage(QLatin1String("\r\n\r\nReference Pose memorized\r\n\r\n"));
 }
 
-void showReferencePose()
+void showReferenceOn(DzSkeleton* figure, DzTime time)
 {
-    DzSkeleton* figure = figureOf(dzScene->getPrimarySelection());
-    DzBone* hip = figure ? findBone(QLatin1String("hip"), figure) : nullptr;
+    DzBone* hip = hipOf(figure);
     if (!hip)
         return;
-    const DzTime time = dzScene->getTime();
-    DzUndoStackHold hold;
+    UndoStep step;
+    step.note(true);
     const DzVec3 placeCm_world = hip->getWSPos(time);
     const bool resetFirst = true;
-    applyPoseFile(referencePosePath(), resetFirst);
+    applyPose(figure, time, referencePosePath(), resetFirst);
     if (hip->getWSPos(time) != placeCm_world)
         hip->setWSPos(time, placeCm_world);
-    hold.accept(QLatin1String("quillon_stack"));
     showStatusMessage(
         QLatin1String("\r\nReference Pose shown\r\nUse 'undo' revert\r\nto current pose\r\n"));
 }

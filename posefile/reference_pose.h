@@ -1,20 +1,24 @@
 // reference_pose.h - the one memorized pose of a figure, and the two commands for it.
 // A preset file in the data folder: the Pose Finder keeps parts of it and looks for poses like it.
-// Both commands work on the figure of the primary selection, at the scene's time, and report by
-// their own status text.
+// Both commands report by their own status text.
 #pragma once
 
+#include "dztime.h"
+
 #include <QString>
+
+class DzSkeleton;
 
 namespace quillon {
 
 QString referencePosePath(); // empty when there is no data folder; the file need not exist
 
-// Asks before it replaces a memorized pose. A file that cannot be written is no error.
-void memorizeReferencePose();
+// Asks before it replaces a memorized pose; a figure that is gone when the question is answered
+// leaves everything as it was. A file that cannot be written is no error.
+void memorizeReferenceOf(DzSkeleton* figure, DzTime time);
 
 // One undo step, an empty one when nothing is memorized. The hip stays where it is in the world.
 // Nothing happens on a figure without a hip.
-void showReferencePose();
+void showReferenceOn(DzSkeleton* figure, DzTime time);
 
 } // namespace quillon

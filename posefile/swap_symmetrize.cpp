@@ -1,5 +1,6 @@
 #include "posefile/swap_symmetrize.h"
 
+#include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/hip_centre.h"
@@ -12,6 +13,8 @@
 #include "dzapp.h"
 #include "dzbone.h"
 #include "dzfloatproperty.h"
+#include "dzscene.h"
+#include "dzskeleton.h"
 
 #include <QFile>
 
@@ -68,22 +71,23 @@ struct Rewriting {
 
 } // namespace
 
-static bool applyRewritten(DzNode* figure, const Rewriting& how)
+static bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how)
 {
+    DzSkeleton* skeleton = figureOf(figure);
     const TempFiles files = tempFiles();
     remove(files); // what an earlier failure left must not be taken for this pose
-    const bool ready = writePoseFile(files.written, false, false)
+    const bool ready = writePose(skeleton, time, files.written, false, false)
         && rewritePoseFile(files.written, files.rewritten, figure, how.withChildren, how.symmetrize,
             how.includeFace, how.mirrorAll);
     if (!ready)
         return false;
     if (how.useLocks)
-        setPartLocks(figure, true);
-    const bool applied = applyPoseFile(files.rewritten, false, how.set);
+        setPartLocks(figure, true, time);
+    const bool applied = applyPose(skeleton, time, files.rewritten, false, how.set);
     if (applied)
         remove(files);
     if (how.useLocks)
-        setPartLocks(figure, false);
+        setPartLocks(figure, false, time);
     return applied;
 }
 
@@ -92,7 +96,7 @@ bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, boo
 {
     const Rewriting how
         = {withChildren, useLocks, symmetrize, includeFace, mirrorAll, setWhereOther};
-    return applyRewritten(figure, how);
+    return applyRewritten(figure, dzScene->getTime(), how);
 }
 
 // ---- the commands
@@ -147,7 +151,7 @@ bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize)
     const bool withChildren = reach != SelectedBonesOnly, includeFace = !symmetrize;
     const Rewriting how = {withChildren, false, symmetrize, includeFace, wholeFigure,
         wholeFigure ? setWhereOther : setWhereOtherAndTouched};
-    if (!applyRewritten(figure, how))
+    if (!applyRewritten(figure, time, how))
         return false;
     putBackUntouched(kept, time);
     hipAsCentre(figure, hip, time); // no entry sets the hip's place; a failure must not move it
@@ -159,8 +163,11 @@ bool mirrorWholePose(DzNode* figure, DzTime time)
     DzBone* hip = findBone(QLatin1String("hip"), figure);
     if (!hip)
         return false;
-    const bool withChildren = true, useLocks = true, includeFace = true, mirrorAll = true;
-    if (!applyThroughTempFiles(figure, withChildren, useLocks, false, includeFace, mirrorAll))
+    Rewriting how;
+    how.withChildren = how.useLocks = how.includeFace = how.mirrorAll = true;
+    how.symmetrize = false;
+    how.set = setWhereOther;
+    if (!applyRewritten(figure, time, how))
         return false;
     hipAsCentre(figure, hip, time);
     return true;

@@ -1,6 +1,5 @@
 // swap_symmetrize.h - the commands that mirror a pose by way of two temporary preset files.
-// The current pose is written to the first, mirrored into the second and that one applied. All at
-// the scene's time and on the primary selection, which has to be the figure or a bone of it.
+// The current pose is written to the first, mirrored into the second and that one applied.
 // Only channels that the command gives another value are written; the others get no key.
 // No undo step is opened: the caller holds. Errors: false, without a message, and nothing in the
 // scene has changed: a figure without a hip, or a temporary folder that cannot be used.
@@ -16,7 +15,7 @@ namespace quillon {
 enum SwapReach { BonesBelowToo = 1, SelectedBonesOnly = 3 };
 
 // The flags but useLocks are those of rewritePoseFile(); useLocks: the parts that the locks hold
-// stay as they are. The files are deleted after success and stay otherwise.
+// stay as they are. The files are deleted after success and stay otherwise. At the scene's time.
 bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
     bool includeFace, bool mirrorAll);
 

@@ -1,8 +1,8 @@
 # includes.awk - who may include whom. Rooms: plugin > pane > services > finder > posefile > figure
-# > ground > host SDK, each may include itself and what stands right of it; so may every room the
-# record of pane/page_state.h. Tables of art/ are the pane's. Nothing but host/, tests/ and bench/
-# includes host/ by path; host/ includes no plug-in file. Its wings: driver > posebench > body >
-# figures > dzcore, in full paths but for dzcore's headers.
+# > ground > host SDK, each may include itself and what stands right of it. Tables of art/ are the
+# pane's. Nothing but host/, tests/ and bench/ includes host/ by path; host/ includes no plug-in
+# file. Its wings: driver > posebench > body > figures > dzcore, in full paths but for dzcore's
+# headers.
 # Variable sdk: the names of the SDK's headers, separated by blanks.
 BEGIN {
     count = split("ground figure posefile finder services pane plugin", rooms)
@@ -11,7 +11,6 @@ BEGIN {
     count = split("dzcore figures body posebench driver", wings)
     for (i = 1; i <= count; i++)
         wing_rank[wings[i]] = i
-    shared["pane/page_state.h"] = 1
     count = split(sdk, names)
     for (i = 1; i <= count; i++)
         host_header[names[i]] = 1
@@ -51,7 +50,7 @@ function check_room(room, path, to) {
         finding("the plug-in includes nothing of " to "/")
     else if (to == "art" && room != "pane" && room != "art")
         finding("only pane/ includes art/")
-    else if ((to in rank) && rank[to] > rank[room] && !(path in shared))
+    else if ((to in rank) && rank[to] > rank[room])
         finding(room "/ includes upwards: " path)
 }
 

@@ -1,6 +1,6 @@
 #include "reference/finder_reference.h"
 
-#include "finder/pose_similarity.h"
+#include "finder/browse_session.h"
 
 #include <cmath>
 
@@ -105,7 +105,7 @@ float bestYawSimilarity(const DzQuat& hip)
 {
     float best = -1000000;
     for (int i = 0; i < 360; ++i) {
-        const float s = reference::partSimilarity(hip, yawRotation(i), 0.75f);
+        const float s = reference::partSimilarity(hip, browseSession().tables.yaw[i], 0.75f);
         if (s > best)
             best = s;
     }
@@ -115,10 +115,10 @@ float bestYawSimilarity(const DzQuat& hip)
 float browseScore(int entry)
 {
     const PoseIndexEntry& e = *poseEntry(entry);
-    const bool* on = similarityFilters().on;
+    const bool* on = browseSession().tables.filters.on;
     float sum = on[0] ? reference::bestYawSimilarity(e.signature[0]) : 0;
     for (int slot = 1; slot < 10; ++slot) {
-        const DzQuat& against = partReference(SignatureSlot(slot));
+        const DzQuat& against = browseSession().tables.references[SignatureSlot(slot)];
         sum += on[slot] ? reference::partSimilarity(e.signature[slot], against, 0.75f) : 1.0f;
     }
     return sum / (on[0] ? 10.0f : 9.0f);

@@ -33,7 +33,6 @@ struct BrowseFixture : FinderFixture {
     {
         createFilteredList();
         clearStatusMessage();
-        pageState().picker = true;
     }
     ~BrowseFixture()
     {
@@ -167,10 +166,10 @@ private:
     };
 };
 
-inline BrowseState countedMatches()
+inline BrowseSession countedMatches()
 {
     findPose(0, false, true);
-    return browseState();
+    return browseSession();
 }
 
 enum PartLock { LockUpper, LockLower, LockFeet, LockFace, LockLeftHand, LockRightHand };

@@ -4,12 +4,12 @@
 
 #include "pose_fixture.h"
 
-#include "finder/figure_facing.h"
+#include "figure/selected_figure.h"
+#include "finder/browse_session.h"
+#include "finder/finder_calls.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
-#include "finder/pose_type.h"
 #include "ground/data_folder.h"
-#include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 
 #include "dzcontentmgr.h"
@@ -25,11 +25,9 @@ struct FinderFixture : PoseFixture {
     {
         locateDataFiles();
         pluginSettings() = PluginSettings();
-        pageState() = PageState();
-        figureFacing() = FigureFacing();
+        browseSession() = BrowseSession();
         createPoseIndex();
         createRankStore();
-        buildPoseTypeBases();
     }
     ~FinderFixture()
     {
@@ -47,11 +45,10 @@ struct StoreFixture {
     StoreFixture()
     {
         pluginSettings() = PluginSettings();
-        pageState() = PageState();
+        browseSession() = BrowseSession();
         createPoseIndex();
         createRankStore();
         createReadBuffer();
-        buildPoseTypeBases();
     }
     ~StoreFixture()
     {

@@ -6,6 +6,7 @@
 #include "frame_fixture.h"
 
 #include "figure/figure_lookup.h"
+#include "posefile/pose_calls.h"
 #include "posefile/pose_channels.h"
 #include "posefile/pose_rewriter.h"
 #include "posefile/pose_text.h"

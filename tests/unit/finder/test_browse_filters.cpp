@@ -34,7 +34,7 @@ private slots:
         m_finder->rig.undoStack.clearAll();
         m_finder->next();
         QCOMPARE(m_finder->position(), -1);
-        QCOMPARE(browseState().matchCount, 0);
+        QCOMPARE(browseSession().matchCount, 0);
         QCOMPARE(counterText(), QString("NO MATCHING POSES FOUND"));
         QCOMPARE(m_finder->steps(), 0);
         VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
@@ -165,7 +165,7 @@ private slots:
         m_finder->browse(AllPoses);
         pluginSettings().currentPose = position;
         QCOMPARE(countedMatches().matchCount, 2);
-        QTEST(browseState().matchOrdinal, "ordinal");
+        QTEST(browseSession().matchOrdinal, "ordinal");
         QCOMPARE(m_finder->position(), position);
         QCOMPARE(m_finder->steps(), 0);
     }
@@ -179,7 +179,7 @@ private slots:
         removeEntry(0);
         const BoxAnswers boxes;
         QCOMPARE(countedMatches().matchCount, 0);
-        QCOMPARE(browseState().matchOrdinal, kOrdinalUnknown);
+        QCOMPARE(browseSession().matchOrdinal, kOrdinalUnknown);
         QCOMPARE(m_finder->position(), -1);
         QCOMPARE(counterText(), QString("NO MATCHING POSES FOUND"));
         QVERIFY(boxes.boxes.isEmpty());
@@ -196,16 +196,16 @@ private slots:
         m_finder->rig.scene.selectAllNodes(false);
         const BoxAnswers boxes;
         countedMatches();
-        countIfDue(); // there is still none
+        countIfDue(selectedFigure()); // there is still none
         QCOMPARE(boxes.boxes.size(), 1);
-        QCOMPARE(browseState().matchCount, 3);
-        QCOMPARE(browseState().matchOrdinal, 2);
+        QCOMPARE(browseSession().matchCount, 3);
+        QCOMPARE(browseSession().matchOrdinal, 2);
         m_finder->selectFigure();
-        countIfDue();
-        QCOMPARE(browseState().matchCount, 2);
+        countIfDue(selectedFigure());
+        QCOMPARE(browseSession().matchCount, 2);
         pluginSettings().includeMale = true;
-        countIfDue(); // once
-        QCOMPARE(browseState().matchCount, 2);
+        countIfDue(selectedFigure()); // once
+        QCOMPARE(browseSession().matchCount, 2);
     }
 
     void anotherCategoryForgetsTheCounts()
@@ -219,8 +219,8 @@ private slots:
         QCOMPARE(countedMatches().matchCount, 0);
         m_finder->selectFigure();
         m_finder->bone("head")->getYRotControl()->setValue(15);
-        countIfDue(); // the figure would have to be cleared first
-        QCOMPARE(browseState().matchCount, 0);
+        countIfDue(selectedFigure()); // the figure would have to be cleared first
+        QCOMPARE(browseSession().matchCount, 0);
         QCOMPARE(m_finder->rotationDeg("head", 'y'), 15.f);
     }
 

@@ -40,7 +40,7 @@ static QString filterText()
         "armL", "armR", "forearmL", "forearmR"};
     QStringList on;
     for (int slot = 0; slot < kSignatureSlots; ++slot)
-        if (similarityFilters().on[slot])
+        if (browseSession().tables.filters.on[slot])
             on << s(names[slot]);
     return on.join(s(" "));
 }
@@ -65,10 +65,10 @@ void TestBrowseScore::filtersFollowTheType()
     QFETCH(int, type);
     QFETCH(QString, on);
     pluginSettings() = PluginSettings();
-    setSimilarityFilters(type);
+    setSimilarityFilters(&browseSession().tables, type);
     QCOMPARE(filterText(), on);
     std::fill_n(pluginSettings().similarity, kBodyAreaCount, true); // the user's do not matter here
-    setSimilarityFilters(type);
+    setSimilarityFilters(&browseSession().tables, type);
     QCOMPARE(filterText(), on);
 }
 
@@ -94,7 +94,7 @@ void TestBrowseScore::filtersOfTheReferencePoseAreTheUsers()
     QFETCH(QString, on);
     std::fill_n(pluginSettings().similarity, kBodyAreaCount, false);
     pluginSettings().similarity[area] = true;
-    setSimilarityFilters(ReferencePose);
+    setSimilarityFilters(&browseSession().tables, ReferencePose);
     QCOMPARE(filterText(), on);
 }
 
@@ -106,25 +106,30 @@ static bool nearlyEqual(const DzQuat& a, const DzQuat& b, double tolerance)
 
 void TestBrowseScore::referencesFollowTheType()
 {
-    setPartReferences(Sitting, nullptr, 0);
-    QVERIFY(partReference(TorsoSlot) == DzQuat());
-    QVERIFY(partReference(LeftShinSlot) == DzQuat(-0.689, -0.104, 0.12, 0.707));
-    QVERIFY(partReference(RightShinSlot) == DzQuat(-0.689, 0.104, -0.12, 0.707));
-    QVERIFY(partReference(LeftThighSlot) == DzQuat(0.698, 0.036, -0.122, 0.704));
-    QVERIFY(partReference(RightThighSlot) == DzQuat(0.698, -0.036, 0.122, 0.704));
-    QVERIFY(partReference(LeftArmSlot) == DzQuat(-0.004, 0, 0.13, 0.991));
-    QVERIFY(partReference(RightArmSlot) == DzQuat(-0.004, 0, -0.13, 0.991));
-    QVERIFY(partReference(LeftForearmSlot) == DzQuat(0.268, 0.273, 0.008, 0.924));
-    QVERIFY(partReference(RightForearmSlot) == DzQuat(0.268, -0.273, -0.008, 0.924));
+    setPartReferences(&browseSession().tables, Sitting, nullptr, 0);
+    QVERIFY(browseSession().tables.references[TorsoSlot] == DzQuat());
+    QVERIFY(browseSession().tables.references[LeftShinSlot] == DzQuat(-0.689, -0.104, 0.12, 0.707));
+    QVERIFY(
+        browseSession().tables.references[RightShinSlot] == DzQuat(-0.689, 0.104, -0.12, 0.707));
+    QVERIFY(
+        browseSession().tables.references[LeftThighSlot] == DzQuat(0.698, 0.036, -0.122, 0.704));
+    QVERIFY(
+        browseSession().tables.references[RightThighSlot] == DzQuat(0.698, -0.036, 0.122, 0.704));
+    QVERIFY(browseSession().tables.references[LeftArmSlot] == DzQuat(-0.004, 0, 0.13, 0.991));
+    QVERIFY(browseSession().tables.references[RightArmSlot] == DzQuat(-0.004, 0, -0.13, 0.991));
+    QVERIFY(
+        browseSession().tables.references[LeftForearmSlot] == DzQuat(0.268, 0.273, 0.008, 0.924));
+    QVERIFY(browseSession().tables.references[RightForearmSlot]
+        == DzQuat(0.268, -0.273, -0.008, 0.924));
     for (int type = AllPoses; type <= UpsideDown; ++type) {
         if (type == Sitting)
             continue;
-        setPartReferences(type, nullptr, 0);
+        setPartReferences(&browseSession().tables, type, nullptr, 0);
         for (int slot = TorsoSlot; slot < kSignatureSlots; ++slot) {
             const DzQuat expected = slot == LeftArmSlot ? DzQuat(-0.008, 0, 0.259, 0.966)
                 : slot == RightArmSlot                  ? DzQuat(-0.008, 0, -0.259, 0.966)
                                                         : DzQuat();
-            QVERIFY(partReference(SignatureSlot(slot)) == expected);
+            QVERIFY(browseSession().tables.references[SignatureSlot(slot)] == expected);
         }
     }
 }
@@ -134,11 +139,12 @@ void TestBrowseScore::referencesOfTheReferencePoseAreTheFigures()
     FinderFixture f;
     Random random(21);
     poseAtRandom(&random, f.figure);
-    setPartReferences(ReferencePose, f.figure, f.time());
+    setPartReferences(&browseSession().tables, ReferencePose, f.figure, f.time());
     const int entry = appendPose(s("/a.duf"));
     takeSignature(entry, f.figure, f.time());
     for (int slot = TorsoSlot; slot < kSignatureSlots; ++slot)
-        QVERIFY(partReference(SignatureSlot(slot)) == poseEntry(entry)->signature[slot]);
+        QVERIFY(browseSession().tables.references[SignatureSlot(slot)]
+            == poseEntry(entry)->signature[slot]);
 }
 
 static void addTypeRows()
@@ -156,14 +162,14 @@ void TestBrowseScore::yawsTurnTheBaseAboutTheWorldsUpAxis_data()
 void TestBrowseScore::yawsTurnTheBaseAboutTheWorldsUpAxis()
 {
     QFETCH(int, type);
-    buildPoseTypeBases();
     buildYawTable(type, nullptr, 0);
     const int lies = classifyHipOrientation(poseTypeBase(type));
     QCOMPARE(lies, type < LyingBellyUp ? int(Standing) : type);
     for (int deg = 0; deg < kYawCount; ++deg) {
         const DzQuat expected = poseTypeBase(type) * turn(0, 1, 0, deg);
-        QVERIFY(nearlyEqual(yawRotation(deg), expected, 1e-6));
-        QCOMPARE(classifyHipOrientation(yawRotation(deg)), lies); // a yaw does not turn it over
+        QVERIFY(nearlyEqual(browseSession().tables.yaw[deg], expected, 1e-6));
+        QCOMPARE(classifyHipOrientation(browseSession().tables.yaw[deg]),
+            lies); // a yaw does not turn it over
     }
 }
 
@@ -175,8 +181,8 @@ void TestBrowseScore::theReferencePosesYawsStartAtTheFiguresHip()
     f.figure->getYRotControl()->setValue(33);
     buildYawTable(ReferencePose, f.figure, f.time());
     const DzQuat base = f.bone("pelvis")->getLocalRot() * f.bone("hip")->getWSRot();
-    QVERIFY(nearlyEqual(yawRotation(0), base, 1e-9));
-    QVERIFY(nearlyEqual(yawRotation(90), base * turn(0, 1, 0, 90), 1e-6));
+    QVERIFY(nearlyEqual(browseSession().tables.yaw[0], base, 1e-9));
+    QVERIFY(nearlyEqual(browseSession().tables.yaw[90], base * turn(0, 1, 0, 90), 1e-6));
 }
 
 void TestBrowseScore::everyPoseWithASignatureMatchesAllPoses()
@@ -184,8 +190,8 @@ void TestBrowseScore::everyPoseWithASignatureMatchesAllPoses()
     StoreFixture f;
     Random random(22);
     buildYawTable(AllPoses, nullptr, 0);
-    setPartReferences(AllPoses, nullptr, 0);
-    setSimilarityFilters(AllPoses);
+    setPartReferences(&browseSession().tables, AllPoses, nullptr, 0);
+    setSimilarityFilters(&browseSession().tables, AllPoses);
     const int entry = addEntry(s("/a.duf"), 1);
     for (int n = 0; n < 50; ++n) {
         randomSignature(&random, entry);
@@ -200,8 +206,8 @@ void TestBrowseScore::aPoseWithoutSignatureNeverMatches()
     poseEntry(entry)->hasSignature = false;
     for (int type = AllPoses; type <= ReferencePose; ++type) {
         buildYawTable(type, nullptr, 0);
-        setPartReferences(type, nullptr, 0);
-        setSimilarityFilters(type);
+        setPartReferences(&browseSession().tables, type, nullptr, 0);
+        setSimilarityFilters(&browseSession().tables, type);
         QVERIFY(browseScore(entry) < 0);
     }
     QVERIFY(browseScore(-1) < 0);
@@ -218,11 +224,11 @@ void TestBrowseScore::anyYawOfATypeMatchesIt()
     QFETCH(int, type);
     StoreFixture f;
     buildYawTable(type, nullptr, 0);
-    setPartReferences(type, nullptr, 0);
-    setSimilarityFilters(type);
+    setPartReferences(&browseSession().tables, type, nullptr, 0);
+    setSimilarityFilters(&browseSession().tables, type);
     const int entry = addEntry(s("/a.duf"), 1);
     for (int slot = TorsoSlot; slot < kSignatureSlots; ++slot)
-        poseEntry(entry)->signature[slot] = partReference(SignatureSlot(slot));
+        poseEntry(entry)->signature[slot] = browseSession().tables.references[SignatureSlot(slot)];
     for (double deg = 0; deg < 360; deg += 7.3) {
         poseEntry(entry)->signature[HipSlot] = poseTypeBase(type) * turn(0, 1, 0, deg);
         QVERIFY(browseScore(entry) > 0.99f);
@@ -237,12 +243,12 @@ void TestBrowseScore::aRejectedSlotOutweighsAllOthers()
 {
     StoreFixture f;
     buildYawTable(Sitting, nullptr, 0);
-    setPartReferences(Sitting, nullptr, 0);
-    setSimilarityFilters(Sitting);
+    setPartReferences(&browseSession().tables, Sitting, nullptr, 0);
+    setSimilarityFilters(&browseSession().tables, Sitting);
     const int entry = addEntry(s("/a.duf"), 1);
     PoseIndexEntry& e = *poseEntry(entry);
-    e.signature[LeftThighSlot] = partReference(LeftThighSlot);
-    e.signature[RightThighSlot] = partReference(RightThighSlot);
+    e.signature[LeftThighSlot] = browseSession().tables.references[LeftThighSlot];
+    e.signature[RightThighSlot] = browseSession().tables.references[RightThighSlot];
     QVERIFY(browseScore(entry) > 0.99f); // straight shins do not count
     e.signature[RightThighSlot] = DzQuat();
     QVERIFY(browseScore(entry) < -90000);
@@ -261,14 +267,15 @@ void TestBrowseScore::scoresOfPosesEqualTheLiteralForm()
     Random random(30 + unsigned(type));
     poseAtRandom(&random, f.figure);
     buildYawTable(type, f.figure, f.time());
-    setPartReferences(type, f.figure, f.time());
-    setSimilarityFilters(type);
+    setPartReferences(&browseSession().tables, type, f.figure, f.time());
+    setSimilarityFilters(&browseSession().tables, type);
     const int entry = addEntry(s("/a.duf"), 1);
     int matches = 0;
     for (int n = 0; n < 400; ++n) {
         for (int slot = 0; slot < kSignatureSlots; ++slot) {
-            const DzQuat& base = slot == HipSlot ? yawRotation(random.below(kYawCount))
-                                                 : partReference(SignatureSlot(slot));
+            const DzQuat& base = slot == HipSlot
+                ? browseSession().tables.yaw[random.below(kYawCount)]
+                : browseSession().tables.references[SignatureSlot(slot)];
             poseEntry(entry)->signature[slot]
                 = base * turn(random.between(-1, 1), 1, 0, random.between(0, 45));
         }

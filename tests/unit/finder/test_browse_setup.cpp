@@ -30,15 +30,13 @@ private slots:
         poseAtRandom(&random, m_finder->figure);
         const FigureState posed = stateOf(m_finder->figure);
         m_finder->rig.undoStack.clearAll();
-        const unsigned applied = appliedPoseCount();
-        selectPoseType(Standing);
-        QCOMPARE(pageState().browsingCategory, int(Standing));
-        QVERIFY(!pageState().tablesValid);
+        QVERIFY(chooseCategory(Standing, m_finder->figure, m_finder->time(), true));
+        QCOMPARE(browseSession().type, int(Standing));
+        QVERIFY(browseSession().tablesState != Applied);
         QCOMPARE(m_finder->rotationDeg("head", 'y'), 0.f);
         QCOMPARE(m_finder->rotationDeg("hip", 'x'), 0.f);
         QCOMPARE(m_finder->steps(), 1);
         QCOMPARE(m_finder->rig.undoStack.getUndoCaption(), QString("quillon_stack"));
-        QVERIFY(appliedPoseCount() != applied);
         m_finder->rig.undoStack.undo();
         VERIFY_SAME_STATE(posed, stateOf(m_finder->figure));
     }
@@ -59,11 +57,9 @@ private slots:
     {
         m_finder->addFiles(1);
         m_finder->rig.undoStack.clearAll();
-        const unsigned applied = appliedPoseCount();
         const FigureState before = stateOf(m_finder->figure);
-        selectPoseType(Sitting);
+        QVERIFY(!chooseCategory(Sitting, m_finder->figure, m_finder->time(), true));
         QCOMPARE(m_finder->steps(), 0);
-        QCOMPARE(appliedPoseCount(), applied);
         VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
     }
 
@@ -82,16 +78,19 @@ private slots:
     {
         m_finder->addFiles(1);
         m_finder->browse(LyingBellyUp);
-        QVERIFY(similarityFilters().on[HipSlot] && similarityFilters().on[TorsoSlot]);
-        QVERIFY(!similarityFilters().on[LeftThighSlot]);
+        QVERIFY(browseSession().tables.filters.on[HipSlot]
+            && browseSession().tables.filters.on[TorsoSlot]);
+        QVERIFY(!browseSession().tables.filters.on[LeftThighSlot]);
         m_finder->browse(AllPoses);
-        QVERIFY(!similarityFilters().on[HipSlot]);
+        QVERIFY(!browseSession().tables.filters.on[HipSlot]);
         m_finder->browse(ReferencePose);
-        QVERIFY(similarityFilters().on[HipSlot] && !similarityFilters().on[LeftShinSlot]);
+        QVERIFY(browseSession().tables.filters.on[HipSlot]
+            && !browseSession().tables.filters.on[LeftShinSlot]);
         pluginSettings().similarity[AreaHip] = false;
         pluginSettings().similarity[AreaLeftShin] = true;
         refreshFilters();
-        QVERIFY(!similarityFilters().on[HipSlot] && similarityFilters().on[LeftShinSlot]);
+        QVERIFY(!browseSession().tables.filters.on[HipSlot]
+            && browseSession().tables.filters.on[LeftShinSlot]);
     }
 
     void setUpWaitsForAFigure()
@@ -116,9 +115,8 @@ private slots:
     void setUpWaitsWhenThePickerIsNotShown()
     {
         m_finder->addFiles(1);
-        pageState().picker = false;
         m_finder->bone("head")->getYRotControl()->setValue(15);
-        selectPoseType(AllPoses);
+        QVERIFY(!chooseCategory(AllPoses, m_finder->figure, m_finder->time(), false));
         QCOMPARE(m_finder->rotationDeg("head", 'y'), 15.f);
         countedMatches();
         QCOMPARE(m_finder->rotationDeg("head", 'y'), 0.f);
@@ -142,7 +140,7 @@ private slots:
         QCOMPARE(no.boxes.size(), 1);
         QCOMPARE(no.boxes.first().title, QString("Quillon - Pose Finder Tool"));
         QCOMPARE(no.boxes.first().buttons, QMessageBox::Yes | QMessageBox::No);
-        QCOMPARE(pageState().browsingCategory, int(UpsideDown));
+        QCOMPARE(browseSession().type, int(UpsideDown));
         QCOMPARE(m_finder->rotationDeg("head", 'y'), 15.f);
         QCOMPARE(m_finder->steps(), 0);
         QCOMPARE(countedMatches().matchCount, 0);
@@ -158,12 +156,11 @@ private slots:
         m_finder->bone("head")->getYRotControl()->setValue(15);
         const FigureState posed = stateOf(m_finder->figure);
         m_finder->rig.undoStack.clearAll();
-        const unsigned applied = appliedPoseCount();
         const BoxAnswers yes(QMessageBox::Yes);
-        selectPoseType(Sitting);
+        const bool changed = chooseCategory(Sitting, m_finder->figure, m_finder->time(), true);
         QCOMPARE(yes.boxes.size(), 2); // the question and the outcome
         QCOMPARE(poseCount(), 2);
-        QVERIFY(appliedPoseCount() != applied); // there is something to undo
+        QVERIFY(changed); // there is something to undo
         QCOMPARE(countedMatches().matchCount, 1);
         pluginSettings().currentPose = 0;
         m_finder->next();
@@ -279,7 +276,7 @@ private slots:
         m_finder->memorize(turned);
         m_finder->figure->setWSRot(turn(0, 1, 0, 90));
         m_finder->browse(ReferencePose);
-        QVERIFY(distance(figureFacing().direction, DzVec3(1, 0, 0)) < 1e-4);
+        QVERIFY(distance(browseSession().facing.direction, DzVec3(1, 0, 0)) < 1e-4);
         const DzVec3 front = m_finder->bone("hip")->getWSRot().multVec(DzVec3(0, 0, 1));
         QVERIFY(distance(front, DzVec3(1, 0, 0)) < 1e-4); // the reference is shown facing there
     }
@@ -342,7 +339,7 @@ private slots:
         QVERIFY(m_finder->next());
         QCOMPARE(m_finder->currentTitle(), QString("back"));
         QCOMPARE(countedMatches().matchCount, 1);
-        QCOMPARE(browseState().matchOrdinal, 1);
+        QCOMPARE(browseSession().matchOrdinal, 1);
     }
 
     // A standing figure stays the stored type while poses of other types are applied.
@@ -351,11 +348,11 @@ private slots:
         m_finder->addPose("stand.duf");
         m_finder->addPose("belly.duf", values({{"hip/x", 90}}));
         m_finder->browse(AllPoses);
-        QCOMPARE(figureFacing().currentType, int(Standing));
+        QCOMPARE(browseSession().facing.currentType, int(Standing));
         pluginSettings().currentPose = 0;
         m_finder->next();
         QCOMPARE(m_finder->currentTitle(), QString("belly"));
-        QCOMPARE(figureFacing().currentType, int(Standing));
+        QCOMPARE(browseSession().facing.currentType, int(Standing));
         // Belly down after standing: the head, not the feet, shows where the figure faces.
         const DzVec3 head = m_finder->bone("hip")->getWSRot().multVec(DzVec3(0, 1, 0));
         QVERIFY(distance(head, DzVec3(0, 0, 1)) < 1e-5);

@@ -128,13 +128,13 @@ private slots:
         const BoxAnswers boxes(QMessageBox::Yes);
         QVERIFY(deleteCustomPose(0));
         QCOMPARE(pluginSettings().currentRank, qint32(Favorite)); // b took its place
-        QCOMPARE(browseState().matchCount, 2);
-        QCOMPARE(browseState().matchOrdinal, 1);
+        QCOMPARE(browseSession().matchCount, 2);
+        QCOMPARE(browseSession().matchOrdinal, 1);
         pluginSettings().currentPose = 1;
         QVERIFY(deleteCustomPose(1));
         QCOMPARE(pluginSettings().currentRank, qint32(Favorite)); // round to the first
-        QCOMPARE(browseState().matchCount, 1);
-        QCOMPARE(browseState().matchOrdinal, 1);
+        QCOMPARE(browseSession().matchCount, 1);
+        QCOMPARE(browseSession().matchOrdinal, 1);
     }
 
     void deletedPoseThatDidNotMatchLeavesTheCount()
@@ -147,8 +147,8 @@ private slots:
         QCOMPARE(countedMatches().matchCount, 1);
         const BoxAnswers boxes(QMessageBox::Yes);
         QVERIFY(deleteCustomPose(0));
-        QCOMPARE(browseState().matchCount, 1);
-        QCOMPARE(browseState().matchOrdinal, 1);
+        QCOMPARE(browseSession().matchCount, 1);
+        QCOMPARE(browseSession().matchOrdinal, 1);
     }
 
     void undeletableFileKeepsItsEntry()

@@ -2,6 +2,7 @@
 #include "finder_fixture.h"
 #include "room_tests.h"
 
+#include "finder/browse_setup.h"
 #include "finder/pose_signature.h"
 #include "finder/pose_similarity.h"
 
@@ -49,9 +50,7 @@ private slots:
 
 void TestFigureFacing::init()
 {
-    figureFacing() = FigureFacing();
-    pageState() = PageState();
-    buildPoseTypeBases();
+    browseSession() = BrowseSession();
 }
 
 // ---- classes
@@ -144,7 +143,7 @@ void TestFigureFacing::directionsFollowTheHip()
     QFETCH(double, deg);
     QFETCH(QString, direction);
     const DzQuat hip = turn(x, y, z, deg);
-    figureFacing().currentType = classifyHipOrientation(hip);
+    browseSession().facing.currentType = classifyHipOrientation(hip);
     QCOMPARE(text(facingDirection(hip)), direction);
 }
 
@@ -167,9 +166,9 @@ void TestFigureFacing::aStaleTypeTurnsTheDirectionRound()
     QFETCH(int, storedType);
     QFETCH(double, leanDeg);
     QFETCH(QString, direction);
-    figureFacing().currentType = storedType;
+    browseSession().facing.currentType = storedType;
     QCOMPARE(text(facingDirection(turn(1, 0, 0, leanDeg))), direction);
-    QCOMPARE(figureFacing().currentType, storedType);
+    QCOMPARE(browseSession().facing.currentType, storedType);
 }
 
 void TestFigureFacing::aDirectionWithoutLengthBecomesForward()
@@ -186,7 +185,7 @@ void TestFigureFacing::directionsAreHorizontalAndOfUnitLength()
 {
     Random random(4);
     for (int n = 0; n < 5000; ++n) {
-        figureFacing().currentType = random.below(8);
+        browseSession().facing.currentType = random.below(8);
         const DzVec3 direction = facingDirection(randomRotation(&random));
         QCOMPARE(direction.m_y, 0.f);
         QVERIFY(nearly(double(direction.length()), 1, 1e-6));
@@ -244,21 +243,21 @@ void TestFigureFacing::derivingTakesTypeDirectionYawsAndPosition()
     f.bone("hip")->getXRotControl()->setValue(90);
     f.figure->getYRotControl()->setValue(90);
     f.figure->getZPosControl()->setValue(40);
-    deriveFigureFacing(f.figure, LyingLeftSide, f.time());
-    QCOMPARE(figureFacing().currentType, int(LyingBellyDown));
-    QCOMPARE(text(figureFacing().direction), QString("-1000 0 0")); // the feet
-    QVERIFY(figureFacing().hipPosCm_world == f.bone("hip")->getWSPos());
-    QVERIFY(yawRotation(0) == poseTypeBase(LyingLeftSide));
+    deriveFigureFacing(&browseSession(), LyingLeftSide, f.figure, f.time());
+    QCOMPARE(browseSession().facing.currentType, int(LyingBellyDown));
+    QCOMPARE(text(browseSession().facing.direction), QString("-1000 0 0")); // the feet
+    QVERIFY(browseSession().facing.hipPosCm_world == f.bone("hip")->getWSPos());
+    QVERIFY(browseSession().tables.yaw[0] == poseTypeBase(LyingLeftSide));
 }
 
 void TestFigureFacing::derivingLeavesTheStoredOrientation()
 {
     FinderFixture f;
     hipChanged(f.figure, StoreHip, f.time());
-    const DzQuat stored = figureFacing().hipRot_world;
+    const DzQuat stored = browseSession().facing.hipRot_world;
     f.bone("hip")->getXRotControl()->setValue(90);
-    deriveFigureFacing(f.figure, AllPoses, f.time());
-    QVERIFY(figureFacing().hipRot_world == stored);
+    deriveFigureFacing(&browseSession(), AllPoses, f.figure, f.time());
+    QVERIFY(browseSession().facing.hipRot_world == stored);
 }
 
 void TestFigureFacing::aTurnedAndMovedFigureIsNoticed_data()
@@ -307,8 +306,8 @@ void TestFigureFacing::aTenthIsAChange()
     FinderFixture f;
     f.bone("hip")->setWSPos(f.time(), DzVec3());
     hipChanged(f.figure, StoreHip, f.time());
-    DzQuat& turn = figureFacing().hipRot_world;
-    DzVec3& place = figureFacing().hipPosCm_world;
+    DzQuat& turn = browseSession().facing.hipRot_world;
+    DzVec3& place = browseSession().facing.hipPosCm_world;
     double* const turns[] = {&turn.m_x, &turn.m_y, &turn.m_z};
     float* const places[] = {&place.m_x, &place.m_y, &place.m_z};
     const auto store = [&](float value) {
@@ -333,7 +332,7 @@ void TestFigureFacing::storingMakesTheHipUnchanged()
     QVERIFY(hipChanged(f.figure, CompareHip, f.time()));
     QVERIFY(!hipChanged(f.figure, StoreHip, f.time()));
     QVERIFY(!hipChanged(f.figure, CompareHip, f.time()));
-    QVERIFY(figureFacing().hipPosCm_world == f.bone("hip")->getWSPos());
+    QVERIFY(browseSession().facing.hipPosCm_world == f.bone("hip")->getWSPos());
 }
 
 void TestFigureFacing::clearingForgetsTheHipAndRebuildsTheYaws()
@@ -342,24 +341,24 @@ void TestFigureFacing::clearingForgetsTheHipAndRebuildsTheYaws()
     hipChanged(f.figure, StoreHip, f.time());
     buildYawTable(UpsideDown, f.figure, f.time());
     QVERIFY(!hipChanged(f.figure, ClearHip, f.time()));
-    QVERIFY(figureFacing().hipRot_world == DzQuat());
-    QVERIFY(figureFacing().hipPosCm_world == DzVec3());
-    QVERIFY(yawRotation(0) == poseTypeBase(UpsideDown)); // no category is browsed
-    pageState().browsingCategory = LyingBellyUp;
+    QVERIFY(browseSession().facing.hipRot_world == DzQuat());
+    QVERIFY(browseSession().facing.hipPosCm_world == DzVec3());
+    QVERIFY(browseSession().tables.yaw[0] == poseTypeBase(UpsideDown)); // no category is browsed
+    browseSession().type = LyingBellyUp;
     hipChanged(f.figure, ClearHip, f.time());
-    QVERIFY(yawRotation(0) == poseTypeBase(LyingBellyUp));
+    QVERIFY(browseSession().tables.yaw[0] == poseTypeBase(LyingBellyUp));
 }
 
 void TestFigureFacing::aFigureWithoutHipNeverChanges()
 {
     FinderFixture f;
     f.figure->removeBone(f.bone("hip"));
-    figureFacing().hipPosCm_world = DzVec3(5, 5, 5);
+    browseSession().facing.hipPosCm_world = DzVec3(5, 5, 5);
     for (int mode : {ClearHip, StoreHip, CompareHip}) {
         QVERIFY(!hipChanged(f.figure, mode, f.time()));
         QVERIFY(!hipChanged(nullptr, mode, f.time()));
     }
-    QVERIFY(figureFacing().hipPosCm_world == DzVec3(5, 5, 5));
+    QVERIFY(browseSession().facing.hipPosCm_world == DzVec3(5, 5, 5));
 }
 
 QUILLON_TEST(TestFigureFacing)

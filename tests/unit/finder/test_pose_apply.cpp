@@ -172,7 +172,7 @@ private slots:
         const QStringList locked = lockedChannels(m_finder->figure);
         m_finder->apply(0);
         QCOMPARE(lockedChannels(m_finder->figure), locked);
-        mirrorCurrentPose(m_finder->figure, m_finder->time());
+        mirrorCurrentPose(&browseSession(), m_finder->figure, m_finder->time());
         QCOMPARE(lockedChannels(m_finder->figure), locked);
     }
 
@@ -184,11 +184,11 @@ private slots:
         m_finder->addFile("a.duf", values({{"head/y", -20}, {"lHand/z", 12}}));
         m_finder->browse(AllPoses);
         m_finder->apply(0);
-        pageState().referenceOverlay = true;
+        browseSession().referenceOverlay = true;
         m_finder->apply(0);
         QCOMPARE(m_finder->rotationDeg("head", 'y'), 9.f);
         QCOMPARE(m_finder->rotationDeg("lHand", 'z'), 0.f);
-        pageState().referenceOverlay = false;
+        browseSession().referenceOverlay = false;
         m_finder->apply(0);
         QCOMPARE(m_finder->rotationDeg("head", 'y'), -20.f);
     }
@@ -238,12 +238,12 @@ private slots:
         m_finder->browse(AllPoses);
         const FigureState before = stateOf(m_finder->figure);
         m_finder->rig.undoStack.clearAll();
-        const unsigned applied = appliedPoseCount();
-        m_finder->apply(0);
-        QCOMPARE(appliedPoseCount(), applied + 1);
+        pluginSettings().currentPose = 0;
+        QVERIFY(searchPose(m_finder->figure, m_finder->time(), 0, false).changed);
+        QCOMPARE(m_finder->position(), 0);
         QCOMPARE(m_finder->steps(), 1);
         QCOMPARE(m_finder->rig.undoStack.getUndoCaption(), QString("quillon_stack"));
-        QVERIFY(pageState().tablesValid);
+        QVERIFY(browseSession().tablesState == Applied);
         m_finder->rig.undoStack.undo();
         VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
     }
@@ -274,12 +274,12 @@ private slots:
         pluginSettings().includeFemale = false; // it would not be found any more
         m_finder->bone("head")->getYRotControl()->setValue(0);
         m_finder->rig.undoStack.clearAll();
-        reapplyCurrentPose(m_finder->figure, m_finder->time());
+        reapplyCurrentPose(&browseSession(), m_finder->figure, m_finder->time());
         QCOMPARE(m_finder->position(), 0);
         QCOMPARE(m_finder->rotationDeg("head", 'y'), 12.f);
         QCOMPARE(m_finder->steps(), 1);
         pluginSettings().currentPose = -1;
-        reapplyCurrentPose(m_finder->figure, m_finder->time());
+        reapplyCurrentPose(&browseSession(), m_finder->figure, m_finder->time());
         QCOMPARE(m_finder->steps(), 1);
     }
 
@@ -295,7 +295,7 @@ private slots:
         const DzVec3 hipCm_world = m_finder->hipCm_world();
         const DzVec3 before = facingDirection(slotRotation(m_finder->figure, HipSlot, 0));
         m_finder->rig.undoStack.clearAll();
-        mirrorCurrentPose(m_finder->figure, m_finder->time());
+        mirrorCurrentPose(&browseSession(), m_finder->figure, m_finder->time());
         QCOMPARE(m_finder->steps(), 1);
         QCOMPARE(m_finder->rotationDeg("lThighBend", 'x'), 0.f);
         QVERIFY(nearly(m_finder->rotationDeg("rThighBend", 'x'), -40, 1e-4));
@@ -340,7 +340,7 @@ private slots:
         const DzVec3 facing = facingDirection(slotRotation(m_finder->figure, HipSlot, 0));
         const Mirror mirror = {m_finder->hipCm_world(), DzVec3(facing.m_z, 0, -facing.m_x)};
         const std::vector<WorldPlace> before = worldPlaces(m_finder->figure);
-        QVERIFY(mirrorCurrentPose(m_finder->figure, m_finder->time()));
+        QVERIFY(mirrorCurrentPose(&browseSession(), m_finder->figure, m_finder->time()));
         VERIFY_NONE(firstUnlikeReflection(m_finder->figure, mirror, before));
     }
 
@@ -362,18 +362,16 @@ private slots:
         m_finder->rig.scene.setTime(1600);
         m_finder->rig.undoStack.clearAll();
         const FigureState before = stateOf(m_finder->figure);
-        const unsigned applied = appliedPoseCount();
         const DzVec3 hipCm_world = m_finder->hipCm_world();
-        QVERIFY(!mirrorCurrentPose(m_finder->figure, m_finder->time()));
+        QVERIFY(!mirrorCurrentPose(&browseSession(), m_finder->figure, m_finder->time()));
         VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
-        QVERIFY(!reapplyCurrentPoseMirrored(m_finder->figure, m_finder->time()));
+        QVERIFY(!reapplyCurrentPoseMirrored(&browseSession(), m_finder->figure, m_finder->time()));
         VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
         QCOMPARE(m_finder->steps(), 0);
-        QCOMPARE(appliedPoseCount(), applied);
         QVERIFY(!hipChanged(m_finder->figure, CompareHip, m_finder->time()));
         QFile::remove(temp);
         QDir().mkpath(temp);
-        QVERIFY(reapplyCurrentPoseMirrored(m_finder->figure, m_finder->time()));
+        QVERIFY(reapplyCurrentPoseMirrored(&browseSession(), m_finder->figure, m_finder->time()));
         QCOMPARE(m_finder->steps(), 1);
         QVERIFY(nearly(m_finder->rotationDeg("head", 'y'), -12, 1e-4));
         QVERIFY(!m_finder->next());
@@ -387,7 +385,7 @@ private slots:
         pluginSettings().partLocks[LockLeftHand] = true;
         m_finder->browse(AllPoses);
         m_finder->apply(0);
-        mirrorCurrentPose(m_finder->figure, m_finder->time());
+        mirrorCurrentPose(&browseSession(), m_finder->figure, m_finder->time());
         QVERIFY(nearly(m_finder->rotationDeg("lHand", 'z'), 6, 1e-4));
         QVERIFY(nearly(m_finder->rotationDeg("rHand", 'z'), -6, 1e-4));
         QVERIFY(nearly(m_finder->rotationDeg("lFoot", 'x'), -2, 1e-4));
@@ -451,7 +449,7 @@ private slots:
         m_finder->bone("hip")->setLocalPos(m_finder->time(), DzVec3(3, -4, 5));
         m_finder->browse(AllPoses);
         const DzVec3 hipCm_world = m_finder->hipCm_world();
-        const DzVec3 facing = figureFacing().direction;
+        const DzVec3 facing = browseSession().facing.direction;
         const QStringList locked = lockedChannels(m_finder->figure);
         for (int i = 0; i < poseCount(); ++i) {
             pluginSettings().partLocks[random.below(kPartLockCount)] = random.below(2) == 0;

@@ -199,8 +199,8 @@ private slots:
         const FigureState before = stateOf(m_finder->figure);
         findPose(step, true, false);
         QCOMPARE(m_finder->position(), 1);
-        QCOMPARE(browseState().matchCount, 3);
-        QCOMPARE(browseState().matchOrdinal, 2);
+        QCOMPARE(browseSession().matchCount, 3);
+        QCOMPARE(browseSession().matchOrdinal, 2);
         QCOMPARE(m_finder->steps(), 0);
         VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
     }
@@ -223,12 +223,12 @@ private slots:
     {
         m_finder->addFiles(2);
         pluginSettings().currentPose = 1;
-        browseState().matchCount = 7;
+        browseSession().matchCount = 7;
         const BoxAnswers boxes;
         QVERIFY(!m_finder->next());
         QVERIFY(!findPose(0, false, true));
         QCOMPARE(m_finder->position(), 1);
-        QCOMPARE(browseState().matchCount, 7);
+        QCOMPARE(browseSession().matchCount, 7);
         QCOMPARE(m_finder->steps(), 0);
         QVERIFY(boxes.boxes.isEmpty());
     }
@@ -334,14 +334,14 @@ private slots:
         QFile::remove(poseEntry(3)->path);
         m_finder->next();
         QCOMPARE(m_finder->currentTitle(), QString("A2"));
-        QCOMPARE(browseState().matchCount, 3);
-        QCOMPARE(browseState().matchOrdinal, 2);
+        QCOMPARE(browseSession().matchCount, 3);
+        QCOMPARE(browseSession().matchOrdinal, 2);
         QFile::remove(poseEntry(3)->path);
         m_finder->previous();
         m_finder->previous(); // A4, the last one
         QCOMPARE(m_finder->currentTitle(), QString("A0"));
-        QCOMPARE(browseState().matchCount, 2);
-        QCOMPARE(browseState().matchOrdinal, 1);
+        QCOMPARE(browseSession().matchCount, 2);
+        QCOMPARE(browseSession().matchOrdinal, 1);
     }
 
     // With the step's direction, so that nothing is skipped by the next one.

@@ -42,7 +42,8 @@ private slots:
     void cancellingLeavesAnEmptyIndexAndTheOldFile_data();
     void cancellingLeavesAnEmptyIndexAndTheOldFile();
     void cancellingEndsTheWalkAtOnce();
-    void eventsAreHandledNowAndThenNotAtEveryFile();
+    void aFigureThatGoesEndsTheScan_data();
+    void aFigureThatGoesEndsTheScan();
 
     // progress
     void progressIsToldAsDescribed();
@@ -245,11 +246,11 @@ void TestPoseScanner::theScanReplacesIndexPositionAndReference()
     addEntry(s("/old.duf"), 1);
     addEntry(s("/older.duf"), 2);
     pluginSettings().currentPose = 1;
-    pageState().tablesValid = true;
+    browseSession().tablesState = Applied;
     writeFile(referencePosePath(), "a reference pose");
     QCOMPARE(f.scanned(), names("a.duf"));
     QCOMPARE(pluginSettings().currentPose, 0);
-    QVERIFY(!pageState().tablesValid);
+    QVERIFY((browseSession().tablesState != Applied));
     QVERIFY(!QFile::exists(referencePosePath()));
 }
 
@@ -395,22 +396,46 @@ void TestPoseScanner::cancellingEndsTheWalkAtOnce()
     QVERIFY(log.infosOf("Identifying").isEmpty());
 }
 
-// At each of many small files they would take more time than the walk.
-void TestPoseScanner::eventsAreHandledNowAndThenNotAtEveryFile()
+// The progress window runs events, and with them scripts.
+void TestPoseScanner::aFigureThatGoesEndsTheScan_data()
 {
-    static const int kFiles = 300;
+    QTest::addColumn<QString>("goesAt");
+    QTest::addColumn<bool>("deleted");
+    for (const char* info : kPhaseInfos) {
+        QTest::newRow(qPrintable(s(info) + ", taken out")) << s(info) << false;
+        QTest::newRow(qPrintable(s(info) + ", deleted")) << s(info) << true;
+    }
+}
+
+void TestPoseScanner::aFigureThatGoesEndsTheScan()
+{
+    QFETCH(QString, goesAt);
+    QFETCH(bool, deleted);
     ScanFixture f;
-    for (int n = 0; n < kFiles; ++n)
-        f.addText(qPrintable(QString("no pose %1.duf").arg(n)), "{}");
-    int ticks = 0;
-    QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
-    QElapsedTimer watch;
-    watch.start();
-    ticker.start(0);
+    for (int n = 0; n < 5; ++n)
+        f.add(qPrintable(QString("%1.duf").arg(n)), poseNumber(n));
     scanPoses();
-    ticker.stop();
-    QVERIFY2(ticks < kFiles / 3 + watch.elapsed() / 50, qPrintable(QString::number(ticks)));
+    const QByteArray written = f.indexBytes();
+    f.boxes.boxes.clear();
+    ProgressLog log;
+    bool isGone = false;
+    log.atChange() = [&](const QString& info) {
+        if (isGone || !info.startsWith(goesAt))
+            return;
+        isGone = true;
+        if (deleted)
+            f.rig.scene.clear();
+        else
+            f.rig.scene.removeNode(f.figure);
+    };
+    scanPoses();
+    QVERIFY(isGone);
+    QCOMPARE(poseCount(), 0);
+    QVERIFY(f.indexBytes() == written);
+    QCOMPARE(f.boxes.boxes.size(), 1);
+    QCOMPARE(f.boxes.boxes.first().text, s("Scanning aborted"));
+    QVERIFY(!isBusy());
+    QCOMPARE(log.records().back().event, DzProgressRecord::Finished);
 }
 
 // ---- progress

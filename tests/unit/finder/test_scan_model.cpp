@@ -412,8 +412,8 @@ void TestScanModel::scansEqualTheModel()
     checkIndexFile(files);
     for (int type = AllPoses; type <= UpsideDown; ++type) {
         buildYawTable(type, f.figure, f.time());
-        setPartReferences(type, f.figure, f.time());
-        setSimilarityFilters(type);
+        setPartReferences(&browseSession().tables, type, f.figure, f.time());
+        setSimilarityFilters(&browseSession().tables, type);
         checkMatches(files, model::typeModel(type));
     }
     QVERIFY2(m_exempt * 100 <= m_verdicts, qPrintable(QString::number(m_exempt)));
@@ -449,8 +449,8 @@ void TestScanModel::matchesOfTheReferencePoseEqualTheModel()
         for (bool& flag : pluginSettings().similarity)
             flag = random.below(3) == 0;
         buildYawTable(ReferencePose, f.figure, f.time());
-        setPartReferences(ReferencePose, f.figure, f.time());
-        setSimilarityFilters(ReferencePose);
+        setPartReferences(&browseSession().tables, ReferencePose, f.figure, f.time());
+        setSimilarityFilters(&browseSession().tables, ReferencePose);
         model::TypeModel type;
         type.base = model::mul(model::turnAbout('Y', double(float(yawDeg))), chosen.signature[0]);
         type.parts = chosen.signature;

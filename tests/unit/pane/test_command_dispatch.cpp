@@ -6,6 +6,7 @@
 #include "pane/artwork.h"
 #include "pane/command_dispatch.h"
 #include "pane/hover.h"
+#include "finder/browse_session.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
@@ -50,6 +51,7 @@ void TestCommandDispatch::init()
 {
     m_fixture.reset(new SceneFixture);
     pageState() = PageState();
+    browseSession() = BrowseSession();
     pluginSettings() = PluginSettings();
     createReadBuffer();
     clearStatusMessage();
@@ -117,20 +119,20 @@ void TestCommandDispatch::everyKindOfClickIsToldApart()
 
 void TestCommandDispatch::anotherMouseButtonOnlyClearsTheOverlay()
 {
-    pageState().referenceOverlay = true;
+    browseSession().referenceOverlay = true;
     dispatchPress(kPane, centreOf(2), OtherClick);
-    QVERIFY(!pageState().referenceOverlay);
+    QVERIFY(!browseSession().referenceOverlay);
     QCOMPARE(dzUndoStack->getNumUndoItems(), 0);
     QVERIFY(statusMessage().isEmpty());
 }
 
 void TestCommandDispatch::nothingHappensWhileBusy()
 {
-    pageState().referenceOverlay = true;
+    browseSession().referenceOverlay = true;
     setBusy(true);
     dispatchPress(kPane, centreOf(2), LeftClick);
     setBusy(false);
-    QVERIFY(pageState().referenceOverlay);
+    QVERIFY(browseSession().referenceOverlay);
     QCOMPARE(dzUndoStack->getNumUndoItems(), 0);
 }
 

@@ -7,6 +7,7 @@
 #include "ground/data_folder.h"
 #include "pane/hover.h"
 #include "pane/page_layout.h"
+#include "finder/browse_session.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
@@ -89,6 +90,7 @@ void TestCommandEffects::init()
     m_rig.reset(new PoseFixture);
     locateDataFiles();
     pageState() = PageState();
+    browseSession() = BrowseSession();
     pluginSettings() = PluginSettings();
     clearStatusMessage();
     leaveHover(kPane);

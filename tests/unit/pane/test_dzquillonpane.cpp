@@ -4,12 +4,12 @@
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
-#include "finder/pose_type.h"
 #include "pane/artwork.h"
 #include "ground/data_folder.h"
 #include "pane/dzquillonpane.h"
 #include "pane/info_banner.h"
 #include "ground/live_panes.h"
+#include "finder/browse_session.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
@@ -251,7 +251,7 @@ private slots:
             = {{0, 0, 0, 1}, {0, 0, 0, 1}, {0, 0, 0, 1}, {0, -half, -half, 0}, {-half, 0, 0, half},
                 {-0.5, 0.5, 0.5, 0.5}, {-0.5, -0.5, -0.5, 0.5}, {0, 0, -1, 0}};
         for (int type = 0; type < 8; ++type) {
-            const DzQuat& q = poseTypeBase(type);
+            const DzQuat q = poseTypeBase(type);
             QVERIFY(std::fabs(q.m_x - expected[type][0]) < 1e-12); // rounding of doubles
             QVERIFY(std::fabs(q.m_y - expected[type][1]) < 1e-12);
             QVERIFY(std::fabs(q.m_z - expected[type][2]) < 1e-12);
@@ -296,9 +296,9 @@ private slots:
             pluginSettings().currentRank = 2;
             pluginSettings().similarity[0] = false;
             pageState().picker = true;
-            pageState().browsingCategory = 3;
-            pageState().tablesValid = true;
-            browseState().matchCount = 7;
+            browseSession().type = 3;
+            browseSession().tablesState = Applied;
+            browseSession().matchCount = 7;
             showStatusMessage("left over");
             setBusy(true);
             bannerTimerFired();
@@ -308,10 +308,10 @@ private slots:
         const DzQuillonPane pane;
         QCOMPARE(pluginSettings().currentRank, qint32(0));
         QVERIFY(pluginSettings().similarity[0]);
-        QVERIFY(!pageState().picker && !pageState().tablesValid);
-        QCOMPARE(pageState().browsingCategory, -1);
-        QCOMPARE(browseState().matchCount, 0);
-        QCOMPARE(browseState().matchOrdinal, -1);
+        QVERIFY(!pageState().picker && (browseSession().tablesState != Applied));
+        QCOMPARE(browseSession().type, -1);
+        QCOMPARE(browseSession().matchCount, 0);
+        QCOMPARE(browseSession().matchOrdinal, -1);
         QVERIFY(!isStatusMessageShown() && statusMessage().isEmpty());
         QVERIFY(!isBusy() && !isBannerVisible());
     }

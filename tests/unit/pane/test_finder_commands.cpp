@@ -5,6 +5,7 @@
 #include "pane/command_dispatch.h"
 #include "pane/hover.h"
 #include "pane/page_layout.h"
+#include "pane/page_state.h"
 #include "pane/page_texts.h"
 
 #include "dzmainwindow.h"
@@ -33,7 +34,7 @@ private:
     {
         pageState().picker = true;
         press(FirstCategoryButton + category);
-        QCOMPARE(pageState().browsingCategory, category);
+        QCOMPARE(browseSession().type, category);
     }
     // Two of women, one of a man, one of the custom library; the first is shown.
     void browseFour()
@@ -87,7 +88,7 @@ private slots:
         QCOMPARE(m_finder->position(), 0);
         QCOMPARE(pluginSettings().currentRank, qint32(Hidden));
         QCOMPARE(counterText(), QString("POSE 1 of 3"));
-        QCOMPARE(browseState().matchCount, 3);
+        QCOMPARE(browseSession().matchCount, 3);
         press(RankButton); // hidden, then unranked
         QCOMPARE(pluginSettings().currentRank, qint32(Unranked));
         QCOMPARE(rankOf(0), int(Unranked));
@@ -131,15 +132,15 @@ private slots:
         const BoxAnswers boxes;
         press(IncludeMaleButton);
         QCOMPARE(boxes.boxes.size(), 1);
-        QCOMPARE(browseState().matchCount, 4);
-        QCOMPARE(browseState().matchOrdinal, 1);
+        QCOMPARE(browseSession().matchCount, 4);
+        QCOMPARE(browseSession().matchOrdinal, 1);
         QCOMPARE(counterText(), QString("POSE 1 of 4"));
         QCOMPARE(m_finder->position(), 0);
         VERIFY_SAME_STATE(before, stateOf(m_finder->figure));
         m_finder->selectFigure();
         press(button);
         QCOMPARE(boxes.boxes.size(), 1);
-        QTEST(browseState().matchCount, "matches");
+        QTEST(browseSession().matchCount, "matches");
     }
 
     // The pose that is applied again may make the search follow the figure, or be gone.
@@ -168,8 +169,8 @@ private slots:
         else
             m_finder->bone("hip")->getXRotControl()->setValue(-90);
         press(MirrorButton);
-        QCOMPARE(browseState().matchCount, 1);
-        QCOMPARE(browseState().matchOrdinal, vanished ? kOrdinalUnknown : 1);
+        QCOMPARE(browseSession().matchCount, 1);
+        QCOMPARE(browseSession().matchOrdinal, vanished ? kOrdinalUnknown : 1);
     }
 };
 

@@ -7,6 +7,7 @@
 #include "pane/hover.h"
 #include "pane/page_layout.h"
 #include "pane/page_painter.h"
+#include "finder/browse_session.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 #include "scene_fixture.h"
@@ -106,7 +107,7 @@ protected:
 static void showPage(int page, int category)
 {
     pageState().picker = page == 2;
-    pageState().browsingCategory = page == 4 ? category : kNotBrowsing;
+    browseSession().type = page == 4 ? category : kNotBrowsing;
 }
 
 class TestPageLayout : public QObject {
@@ -134,6 +135,7 @@ void TestPageLayout::initTestCase()
 void TestPageLayout::init()
 {
     pageState() = PageState();
+    browseSession() = BrowseSession();
     pluginSettings() = PluginSettings();
     leaveHover(QSize(512, 1024));
 }

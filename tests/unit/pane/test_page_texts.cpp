@@ -1,9 +1,8 @@
 // Counter and label of the browsing page.
 #include "room_tests.h"
 
-#include "finder/pose_browser.h"
+#include "finder/browse_session.h"
 #include "finder/pose_index.h"
-#include "pane/page_state.h"
 #include "pane/page_texts.h"
 #include "ground/plugin_settings.h"
 
@@ -36,8 +35,7 @@ void TestPageTexts::init()
 {
     createPoseIndex();
     pluginSettings() = PluginSettings();
-    pageState() = PageState();
-    browseState() = BrowseState();
+    browseSession() = BrowseSession();
 }
 
 void TestPageTexts::cleanup()
@@ -80,15 +78,15 @@ void TestPageTexts::counterChoosesItsTextInOrder()
         addEntry("/c/pose.duf");
     pluginSettings().currentPose = 2;
     QCOMPARE(counterText(), QString("NO MATCHING POSES FOUND")); // none matches
-    browseState().matchCount = 3;
-    browseState().matchOrdinal = 2;
+    browseSession().matchCount = 3;
+    browseSession().matchOrdinal = 2;
     QCOMPARE(counterText(), QString("MATCHING POSES FOUND: 3")); // none taken yet
-    pageState().tablesValid = true;
-    pageState().browsingCategory = 1;
+    browseSession().tablesState = Applied;
+    browseSession().type = 1;
     QCOMPARE(counterText(), QString("MATCHING POSE 2 of 3"));
-    pageState().browsingCategory = 0;
+    browseSession().type = 0;
     QCOMPARE(counterText(), QString("POSE 3 of 5"));
-    browseState().matchOrdinal = kOrdinalUnknown;
+    browseSession().matchOrdinal = kOrdinalUnknown;
     QCOMPARE(counterText(), QString("MATCHING POSES FOUND: 3"));
     pluginSettings().currentPose = -1;
     QCOMPARE(counterText(), QString("NO MATCHING POSES FOUND"));

@@ -6,7 +6,7 @@
 #include "pane/command_dispatch.h"
 #include "ground/data_folder.h"
 #include "pane/hover.h"
-#include "pane/page_state.h"
+#include "finder/browse_session.h"
 #include "ground/plugin_settings.h"
 #include "pane/quillonsettingsdlg.h"
 #include "ground/status_message.h"
@@ -50,7 +50,7 @@ private slots:
     void init()
     {
         pluginSettings() = PluginSettings();
-        pageState() = PageState();
+        browseSession() = BrowseSession();
         clearStatusMessage();
     }
     void cleanup()
@@ -68,13 +68,13 @@ private slots:
         QVERIFY(!app.getInterface());
         locateDataFiles();
         pluginSettings().allowFaceViolation = true; // an accepted dialog would drop it
-        pageState().tablesValid = true;
+        browseSession().tablesState = Applied;
         showStatusMessage("of an earlier command");
         const DialogAnswers answers(true);
         dispatchPress(kPane, kSettingsButton, LeftClick);
         QCOMPARE(answers.dialogs, 0);
         QVERIFY(pluginSettings().allowFaceViolation);
-        QVERIFY(pageState().tablesValid);
+        QVERIFY(browseSession().tablesState == Applied);
         QVERIFY(!QFile::exists(dataFiles().settings));
         QVERIFY(statusMessage().isEmpty()); // the button clears it all the same
     }
@@ -99,11 +99,11 @@ private slots:
         QFETCH(bool, accept);
         const HostFixture host;
         locateDataFiles();
-        pageState().tablesValid = true;
+        browseSession().tablesState = Applied;
         const DialogAnswers answers(accept);
         dispatchPress(kPane, kSettingsButton, LeftClick);
         QCOMPARE(answers.dialogs, 1);
-        QVERIFY(!pageState().tablesValid);
+        QVERIFY((browseSession().tablesState != Applied));
         QCOMPARE(QFile::exists(dataFiles().settings), accept);
     }
 };

@@ -4,6 +4,7 @@
 #include "pane/button_state.h"
 #include "pane/hover.h"
 #include "pane/page_layout.h"
+#include "finder/browse_session.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
 #include "pane/tool_tips.h"
@@ -98,6 +99,7 @@ private slots:
 void TestToolTips::init()
 {
     pageState() = PageState();
+    browseSession() = BrowseSession();
     pluginSettings() = PluginSettings();
     leaveHover(QSize(512, 1024));
 }
@@ -149,7 +151,7 @@ void TestToolTips::accessibleNamesAreTheTipsInOneLine()
     QCOMPARE(describeButtons(QSize(512, 1024))[4].name,
         QString("Swap Pose Select the figure parts to swap, Select root for the entire figure. "
                 "Mid-click swaps non-recursively"));
-    pageState().browsingCategory = 8;
+    browseSession().type = 8;
     pluginSettings().partLocks[5] = true;
     bool locked = false;
     for (const ButtonDescription& d : describeButtons(QSize(512, 1024)))

@@ -1,0 +1,40 @@
+#include "posefile/pose_calls.h"
+
+#include "figure/figure_kind.h"
+#include "figure/selected_figure.h"
+#include "posefile/part_locks.h"
+#include "posefile/pose_reader.h"
+#include "posefile/pose_writer.h"
+#include "posefile/reference_pose.h"
+
+#include "dzscene.h"
+#include "dzskeleton.h"
+
+namespace quillon {
+
+bool applyPoseFile(const QString& path, bool resetFirst, SetChannel set)
+{
+    return applyPose(figureOf(selectedNode()), dzScene->getTime(), path, resetFirst, set);
+}
+
+bool writePoseFile(const QString& path, bool male, bool compressed)
+{
+    return writePose(figureOf(selectedNode()), dzScene->getTime(), path, male, compressed);
+}
+
+void memorizeReferencePose()
+{
+    memorizeReferenceOf(figureOf(selectedNode()), dzScene->getTime());
+}
+
+void showReferencePose()
+{
+    showReferenceOn(figureOf(selectedNode()), dzScene->getTime());
+}
+
+void setPartLocks(DzNode* figure, bool on)
+{
+    setPartLocks(figure, on, dzScene->getTime());
+}
+
+} // namespace quillon
