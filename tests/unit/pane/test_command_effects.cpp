@@ -1,6 +1,7 @@
 // What a press on the main page does beyond its status text: which kind of click reaches which
 // operation, what the boxes leave standing, and where the pointer is taken to be.
 #include "pose_fixture.h"
+#include "button_numbers.h"
 #include "room_tests.h"
 
 #include "pane/command_dispatch.h"
@@ -375,11 +376,11 @@ void TestCommandEffects::afterTheCommandTheTipIsThatOfTheNewPage()
 {
     const QPoint onBoth(220, 320); // the second button of either page
     updateHover(kPane, onBoth);
-    QCOMPARE(hoverTip(), toolTip(MainPage, 1));
+    QCOMPARE(hoverTip(), tipOf(MainPage, 1));
     dispatchPress(kPane, onBoth, LeftClick);
     QCOMPARE(currentPage(), PickerPage);
-    QCOMPARE(hoverTip(), toolTip(PickerPage, 101));
-    QVERIFY(hoverTip() != toolTip(MainPage, 1));
+    QCOMPARE(hoverTip(), tipOf(PickerPage, 101));
+    QVERIFY(hoverTip() != tipOf(MainPage, 1));
 }
 
 QUILLON_TEST(TestCommandEffects)

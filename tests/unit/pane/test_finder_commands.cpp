@@ -1,5 +1,6 @@
 // What presses on the browsing page leave of rank and counts, with and without a figure.
 #include "browse_fixture.h"
+#include "button_numbers.h"
 #include "room_tests.h"
 
 #include "pane/command_dispatch.h"
@@ -24,10 +25,8 @@ private:
     static void press(int number, ClickKind kind = LeftClick)
     {
         leaveHover(kPane);
-        for (const ButtonRow& row : pageButtons(currentPage())) {
-            if (row.number == number)
-                return dispatchPress(kPane, plainRect(kPane, row).center(), kind);
-        }
+        if (const ButtonRow* row = buttonOf(currentPage(), number))
+            return dispatchPress(kPane, plainRect(kPane, *row).center(), kind);
         QFAIL("the page has no such button");
     }
     void openCategory(int category) const
@@ -171,6 +170,27 @@ private slots:
         press(MirrorButton);
         QCOMPARE(browseSession().matchCount, 1);
         QCOMPARE(browseSession().matchOrdinal, vanished ? kOrdinalUnknown : 1);
+    }
+
+    void countersReadAsToldByTheCategory()
+    {
+        m_finder->addPose("stand.duf");
+        m_finder->addPose("sit.duf", sittingValues());
+        m_finder->addPose("sit again.duf", sittingValues());
+        pluginSettings().currentPose = 0;
+        m_finder->browse(Sitting);
+        countedMatches();
+        QCOMPARE(counterText(), QString("MATCHING POSES FOUND: 2"));
+        m_finder->next();
+        countedMatches();
+        QCOMPARE(counterText(), QString("MATCHING POSE 1 of 2"));
+        m_finder->next();
+        countedMatches();
+        QCOMPARE(counterText(), QString("MATCHING POSE 2 of 2"));
+        m_finder->browse(AllPoses);
+        m_finder->next();
+        countedMatches();
+        QCOMPARE(counterText(), QString("POSE 1 of 3"));
     }
 };
 

@@ -1,4 +1,5 @@
 // What the pane says about its buttons, against a table of its own.
+#include "button_numbers.h"
 #include "room_tests.h"
 
 #include "pane/button_state.h"
@@ -107,7 +108,7 @@ void TestToolTips::init()
 void TestToolTips::everyButtonHasItsText()
 {
     for (const Row& row : kRows)
-        QCOMPARE(toolTip(Page(row.page), row.button), QString(row.text));
+        QCOMPARE(tipOf(Page(row.page), row.button), QString(row.text));
 }
 
 void TestToolTips::otherButtonsHaveNone()
@@ -118,7 +119,7 @@ void TestToolTips::otherButtonsHaveNone()
             for (const Row& row : kRows)
                 known |= row.page == page && row.button == button;
             if (!known && button != RankButton && button != FolderButton)
-                QCOMPARE(toolTip(Page(page), button), QString());
+                QCOMPARE(tipOf(Page(page), button), QString());
         }
 }
 
@@ -126,18 +127,17 @@ void TestToolTips::rankTextFollowsTheRank()
 {
     for (int rank = 0; rank < 4; ++rank) {
         pluginSettings().currentRank = rank;
-        QCOMPARE(toolTip(BrowsingPage, RankButton), QString(kRankTexts[rank]));
+        QCOMPARE(tipOf(BrowsingPage, RankButton), QString(kRankTexts[rank]));
     }
     pluginSettings().currentRank = 77; // a settings file may hold anything
-    QVERIFY(!toolTip(BrowsingPage, RankButton).isEmpty());
+    QVERIFY(!tipOf(BrowsingPage, RankButton).isEmpty());
 }
 
 void TestToolTips::folderTextFollowsTheKindOfPose()
 {
-    QCOMPARE(
-        toolTip(BrowsingPage, FolderButton), QString("Browse to the product's folder\r\n\r\n"));
+    QCOMPARE(tipOf(BrowsingPage, FolderButton), QString("Browse to the product's folder\r\n\r\n"));
     pluginSettings().currentRank = 3;
-    QCOMPARE(toolTip(BrowsingPage, FolderButton), QString("\r\nDelete current custom pose\r\n"));
+    QCOMPARE(tipOf(BrowsingPage, FolderButton), QString("\r\nDelete current custom pose\r\n"));
 }
 
 void TestToolTips::accessibleNamesAreTheTipsInOneLine()
@@ -155,7 +155,7 @@ void TestToolTips::accessibleNamesAreTheTipsInOneLine()
     pluginSettings().partLocks[5] = true;
     bool locked = false;
     for (const ButtonDescription& d : describeButtons(QSize(512, 1024)))
-        if (d.button == 219)
+        if (d.row->number == 219)
             locked = d.checkable && d.checked;
     QVERIFY(locked);
 }
@@ -164,7 +164,7 @@ void TestToolTips::hoverShowsTheTipAndTellsChanges()
 {
     const QSize pane(512, 1024);
     QVERIFY(updateHover(pane, QPoint(50, 300)));
-    QCOMPARE(hoverTip(), toolTip(MainPage, 0));
+    QCOMPARE(hoverTip(), tipOf(MainPage, 0));
     QVERIFY(!updateHover(pane, QPoint(51, 301))); // the same button
     QVERIFY(updateHover(pane, QPoint(140, 300))); // between buttons
     QVERIFY(hoverTip().isEmpty());

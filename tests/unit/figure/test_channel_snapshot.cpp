@@ -1,5 +1,6 @@
 // What a kept channel or place gets back, and what is left unwritten.
 #include "figure_fixture.h"
+#include "room_tests.h"
 
 #include "figure/channel_snapshot.h"
 
@@ -127,5 +128,5 @@ void TestChannelSnapshot::placesComeBack()
     QVERIFY(std::fabs(head->getYRotControl()->getValue(0) - 12) < 1e-3f);
 }
 
-QTEST_MAIN(TestChannelSnapshot)
+QUILLON_TEST(TestChannelSnapshot)
 #include "test_channel_snapshot.moc"
