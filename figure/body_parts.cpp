@@ -1,5 +1,6 @@
 #include "figure/body_parts.h"
 
+#include <cstring>
 #include <vector>
 
 namespace quillon {
@@ -23,17 +24,19 @@ static bool runTest(const Answers& answers, int test, const QString& name)
     return false;
 }
 
-static Answers buildAnswers(const FigureModel& model)
+// What two generations share is tested once: a list that the first has, too, has its answers.
+static Answers buildAnswers(const FigureModel& model, const Answers* first)
 {
     Answers answers;
+    std::memset(answers.bits, 0, sizeof answers.bits);
     for (int test = 0; test < NameTestCount; ++test) {
-        for (const char* name : model.tests[test])
+        const NameList& names = model.tests[test];
+        for (const char* name : names)
             answers.wanted[test].push_back(QLatin1String(name));
-    }
-    for (int id = 0; id < kNameCount; ++id) {
-        answers.bits[id] = 0;
-        for (int test = 0; test < NameTestCount; ++test)
-            answers.bits[id] |= unsigned(runTest(answers, test, nameText(id))) << test;
+        const bool shared = first && names.names == modelFor(FigureKind(0)).tests[test].names;
+        for (int id = 0; id < kNameCount; ++id)
+            answers.bits[id] |= shared ? first->bits[id] & 1u << test
+                                       : unsigned(runTest(answers, test, nameText(id))) << test;
     }
     return answers;
 }
@@ -42,7 +45,8 @@ static std::vector<Answers> buildAllAnswers()
 {
     std::vector<Answers> answers;
     for (int kind = 0; kind < kFigureKindCount; ++kind)
-        answers.push_back(buildAnswers(modelFor(FigureKind(kind))));
+        answers.push_back(
+            buildAnswers(modelFor(FigureKind(kind)), kind ? &answers.front() : nullptr));
     return answers;
 }
 
