@@ -171,9 +171,8 @@ static void zeroCorrectives(
     }
 }
 
-bool inResetPart(const DzNode* bone, int mode)
+static bool inPart(const DzNode* bone, int mode, const FigureModel& model)
 {
-    const FigureModel& model = modelOf(bone);
     const QString name = bone->getName();
     const bool extremity
         = isFaceBone(name, model) || isHandBone(name, model) || isFootBone(name, model);
@@ -189,19 +188,28 @@ bool inResetPart(const DzNode* bone, int mode)
     }
 }
 
+bool inResetPart(const DzNode* bone, int mode)
+{
+    return inPart(bone, mode, modelOf(bone));
+}
+
 void zeroBoneChannels(DzNode* bone, DzTime time)
 {
     for (DzFloatProperty* channel : poseChannelsOf(bone).channel)
         zero(channel, time);
 }
 
-void resetBone(DzNode* bone, DzTime time)
+static void resetByModel(DzNode* bone, DzTime time, const FigureModel& model)
 {
-    const FigureModel& model = modelOf(bone);
     const FollowDriver follow = bodyControlsOf(model);
     zeroCorrectives(bone, time, model, follow);
     for (DzFloatProperty* channel : poseChannelsOf(bone).channel)
         zeroThroughLinks(channel, time, follow);
+}
+
+void resetBone(DzNode* bone, DzTime time)
+{
+    resetByModel(bone, time, modelOf(bone));
 }
 
 static std::vector<DzFloatProperty*> facsMorphsOf(const DzNode* figure)
@@ -238,6 +246,7 @@ static void resetWholeFigure(DzSkeleton* figure, DzTime time)
 static SelectionReset beginReset(DzSkeleton* figure, int mode, DzTime time)
 {
     SelectionReset reset = {figure, modelOf(figure), mode, time, bonesOf(figure), {}, BoneSet()};
+    reset.local.reserve(reset.bones.size());
     for (const FigureBone& each : reset.bones)
         reset.local.push_back(localPlaceOf(each.bone, time));
     return reset;
@@ -255,7 +264,7 @@ static void resetOnce(DzNode* bone, int boneNumber, SelectionReset* reset)
 {
     if (reset->done.test(size_t(boneNumber)))
         return; // selected itself and below a selected one
-    resetBone(bone, reset->time);
+    resetByModel(bone, reset->time, reset->model);
     reset->done.set(size_t(boneNumber));
 }
 
@@ -267,7 +276,7 @@ static void resetBelow(const DzNode* bone, SelectionReset* reset)
         const int number = boneIndex(node->getName(), reset->model);
         const bool ownBone
             = number >= 0 && isFigureNode(node) && node->getSkeleton() == reset->figure;
-        if (ownBone && inResetPart(node, reset->mode))
+        if (ownBone && inPart(node, reset->mode, reset->model))
             resetOnce(node, number, reset);
     }
 }
@@ -297,7 +306,7 @@ static void resetSelectedBones(SelectionReset* reset)
         if (isHip && reset->mode != ResetExtremities) {
             turnUpright(each->bone, reset->time);
             reset->done.set(kHipNumber);
-        } else if (inResetPart(each->bone, reset->mode)) {
+        } else if (inPart(each->bone, reset->mode, reset->model)) {
             resetOnce(each->bone, each->number, reset);
         }
     }
