@@ -37,7 +37,6 @@ private slots:
     void valuesAreThoseOfTheScenesTime();
 };
 
-
 // ---- the hip
 
 void TestSwapAround::theHipsTranslationMovesOntoTheFigure()

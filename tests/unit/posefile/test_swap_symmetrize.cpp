@@ -33,7 +33,6 @@ private slots:
     void theJawKeepsItsOwnValues();
 };
 
-
 static QString partnerName(const QString& bone)
 {
     const bool left = bone.startsWith('l'), right = bone.startsWith('r');
@@ -283,7 +282,8 @@ void TestSwapSymmetrize::bonesNotTakingPartKeepTheirPlace()
         const std::set<int> bones = bonesTakingPart(f, name, children);
         const RawPose before = finalPose(f.figure);
         f.selectBones(QStringList() << name);
-        swapOrSymmetrize(f.figure, children ? BonesBelowToo : SelectedBonesOnly, f.time(), symmetrize);
+        swapOrSymmetrize(
+            f.figure, children ? BonesBelowToo : SelectedBonesOnly, f.time(), symmetrize);
         const RawPose after = finalPose(f.figure);
         for (size_t i = 0; i < before.size(); ++i) {
             const DzNode* bone = qobject_cast<DzBone*>(before[i].first->getOwner());
