@@ -228,13 +228,13 @@ static void restoreFlags(DzNode* bone, int channelMask, unsigned flags)
 
 void setChannelLimits(DzNode* bone, bool enable, int channelMask, bool remember)
 {
-    static unsigned kept = 0; // by the last remembering call that released
+    static unsigned g_keptFlags = 0; // by the last remembering call that released
     if (!remember)
         switchChannels(bone, enable, channelMask);
     else if (enable)
-        restoreFlags(bone, channelMask, kept);
+        restoreFlags(bone, channelMask, g_keptFlags);
     else
-        kept = freeChannels(bone, channelMask);
+        g_keptFlags = freeChannels(bone, channelMask);
 }
 
 // ---- translations

@@ -9,70 +9,74 @@
 
 namespace quillon {
 
-static std::vector<PoseIndexEntry> g_entries;
-static int g_count = 0;
+struct PoseIndex {
+    std::vector<PoseIndexEntry> entries; // every slot
+    int count = 0; // of those in use
+};
+static PoseIndex g_index;
 
 // ---- the table
 
 void createPoseIndex()
 {
-    g_entries.assign(kPoseIndexCapacity, PoseIndexEntry());
-    g_count = 0;
+    g_index.entries.assign(kPoseIndexCapacity, PoseIndexEntry());
+    g_index.count = 0;
 }
 
 void freePoseIndex()
 {
-    std::vector<PoseIndexEntry>().swap(g_entries);
-    g_count = 0;
+    std::vector<PoseIndexEntry>().swap(g_index.entries);
+    g_index.count = 0;
 }
 
 void resetPoseIndex()
 {
-    std::fill(g_entries.begin(), g_entries.end(), PoseIndexEntry());
-    g_count = 0;
+    std::fill(g_index.entries.begin(), g_index.entries.end(), PoseIndexEntry());
+    g_index.count = 0;
 }
 
 int poseCount()
 {
-    return g_count;
+    return g_index.count;
 }
 
 PoseIndexEntry* poseEntry(int entry)
 {
-    return entry >= 0 && entry < g_count ? &g_entries[std::size_t(entry)] : nullptr;
+    return entry >= 0 && entry < g_index.count ? &g_index.entries[std::size_t(entry)] : nullptr;
 }
 
 int appendPose(const QString& path)
 {
-    if (g_count >= int(g_entries.size()))
+    if (g_index.count >= int(g_index.entries.size()))
         return -1;
-    PoseIndexEntry& fresh = g_entries[std::size_t(g_count)];
+    PoseIndexEntry& fresh = g_index.entries[std::size_t(g_index.count)];
     fresh = PoseIndexEntry();
     fresh.path = path;
-    return g_count++;
+    return g_index.count++;
 }
 
 void copyEntry(int from, int to)
 {
     Q_ASSERT_X(poseEntry(from) && poseEntry(to), "copyEntry", "both entries exist");
     if (from != to)
-        g_entries[std::size_t(to)] = g_entries[std::size_t(from)];
+        g_index.entries[std::size_t(to)] = g_index.entries[std::size_t(from)];
 }
 
 void removeEntry(int entry)
 {
     if (!poseEntry(entry))
         return;
-    const auto end = g_entries.begin() + g_count;
-    std::move(g_entries.begin() + entry + 1, end, g_entries.begin() + entry);
-    truncatePoseIndex(g_count - 1);
+    const auto end = g_index.entries.begin() + g_index.count;
+    std::move(g_index.entries.begin() + entry + 1, end, g_index.entries.begin() + entry);
+    truncatePoseIndex(g_index.count - 1);
 }
 
 void truncatePoseIndex(int count)
 {
-    const int kept = std::max(0, std::min(count, g_count));
-    std::fill(g_entries.begin() + kept, g_entries.begin() + g_count, PoseIndexEntry());
-    g_count = kept;
+    const int kept = std::max(0, std::min(count, g_index.count));
+    std::fill(
+        g_index.entries.begin() + kept, g_index.entries.begin() + g_index.count, PoseIndexEntry());
+    g_index.count = kept;
 }
 
 // ---- the file
@@ -159,11 +163,11 @@ static void readEntries(DatReader* file)
 {
     qint32 count = 0;
     file->readField(&count);
-    const int slotCount = int(g_entries.size());
+    const int slotCount = int(g_index.entries.size());
     const int wanted = std::max(0, std::min(int(count), slotCount));
     truncatePoseIndex(0);
-    while (g_count < wanted && readEntry(file, &g_entries[std::size_t(g_count)]))
-        ++g_count;
+    while (g_index.count < wanted && readEntry(file, &g_index.entries[std::size_t(g_index.count)]))
+        ++g_index.count;
 }
 
 bool readPoseIndex()
@@ -183,11 +187,11 @@ bool writePoseIndex()
     if (!ensureDataFolder())
         return false;
     DatWriter file;
-    file.reserve(g_count * kUsualEntryBytes);
+    file.reserve(g_index.count * kUsualEntryBytes);
     file.writeField(kFileVersion);
-    file.writeField(qint32(g_count));
-    for (int entry = 0; entry < g_count; ++entry)
-        writeEntry(g_entries[std::size_t(entry)], &file);
+    file.writeField(qint32(g_index.count));
+    for (int entry = 0; entry < g_index.count; ++entry)
+        writeEntry(g_index.entries[std::size_t(entry)], &file);
     return file.save(dataFiles().poseIndex);
 }
 

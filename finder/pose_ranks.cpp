@@ -18,52 +18,56 @@ namespace quillon {
 static const qint32 kFileVersion = 1;
 static const char kRefusal[] = "ERROR\r\nRank cannot be changed if\r\npart of the pose is locked";
 
-static std::vector<RankRecord> g_records;
-static int g_count = 0;
-static std::unordered_map<quint32, qint32> g_rankByKey; // of the first record with the key
+struct RankStore {
+    std::vector<RankRecord> records; // every slot
+    int count = 0; // of those in use
+    std::unordered_map<quint32, qint32> rankByKey; // of the first record with the key
+};
+static RankStore g_ranks;
 
 // ---- the table
 
 // After any change of the records.
 static void indexRecords()
 {
-    g_rankByKey.clear();
-    for (int i = 0; i < g_count; ++i)
-        g_rankByKey.emplace(g_records[std::size_t(i)].key, g_records[std::size_t(i)].rank);
+    g_ranks.rankByKey.clear();
+    for (int i = 0; i < g_ranks.count; ++i)
+        g_ranks.rankByKey.emplace(
+            g_ranks.records[std::size_t(i)].key, g_ranks.records[std::size_t(i)].rank);
 }
 
 template <typename Drop> static void dropRecords(Drop drop)
 {
-    const auto end = g_records.begin() + g_count;
-    const auto kept = std::remove_if(g_records.begin(), end, drop);
-    g_count = int(kept - g_records.begin());
+    const auto end = g_ranks.records.begin() + g_ranks.count;
+    const auto kept = std::remove_if(g_ranks.records.begin(), end, drop);
+    g_ranks.count = int(kept - g_ranks.records.begin());
     std::fill(kept, end, RankRecord());
     indexRecords();
 }
 
 static void appendRecord(const RankRecord& record)
 {
-    if (g_count < int(g_records.size()))
-        g_records[std::size_t(g_count++)] = record;
+    if (g_ranks.count < int(g_ranks.records.size()))
+        g_ranks.records[std::size_t(g_ranks.count++)] = record;
 }
 
 void createRankStore()
 {
-    g_records.assign(kRankCapacity, RankRecord());
-    g_count = 0;
+    g_ranks.records.assign(kRankCapacity, RankRecord());
+    g_ranks.count = 0;
     indexRecords();
 }
 
 void freeRankStore()
 {
-    std::vector<RankRecord>().swap(g_records);
-    g_count = 0;
+    std::vector<RankRecord>().swap(g_ranks.records);
+    g_ranks.count = 0;
     indexRecords();
 }
 
 int rankRecordCount()
 {
-    return g_count;
+    return g_ranks.count;
 }
 
 int rankOf(int entry)
@@ -73,15 +77,15 @@ int rankOf(int entry)
         return Unranked;
     if (isCustomLibraryPath(e->path))
         return CustomLibraryPose;
-    const auto found = g_rankByKey.find(e->contentHash);
-    return found == g_rankByKey.end() ? int(Unranked) : found->second;
+    const auto found = g_ranks.rankByKey.find(e->contentHash);
+    return found == g_ranks.rankByKey.end() ? int(Unranked) : found->second;
 }
 
 static void setRank(quint32 key, int rank)
 {
-    const auto end = g_records.begin() + g_count;
+    const auto end = g_ranks.records.begin() + g_ranks.count;
     const auto record = std::find_if(
-        g_records.begin(), end, [key](const RankRecord& each) { return each.key == key; });
+        g_ranks.records.begin(), end, [key](const RankRecord& each) { return each.key == key; });
     if (record != end)
         record->rank = rank;
     else
@@ -115,9 +119,9 @@ bool pruneRanks()
     std::unordered_set<quint32> indexed;
     for (int entry = 0; entry < poseCount(); ++entry)
         indexed.insert(poseEntry(entry)->contentHash);
-    const int before = g_count;
+    const int before = g_ranks.count;
     dropRecords([&indexed](const RankRecord& each) { return indexed.count(each.key) == 0; });
-    return g_count < before;
+    return g_ranks.count < before;
 }
 
 // ---- the file
@@ -126,7 +130,7 @@ static void readRecords(DatReader* file)
 {
     qint32 count = 0;
     file->readField(&count);
-    g_count = 0;
+    g_ranks.count = 0;
     for (qint32 n = 0; n < count && file->bytesLeft() >= qint64(sizeof(RankRecord)); ++n) {
         RankRecord record;
         file->readField(&record.rank);
@@ -155,10 +159,10 @@ bool writeRanks()
         return false;
     DatWriter file;
     file.writeField(kFileVersion);
-    file.writeField(qint32(g_count));
-    for (int i = 0; i < g_count; ++i) {
-        file.writeField(g_records[std::size_t(i)].rank);
-        file.writeField(g_records[std::size_t(i)].key);
+    file.writeField(qint32(g_ranks.count));
+    for (int i = 0; i < g_ranks.count; ++i) {
+        file.writeField(g_ranks.records[std::size_t(i)].rank);
+        file.writeField(g_ranks.records[std::size_t(i)].key);
     }
     return file.save(dataFiles().ranks);
 }

@@ -8,53 +8,56 @@
 
 namespace quillon {
 
-static QList<QWidget*> g_panes; // oldest first
-static PaneTimers g_timers;
-static HostManagers g_managers;
+struct LivePanes {
+    QList<QWidget*> panes; // oldest first
+    PaneTimers timers;
+    HostManagers managers;
+};
+static LivePanes g_live;
 
 int enterPane(QWidget* pane)
 {
-    g_panes.append(pane);
-    return g_panes.size();
+    g_live.panes.append(pane);
+    return g_live.panes.size();
 }
 
 int leavePane(QWidget* pane)
 {
-    g_panes.removeAll(pane);
-    return g_panes.size();
+    g_live.panes.removeAll(pane);
+    return g_live.panes.size();
 }
 
 QWidget* currentPane()
 {
-    return g_panes.isEmpty() ? nullptr : g_panes.last();
+    return g_live.panes.isEmpty() ? nullptr : g_live.panes.last();
 }
 
 void repaintPanes()
 {
-    for (int i = 0; i < g_panes.size(); ++i)
-        g_panes.at(i)->update();
+    for (int i = 0; i < g_live.panes.size(); ++i)
+        g_live.panes.at(i)->update();
 }
 
 PaneTimers& paneTimers()
 {
-    return g_timers;
+    return g_live.timers;
 }
 
 const HostManagers& hostManagers()
 {
-    return g_managers;
+    return g_live.managers;
 }
 
 void cacheHostManagers()
 {
     DzMainWindow* window = dzApp ? dzApp->getInterface() : nullptr;
-    g_managers.content = dzApp ? dzApp->getContentMgr() : nullptr;
-    g_managers.actions = window ? window->getActionMgr() : nullptr;
+    g_live.managers.content = dzApp ? dzApp->getContentMgr() : nullptr;
+    g_live.managers.actions = window ? window->getActionMgr() : nullptr;
 }
 
 void forgetHostManagers()
 {
-    g_managers = HostManagers();
+    g_live.managers = HostManagers();
 }
 
 } // namespace quillon

@@ -14,12 +14,18 @@ Q_DECLARE_METATYPE(QuillonAboutAction*)
 
 // ---- what a script engine needs to know of a class -------------------------------------------
 
-// The factory behind the script constructor; null before any engine knows the class, and after the
-// factory's end.
+template <typename T> static constexpr int kClassSlot = -1;
+template <> constexpr int kClassSlot<DzQuillonPane> = 0;
+template <> constexpr int kClassSlot<DzQuillonPaneAction> = 1;
+template <> constexpr int kClassSlot<QuillonAboutAction> = 2;
+
+// The factories behind the script constructors; null before any engine knows the class, and after
+// the factory's end. Plain pointers: a factory may end after other static objects.
+static const DzClassFactory* g_scriptFactories[3] = {};
+
 template <typename T> static const DzClassFactory*& scriptFactory()
 {
-    static const DzClassFactory* s_factory = nullptr;
-    return s_factory;
+    return g_scriptFactories[kClassSlot<T>];
 }
 
 // Gives T* its name in the meta-type system. Once in the process, however many engines there are.
