@@ -3,6 +3,8 @@
 
 #include "finder/figure_place.h"
 
+#include "finder/figure_place.h"
+
 using namespace quillon;
 
 class TestFigurePlace : public QObject {
@@ -43,8 +45,8 @@ private slots:
     void aFigureWithoutHipHasNoPlace()
     {
         QVERIFY(m_finder->figure->removeBone(m_finder->bone("hip")));
-        rememberPlace(m_finder->figure, m_finder->time());
-        QVERIFY(!isPlaceOf(m_finder->figure));
+        const FigurePlace place = placeOf(m_finder->figure, m_finder->time());
+        QVERIFY(!isPlaceOf(place, m_finder->figure));
     }
 
     // ---- the order of things -----------------------------------------------------------------

@@ -44,6 +44,7 @@ private slots:
     void cancellingEndsTheWalkAtOnce();
     void aFigureThatGoesEndsTheScan_data();
     void aFigureThatGoesEndsTheScan();
+    void eventsAreHandledNowAndThenNotAtEveryFile();
 
     // progress
     void progressIsToldAsDescribed();
@@ -436,6 +437,24 @@ void TestPoseScanner::aFigureThatGoesEndsTheScan()
     QCOMPARE(f.boxes.boxes.first().text, s("Scanning aborted"));
     QVERIFY(!isBusy());
     QCOMPARE(log.records().back().event, DzProgressRecord::Finished);
+}
+
+// At each of many small files they would take more time than the walk.
+void TestPoseScanner::eventsAreHandledNowAndThenNotAtEveryFile()
+{
+    static const int kFiles = 300;
+    ScanFixture f;
+    for (int n = 0; n < kFiles; ++n)
+        f.addText(qPrintable(QString("no pose %1.duf").arg(n)), "{}");
+    int ticks = 0;
+    QTimer ticker;
+    QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
+    QElapsedTimer watch;
+    watch.start();
+    ticker.start(0);
+    scanPoses();
+    ticker.stop();
+    QVERIFY2(ticks < kFiles / 3 + watch.elapsed() / 50, qPrintable(QString::number(ticks)));
 }
 
 // ---- progress

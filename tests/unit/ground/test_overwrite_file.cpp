@@ -320,6 +320,23 @@ void TestOverwriteFile::whatCannotBeKeptIsNotWrittenInPlace()
                       << "other name");
 }
 
+// The only one is that of the file which keeps the old bytes.
+void TestOverwriteFile::withoutAHandleToSpareNothingIsWrittenInPlace()
+{
+    QVERIFY(linkHard(file, folder->path("other name")));
+    const int lowestFree = ::dup(0);
+    QVERIFY(lowestFree >= 0 && ::close(lowestFree) == 0);
+    rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit one = {rlim_t(lowestFree) + 1, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &one);
+    const bool written = overwrite();
+    setrlimit(RLIMIT_NOFILE, &before);
+    QVERIFY(!written);
+    QCOMPARE(fileBytes(file), QByteArray("old"));
+    QCOMPARE(filesIn(keep->path()), QStringList());
+}
+
 void TestOverwriteFile::aFailedWriteLeavesTheOldBytes_data()
 {
     QTest::addColumn<QByteArray>("old");

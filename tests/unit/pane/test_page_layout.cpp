@@ -11,6 +11,7 @@
 #include "finder/browse_session.h"
 #include "pane/page_state.h"
 #include "ground/plugin_settings.h"
+#include "pane/text_fit.h"
 #include "scene_fixture.h"
 
 #include <QPainter>
@@ -276,6 +277,65 @@ void TestPageLayout::bannerAndLinkFollowThePage()
         QCOMPARE(numberOf(linkAt(pane, Page(page), QPoint(256, 760), QPoint(-1, -1))),
             page == 4 ? int(kNoButton) : int(LinkButton));
     }
+}
+
+// ---- texts
+
+// Draws a text into a place that is too narrow for it.
+class NarrowText : public QWidget {
+public:
+    explicit NarrowText(const QString& text)
+        : m_text(text)
+    {
+        resize(60, 60);
+    }
+    QStringList lines()
+    {
+        QStringList found;
+        for (const DrawRecord& each : recordRepaint(this)) {
+            if (!each.text.isEmpty())
+                found << each.text;
+        }
+        return found;
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        TextFit fit;
+        fit.lines = 2;
+        fit.wrap = true;
+        drawTextLines(&painter, rect(), QStringList(m_text), Qt::black, fit);
+    }
+
+private:
+    const QString m_text;
+};
+
+void TestPageLayout::aLongLineBreaksNearItsMiddle_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("lines");
+    const auto row = [](const char* text, const char* one, const char* two) {
+        QTest::newRow(text) << QString(text) << (QStringList() << one << two);
+    };
+    row("mmmmmmm mmmm", "mmmmmmm", "mmmm");
+    row("mmmmmmm_mmmm", "mmmmmmm_", "mmmm");
+    row("mmmmmmm-mmmm", "mmmmmmm-", "mmmm");
+    row("mmmmmmm.mmmm", "mmmmmmm.", "mmmm");
+    row("mmmmmmm/mmmm", "mmmmmmm/", "mmmm");
+    row("mmmm/mmmmmmm", "mmmm/", "mmmmmmm");
+    row("/mmmmmmmmmmm", "/mmmmm", "mmmmmm"); // too far from the middle
+    row("mmmmmmmmmmmm", "mmmmmm", "mmmmmm");
+    row("mmm/mmm-mmmm", "mmm/mmm-", "mmmm"); // as far, but behind it
+}
+
+void TestPageLayout::aLongLineBreaksNearItsMiddle()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, lines);
+    QCOMPARE(NarrowText(text).lines(), lines);
 }
 
 QUILLON_TEST(TestPageLayout)

@@ -1,6 +1,7 @@
 // Whole-body presets on all four figures, swapped: the mirror image in the world, and back again.
 // Which files there are: pose_corpora.h.
 #include "pose_corpora.h"
+#include "room_tests.h"
 
 #include "posefile/pose_reader.h"
 #include "posefile/swap_symmetrize.h"
@@ -105,5 +106,5 @@ void TestPoseCorpusSwap::swappedFiguresAreMirroredAndComeBack()
     QVERIFY(f.tempFiles().isEmpty());
 }
 
-QTEST_MAIN(TestPoseCorpusSwap)
+QUILLON_TEST(TestPoseCorpusSwap)
 #include "test_pose_corpus_swap.moc"

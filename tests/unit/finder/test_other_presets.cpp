@@ -2,6 +2,7 @@
 // off, no poses at all. Files made here, and those beside the project where they are there
 // (pose_fixture.h, sharedPoses()); the rows' names say which.
 #include "odd_presets.h"
+#include "room_tests.h"
 
 #include "posefile/pose_reader.h"
 #include "posefile/swap_symmetrize.h"
@@ -188,5 +189,5 @@ void TestOtherPresets::otherFilesLeaveLocksAndNoTempFile()
             qPrintable(after[i].path));
 }
 
-QTEST_MAIN(TestOtherPresets)
+QUILLON_TEST(TestOtherPresets)
 #include "test_other_presets.moc"

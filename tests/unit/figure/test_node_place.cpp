@@ -1,5 +1,6 @@
 // Brings a node to a rotation where the host's own choice of angles is cut off by a limit.
 #include "scene_fixture.h"
+#include "room_tests.h"
 
 #include "figure/node_place.h"
 
@@ -141,5 +142,5 @@ void TestNodePlace::everyRotationThatLocksAndLimitsAllowIsReached()
     }
 }
 
-QTEST_MAIN(TestNodePlace)
+QUILLON_TEST(TestNodePlace)
 #include "test_node_place.moc"
