@@ -1,9 +1,10 @@
 #include "figure/node_place.h"
 
+#include "ground/undo_step.h"
+
 #include "dzfloatproperty.h"
 #include "dznode.h"
 #include "dzrotationorder.h"
-#include "dzundostack.h"
 
 #include <cmath>
 
@@ -13,7 +14,6 @@ namespace {
 
 const double kPi = 3.14159265358979323846;
 const double kDegPerRad = 180 / kPi;
-const char* const kUndoCaption = "quillon_stack";
 
 // What counts as there: a hundredth of what anybody sees, and what single precision makes of a
 // channel or place that is itself large.

@@ -3,12 +3,12 @@
 #include "figure/body_parts.h"
 #include "figure/figure_walks.h"
 #include "ground/status_message.h"
+#include "ground/undo_step.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
-#include "dzundostack.h"
 
 #include <QPointer>
 
@@ -21,7 +21,6 @@ namespace quillon {
 
 namespace {
 
-const char* const kUndoCaption = "quillon_stack";
 const float kZeroRangeCm = std::numeric_limits<float>::epsilon(); // 1.1920929e-07
 
 const int kFirstControlSlot = kBoneCount;
