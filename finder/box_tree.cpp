@@ -1,0 +1,160 @@
+#include "finder/box_tree.h"
+
+#include <algorithm>
+
+namespace quillon {
+
+static const int kDimsAtOnce = 4; // between two looks whether anything is left
+
+int registersOf(int dims)
+{
+    return (dims + kLanes - 1) / kLanes;
+}
+
+const unsigned char* rowOf(const PointRows& rows, int point)
+{
+    return rows.bytes[std::size_t(point) * std::size_t(registersOf(rows.dims))].at;
+}
+
+// Clamped first, so that the sum and the product round by less than a thousandth of a step.
+void putBytes(const float* values, int count, unsigned char* bytes)
+{
+    for (int i = 0; i < count; ++i) {
+        const float inside = std::max(-1.0f, std::min(1.0f, values[i]));
+        bytes[i] = static_cast<unsigned char>(std::min(255, int((inside + 1.0f) * 128.0f)));
+    }
+}
+
+// ---- adding
+
+static void widen(BoxLevel* level, int group, int lane, const unsigned char* row)
+{
+    const std::size_t start = std::size_t(group) * std::size_t(level->dims);
+    for (int i = 0; i < level->dims; ++i) {
+        const unsigned char byte = row[level->order[start + i]];
+        unsigned char* low = &level->low[start + i].at[lane];
+        unsigned char* high = &level->high[start + i].at[lane];
+        *low = std::min(*low, byte);
+        *high = std::max(*high, byte);
+    }
+}
+
+static void putPoint(BoxTree* tree, int leaf, int point, const unsigned char* row)
+{
+    BoxLevel& level = tree->levels.front();
+    const std::size_t start = std::size_t(leaf) * std::size_t(level.dims);
+    const int lane = tree->filled[leaf]++;
+    for (int i = 0; i < level.dims; ++i)
+        level.low[start + i].at[lane] = row[level.order[start + i]];
+    tree->points[leaf * kLanes + lane] = point;
+}
+
+void addPoint(BoxTree* tree, const PointRows& rows, int point, int leaf)
+{
+    const unsigned char* row = rowOf(rows, point);
+    putPoint(tree, leaf, point, row);
+    int group = leaf;
+    for (BoxLevel& level : tree->levels) {
+        if (&level != &tree->levels.front()) {
+            widen(&level, group / kLanes, group % kLanes, row);
+            group /= kLanes;
+        }
+        level.first[group] = std::min(level.first[group], point);
+    }
+}
+
+// ---- searching
+
+namespace {
+
+// What is within reach of the query, dimension for dimension.
+struct Span {
+    ByteLanes low, high;
+};
+
+struct Search {
+    const BoxTree* tree;
+    const PointTest* test;
+    int later;
+    int best;
+    Span spans[kMostDims];
+};
+
+} // namespace
+
+static void setSpans(const PointRows& rows, const unsigned char* row, Search* search)
+{
+    for (int dim = 0; dim < rows.dims; ++dim) {
+        search->spans[dim].low = everyLane(std::max(0, row[dim] - rows.reach));
+        search->spans[dim].high = everyLane(std::min(255, row[dim] + rows.reach));
+    }
+}
+
+// Boxes that meet the spans in all dimensions; of points, low and high are the same.
+static unsigned lanesInReach(const ByteLanes* low, const ByteLanes* high,
+    const unsigned char* order, int dims, const Span* spans)
+{
+    __m128i outside = _mm_setzero_si128();
+    unsigned lanes = kAllLanes;
+    for (int from = 0; from < dims && lanes; from += kDimsAtOnce) {
+        for (int i = from; i < from + kDimsAtOnce; ++i) {
+            const Span& span = spans[order[i]];
+            const __m128i above = _mm_subs_epu8(lanesOf(low[i]), lanesOf(span.high));
+            const __m128i below = _mm_subs_epu8(lanesOf(span.low), lanesOf(high[i]));
+            outside = _mm_or_si128(outside, _mm_or_si128(above, below));
+        }
+        lanes = lanesThatAreZero(outside);
+    }
+    return lanes;
+}
+
+static void searchLeaf(Search* search, int leaf)
+{
+    const BoxLevel& level = search->tree->levels.front();
+    const std::size_t start = std::size_t(leaf) * std::size_t(level.dims);
+    const ByteLanes* bytes = &level.low[start];
+    unsigned lanes = lanesInReach(bytes, bytes, &level.order[start], level.dims, search->spans);
+    lanes &= (1u << search->tree->filled[leaf]) - 1;
+    for (; lanes; lanes &= lanes - 1) {
+        const int point = search->tree->points[leaf * kLanes + lowestLane(lanes)];
+        if (point >= search->best)
+            return;
+        if (search->test->isNear(search->test->context, point, search->later)) {
+            search->best = point;
+            return; // the lanes rise
+        }
+    }
+}
+
+static void searchGroup(Search* search, int height, int group)
+{
+    if (height == 0)
+        return searchLeaf(search, group);
+    const BoxLevel& level = search->tree->levels[height];
+    const BoxLevel& below = search->tree->levels[height - 1];
+    const std::size_t start = std::size_t(group) * std::size_t(level.dims);
+    unsigned lanes = lanesInReach(
+        &level.low[start], &level.high[start], &level.order[start], level.dims, search->spans);
+    for (; lanes; lanes &= lanes - 1) {
+        const int child = group * kLanes + lowestLane(lanes);
+        if (below.first[child] < search->best)
+            searchGroup(search, height - 1, child);
+    }
+}
+
+int firstNear(const BoxTree& tree, const PointRows& rows, const unsigned char* row, int later,
+    const PointTest& test, int below)
+{
+    if (tree.levels.empty())
+        return below;
+    Search search;
+    search.tree = &tree;
+    search.test = &test;
+    search.later = later;
+    search.best = below;
+    setSpans(rows, row, &search);
+    searchGroup(&search, int(tree.levels.size()) - 1, 0);
+    return search.best;
+}
+
+} // namespace quillon
