@@ -1,0 +1,286 @@
+// bench_passes [INDEX] [--quick] - the scanner's passes over mirrored and over similar poses, as
+// the scan runs them, beside the plain loops they took the place of.
+//
+// Entries: random ones, clusters about 400 random centres with normal noise of 0.18 and of 0.1 on
+// each component of each quaternion, and, when a pose index file is given, about its signatures.
+// Prints a row per pass, kind and size: milliseconds (the fastest of the runs), those of the loop,
+// the ratio, the exponent of growth since the size before, how many were dropped, and a checksum
+// of the verdicts. Loops over more entries than kFullLoop are timed for every kSampleStep-th entry
+// and the time multiplied; they are marked with ~. The loop's verdicts must be the same.
+// --quick: small sizes once; says only whether the verdicts are the same.
+#include "bench/pass_loops.h"
+#include "reference/pass_tables.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <string>
+
+using namespace quillon;
+using namespace quillon::reference;
+
+static const int kSizes[] = {1024, 8192, 65536};
+static const int kQuickSizes[] = {512, 2048};
+static const int kRuns = 3;
+static const int kFullLoop = 8192;
+static const int kSampleStep = 32;
+static const int kCentres = 400;
+
+typedef std::vector<int> Verdicts; // the entry that is repeated, -1: none
+
+static double nowMs()
+{
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double, std::milli>(now).count();
+}
+
+// ---- the passes and their loops
+
+static Verdicts runMirror(const PassTable& table)
+{
+    MirrorPass pass(table.mirror);
+    Verdicts verdicts;
+    for (int entry = 0; entry < int(table.mirror.size()); ++entry)
+        verdicts.push_back(pass.firstMirrored(entry));
+    return verdicts;
+}
+
+static Verdicts runSimilar(const PassTable& table)
+{
+    SimilarPass pass(table.similar);
+    Verdicts verdicts;
+    for (int entry = 0; entry < int(table.similar.size()); ++entry)
+        verdicts.push_back(pass.firstRepeated(entry));
+    return verdicts;
+}
+
+namespace {
+
+struct LoopTime {
+    double ms;
+    bool same; // verdicts
+};
+
+} // namespace
+
+// The loop over every step-th entry, each against what the pass had kept before it.
+template <typename Kept, typename Row>
+static LoopTime timeLoop(const std::vector<Row>& rows, const Verdicts& verdicts, int step,
+    Kept (*keptOf)(const Row&), int (*firstOf)(const std::vector<Kept>&, int, const Kept&))
+{
+    std::vector<Kept> kept;
+    std::vector<int> entries, counts;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        counts.push_back(int(kept.size()));
+        if (rows[i].takesPart && verdicts[i] < 0) {
+            kept.push_back(keptOf(rows[i]));
+            entries.push_back(int(i));
+        }
+    }
+    LoopTime time = {0, true};
+    const double start = nowMs();
+    for (std::size_t i = std::size_t(step) / 2; i < rows.size(); i += std::size_t(step)) {
+        const int at = rows[i].takesPart ? firstOf(kept, counts[i], keptOf(rows[i])) : -1;
+        time.same = time.same && (at < 0 ? -1 : entries[at]) == verdicts[i];
+    }
+    time.ms = (nowMs() - start) * step;
+    return time;
+}
+
+static LoopTime loopMirror(const PassTable& table, const Verdicts& verdicts, int step)
+{
+    return timeLoop(table.mirror, verdicts, step, loops::marksOf, loops::firstMirrored);
+}
+
+static LoopTime loopSimilar(const PassTable& table, const Verdicts& verdicts, int step)
+{
+    return timeLoop(table.similar, verdicts, step, loops::probesOf, loops::firstSimilar);
+}
+
+namespace {
+
+struct PassRow {
+    const char* name;
+    Verdicts (*run)(const PassTable&);
+    LoopTime (*loop)(const PassTable&, const Verdicts&, int step);
+};
+
+const PassRow kPasses[] = {
+    {"mirrored", runMirror, loopMirror},
+    {"similar", runSimilar, loopSimilar},
+};
+
+struct Result {
+    double ms = 0, loopMs = 0;
+    long dropped = 0;
+    std::uint32_t checksum = 2166136261u;
+    bool same = true;
+};
+
+} // namespace
+
+// ---- one row
+
+static void addVerdicts(const Verdicts& verdicts, Result* result)
+{
+    for (const int each : verdicts) {
+        result->dropped += each >= 0;
+        result->checksum = (result->checksum ^ std::uint32_t(each)) * 16777619u;
+    }
+}
+
+static Result timePass(const PassRow& pass, const PassTable& table, int runs)
+{
+    Result result;
+    Verdicts verdicts;
+    for (int i = 0; i < runs; ++i) {
+        const double start = nowMs();
+        verdicts = pass.run(table);
+        const double ms = nowMs() - start;
+        result.ms = i == 0 ? ms : std::min(result.ms, ms);
+    }
+    addVerdicts(verdicts, &result);
+    const int step = int(table.mirror.size()) > kFullLoop ? kSampleStep : 1;
+    const LoopTime loop = pass.loop(table, verdicts, step);
+    result.loopMs = loop.ms;
+    result.same = loop.same;
+    return result;
+}
+
+static void dropMirrored(PassTable* table)
+{
+    const Verdicts verdicts = runMirror(*table);
+    for (std::size_t i = 0; i < verdicts.size(); ++i)
+        table->similar[i].takesPart = table->similar[i].takesPart && verdicts[i] < 0;
+}
+
+static Result sumOf(const Result& a, const Result& b)
+{
+    Result sum;
+    sum.ms = a.ms + b.ms;
+    sum.loopMs = a.loopMs + b.loopMs;
+    sum.dropped = a.dropped + b.dropped;
+    sum.checksum = a.checksum * 31 + b.checksum;
+    sum.same = a.same && b.same;
+    return sum;
+}
+
+static void printRow(
+    const std::string& kind, const char* pass, int count, const Result& now, const Result& before)
+{
+    const double exponent = before.ms > 0 ? std::log(now.ms / before.ms) / std::log(8.0) : 0;
+    std::printf("%-14s %-9s %6d %10.2f %s%11.1f %8.1f %6.2f %7ld  %08x%s\n", kind.c_str(), pass,
+        count, now.ms, count > kFullLoop ? "~" : " ", now.loopMs, now.loopMs / now.ms, exponent,
+        now.dropped, now.checksum, now.same ? "" : "  VERDICTS DIFFER");
+    std::fflush(stdout);
+}
+
+// ---- kinds of tables
+
+static std::vector<Signature> randomCentres(Dice* dice)
+{
+    std::vector<Signature> centres(kCentres);
+    for (Signature& centre : centres)
+        centre = randomSignature(dice);
+    return centres;
+}
+
+template <typename Value> static Value read(std::ifstream* file)
+{
+    Value value = {};
+    file->read(reinterpret_cast<char*>(&value), sizeof value);
+    return value;
+}
+
+// The signatures of a pose index file, which is little-endian as the machines that run this.
+static std::vector<Signature> indexSignatures(const char* path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::vector<Signature> signatures;
+    read<std::int32_t>(&file); // version
+    for (std::int32_t left = read<std::int32_t>(&file); left > 0 && file; --left) {
+        file.ignore(read<std::int32_t>(&file)); // path
+        file.ignore(8); // hash, figure code
+        Signature signature;
+        for (Quat& q : signature.slot) {
+            for (double* each : {&q.x, &q.y, &q.z, &q.w})
+                *each = double(read<float>(&file));
+        }
+        if (read<char>(&file) && file)
+            signatures.push_back(signature);
+    }
+    return signatures;
+}
+
+namespace {
+
+struct Kind {
+    std::string name;
+    std::vector<Signature> centres; // none: random entries
+    double noise;
+};
+
+} // namespace
+
+static std::vector<Kind> kindsFor(const char* indexPath)
+{
+    Dice dice(400);
+    const std::vector<Signature> centres = randomCentres(&dice);
+    std::vector<Kind> kinds
+        = {{"random", {}, 0}, {"clusters 0.18", centres, 0.18}, {"clusters 0.1", centres, 0.1}};
+    const std::vector<Signature> real
+        = indexPath ? indexSignatures(indexPath) : std::vector<Signature>();
+    if (!real.empty()) {
+        kinds.push_back({"index 0.18", real, 0.18});
+        kinds.push_back({"index 0.1", real, 0.1});
+    }
+    return kinds;
+}
+
+static PassTable tableOf(const Kind& kind, int count)
+{
+    Dice dice {std::uint64_t(count)};
+    return kind.centres.empty() ? randomTable(count, &dice)
+                                : clusteredTable(count, kind.centres, kind.noise, &dice);
+}
+
+template <int kCount>
+static bool runKind(const Kind& kind, const int (&sizes)[kCount], int runs, bool quiet)
+{
+    Result before[3];
+    bool same = true;
+    for (const int count : sizes) {
+        PassTable table = tableOf(kind, count);
+        Result now[3];
+        now[0] = timePass(kPasses[0], table, runs);
+        dropMirrored(&table);
+        now[1] = timePass(kPasses[1], table, runs);
+        now[2] = sumOf(now[0], now[1]);
+        for (int i = 0; i < 3; ++i) {
+            if (!quiet)
+                printRow(kind.name, i < 2 ? kPasses[i].name : "both", count, now[i], before[i]);
+            before[i] = now[i];
+        }
+        same = same && now[2].same;
+    }
+    return same;
+}
+
+int main(int argc, char** argv)
+{
+    const bool quick = argc > 1 && std::strcmp(argv[argc - 1], "--quick") == 0;
+    const char* index = argc > (quick ? 2 : 1) ? argv[1] : nullptr;
+    if (!quick)
+        std::printf("entries        pass       count         ms      loop ms    ratio  expon. "
+                    "dropped  checksum\n");
+    bool same = true;
+    for (const Kind& kind : kindsFor(index))
+        same = (quick ? runKind(kind, kQuickSizes, 1, true) : runKind(kind, kSizes, kRuns, false))
+            && same;
+    std::printf("%s\n", same ? "all verdicts are those of the loops" : "VERDICTS DIFFER");
+    return same ? 0 : 1;
+}
