@@ -39,13 +39,19 @@ static void widen(BoxLevel* level, int group, int lane, const unsigned char* row
     }
 }
 
+static const unsigned char* orderOfLeaf(const BoxLevel& level, int leaf)
+{
+    return &level.order[std::size_t(leaf / kLanes) * std::size_t(level.dims)];
+}
+
 static void putPoint(BoxTree* tree, int leaf, int point, const unsigned char* row)
 {
     BoxLevel& level = tree->levels.front();
     const std::size_t start = std::size_t(leaf) * std::size_t(level.dims);
     const int lane = tree->filled[leaf]++;
+    const unsigned char* order = orderOfLeaf(level, leaf);
     for (int i = 0; i < level.dims; ++i)
-        level.low[start + i].at[lane] = row[level.order[start + i]];
+        level.low[start + i].at[lane] = row[order[i]];
     tree->points[leaf * kLanes + lane] = point;
 }
 
@@ -69,7 +75,7 @@ namespace {
 
 // What is within reach of the query, dimension for dimension.
 struct Span {
-    ByteLanes low, high;
+    ByteLanes low, high, width; // width: high - low
 };
 
 struct Search {
@@ -85,25 +91,38 @@ struct Search {
 static void setSpans(const PointRows& rows, const unsigned char* row, Search* search)
 {
     for (int dim = 0; dim < rows.dims; ++dim) {
-        search->spans[dim].low = everyLane(std::max(0, row[dim] - rows.reach));
-        search->spans[dim].high = everyLane(std::min(255, row[dim] + rows.reach));
+        const int low = std::max(0, row[dim] - rows.reach);
+        const int high = std::min(255, row[dim] + rows.reach);
+        search->spans[dim] = Span {everyLane(low), everyLane(high), everyLane(high - low)};
     }
 }
 
-// Boxes that meet the spans in all dimensions; of points, low and high are the same.
-static unsigned lanesInReach(const ByteLanes* low, const ByteLanes* high,
-    const unsigned char* order, int dims, const Span* spans)
+// What is not 0 is a box that ends below the span or starts above it.
+static __m128i boxesOutside(const ByteLanes& low, const ByteLanes& high, const Span& span)
 {
-    __m128i outside = _mm_setzero_si128();
-    unsigned lanes = kAllLanes;
-    for (int from = 0; from < dims && lanes; from += kDimsAtOnce) {
-        for (int i = from; i < from + kDimsAtOnce; ++i) {
-            const Span& span = spans[order[i]];
-            const __m128i above = _mm_subs_epu8(lanesOf(low[i]), lanesOf(span.high));
-            const __m128i below = _mm_subs_epu8(lanesOf(span.low), lanesOf(high[i]));
-            outside = _mm_or_si128(outside, _mm_or_si128(above, below));
-        }
-        lanes = lanesThatAreZero(outside);
+    return _mm_or_si128(_mm_subs_epu8(lanesOf(low), lanesOf(span.high)),
+        _mm_subs_epu8(lanesOf(span.low), lanesOf(high)));
+}
+
+// Likewise a point; one below the span wraps around and lies further up than the span is wide.
+static __m128i pointsOutside(const ByteLanes& bytes, const Span& span)
+{
+    return _mm_subs_epu8(_mm_sub_epi8(lanesOf(bytes), lanesOf(span.low)), lanesOf(span.width));
+}
+
+// Those of the lanes that are outside in no dimension of a group's order; outside(i, span) tests
+// one.
+template <typename Outside>
+static unsigned lanesInReach(
+    const unsigned char* order, int dims, const Span* spans, unsigned lanes, Outside outside)
+{
+    __m128i out = _mm_setzero_si128();
+    for (int i = 0; i < dims && lanes; i += kDimsAtOnce) {
+        out = _mm_or_si128(out, outside(i, spans[order[i]]));
+        out = _mm_or_si128(out, outside(i + 1, spans[order[i + 1]]));
+        out = _mm_or_si128(out, outside(i + 2, spans[order[i + 2]]));
+        out = _mm_or_si128(out, outside(i + 3, spans[order[i + 3]]));
+        lanes &= lanesThatAreZero(out);
     }
     return lanes;
 }
@@ -113,8 +132,10 @@ static void searchLeaf(Search* search, int leaf)
     const BoxLevel& level = search->tree->levels.front();
     const std::size_t start = std::size_t(leaf) * std::size_t(level.dims);
     const ByteLanes* bytes = &level.low[start];
-    unsigned lanes = lanesInReach(bytes, bytes, &level.order[start], level.dims, search->spans);
-    lanes &= (1u << search->tree->filled[leaf]) - 1;
+    const unsigned char* order = orderOfLeaf(level, leaf);
+    const unsigned filled = (1u << search->tree->filled[leaf]) - 1;
+    unsigned lanes = lanesInReach(order, level.dims, search->spans, filled,
+        [bytes](int i, const Span& span) { return pointsOutside(bytes[i], span); });
     for (; lanes; lanes &= lanes - 1) {
         const int point = search->tree->points[leaf * kLanes + lowestLane(lanes)];
         if (point >= search->best)
@@ -133,8 +154,9 @@ static void searchGroup(Search* search, int height, int group)
     const BoxLevel& level = search->tree->levels[height];
     const BoxLevel& below = search->tree->levels[height - 1];
     const std::size_t start = std::size_t(group) * std::size_t(level.dims);
-    unsigned lanes = lanesInReach(
-        &level.low[start], &level.high[start], &level.order[start], level.dims, search->spans);
+    const ByteLanes *low = &level.low[start], *high = &level.high[start];
+    unsigned lanes = lanesInReach(&level.order[start], level.dims, search->spans, kAllLanes,
+        [low, high](int i, const Span& span) { return boxesOutside(low[i], high[i], span); });
     for (; lanes; lanes &= lanes - 1) {
         const int child = group * kLanes + lowestLane(lanes);
         if (below.first[child] < search->best)

@@ -41,7 +41,7 @@ struct PointTest {
 // One step of the tree: groups of sixteen boxes, or, at the lowest level, of sixteen points.
 struct BoxLevel {
     int dims = 0; // that are looked at
-    std::vector<unsigned char> order; // per group, which dimensions these are
+    std::vector<unsigned char> order; // which these are: per group; of points, per sixteen leaves
     std::vector<ByteLanes> low, high; // per group and dimension; high is empty for points
     std::vector<int> first; // per group, the lowest point in it
 };

@@ -2,12 +2,14 @@
 #include "finder/box_tree.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <numeric>
 
 namespace quillon {
 
 static const int kSplitSample = 64; // rows that tell where to split; 64 * 255 fits 16 bits
-static const int kOrderPairs = 1024; // pairs that tell which dimensions to look at first
+static const int kOrderPairs = 64; // pairs that tell which dimensions to look at first
 static const int kBoxDims = 24; // of a group of boxes
 static const int kDimsAtOnce = 4; // orders are as long as a multiple of it
 
@@ -135,40 +137,56 @@ static void splitGroup(const PointRows& rows, const Range& group, std::size_t bo
 
 // ---- orders
 
-// Pairs that are the same on each machine; neighbours in the table are often from one folder.
-static int otherOf(int pair, int count)
+namespace {
+
+// Per dimension, the pairs of points that it rules out; bit n: pair n.
+struct RuledOut {
+    std::uint64_t pairs[kMostDims];
+};
+
+} // namespace
+
+// Pairs from all over the range; 28 n + 31 is odd, so no point is its own partner.
+static RuledOut ruledOutPairs(const PointRows& rows, const Range& range)
 {
-    return int((std::size_t(pair) * 40503u + 12345u) % std::size_t(count));
+    RuledOut result = {};
+    for (int pair = 0; pair < kOrderPairs; ++pair) {
+        const unsigned char* a = rowOf(rows, samplePoint(range, pair, kOrderPairs));
+        const int other = (pair * 29 + 31) % kOrderPairs;
+        const unsigned char* b = rowOf(rows, samplePoint(range, other, kOrderPairs));
+        for (int dim = 0; dim < rows.dims; ++dim)
+            result.pairs[dim] |= std::uint64_t(std::abs(a[dim] - b[dim]) > rows.reach) << pair;
+    }
+    return result;
 }
 
-// Dimensions so that each rules out as many as possible of the pairs that are left by those before.
+static int bitsIn(std::uint64_t bits)
+{
+    bits -= bits >> 1 & 0x5555555555555555u;
+    bits = (bits & 0x3333333333333333u) + (bits >> 2 & 0x3333333333333333u);
+    return int(((bits + (bits >> 4)) & 0x0f0f0f0f0f0f0f0fu) * 0x0101010101010101u >> 56);
+}
+
+// Dimensions so that each rules out as many as possible of the pairs that are left by those before;
+// when none is left, or none goes, again of all.
 static std::vector<unsigned char> tellingOrder(const PointRows& rows, const Range& range)
 {
-    std::vector<std::pair<int, int>> pairs;
-    for (int i = 0; i < kOrderPairs; ++i)
-        pairs.emplace_back(
-            samplePoint(range, i, kOrderPairs), range.first[otherOf(i, range.count)]);
-    std::vector<unsigned char> order, left;
-    for (int dim = 0; dim < rows.dims; ++dim)
-        left.push_back(static_cast<unsigned char>(dim));
-    while (!left.empty()) {
-        std::vector<int> ruledOut(left.size(), 0);
-        for (const std::pair<int, int>& pair : pairs) {
-            const unsigned char* a = rowOf(rows, pair.first);
-            const unsigned char* b = rowOf(rows, pair.second);
-            for (std::size_t i = 0; i < left.size(); ++i)
-                ruledOut[i] += std::abs(a[left[i]] - b[left[i]]) > rows.reach;
+    const RuledOut ruledOut = ruledOutPairs(rows, range);
+    std::vector<unsigned char> order, dims(std::size_t(rows.dims));
+    std::iota(dims.begin(), dims.end(), static_cast<unsigned char>(0));
+    std::uint64_t left = ~std::uint64_t(0);
+    while (!dims.empty()) {
+        const auto best = std::max_element(dims.begin(), dims.end(), [&](int a, int b) {
+            return bitsIn(ruledOut.pairs[a] & left) < bitsIn(ruledOut.pairs[b] & left);
+        });
+        const std::uint64_t gone = ruledOut.pairs[*best] & left;
+        if (gone == 0 && left != ~std::uint64_t(0)) {
+            left = ~std::uint64_t(0);
+            continue;
         }
-        const auto best = std::max_element(ruledOut.begin(), ruledOut.end()) - ruledOut.begin();
-        const unsigned char dim = left[best];
-        order.push_back(dim);
-        left.erase(left.begin() + best);
-        pairs.erase(std::remove_if(pairs.begin(), pairs.end(),
-                        [&](const std::pair<int, int>& pair) {
-                            const int a = rowOf(rows, pair.first)[dim];
-                            return std::abs(a - rowOf(rows, pair.second)[dim]) > rows.reach;
-                        }),
-            pairs.end());
+        left &= ~gone;
+        order.push_back(*best);
+        dims.erase(best);
     }
     return order;
 }
@@ -217,22 +235,23 @@ static void makeLevels(const PointRows& rows, std::size_t points, BoxTree* tree)
     do {
         const int dims = height == 0 ? rows.dims : std::min(kBoxDims, rows.dims);
         tree->levels.push_back(makeLevel(dims, groupsOf(points, height), height == 0));
-    } while (groupsOf(points, height++) > 1);
+    } while (groupsOf(points, height++) > 1 || height == 1);
 }
 
-static void splitLevel(const PointRows& rows, const std::vector<unsigned char>& common, int height,
-    std::vector<int>* points, BoxLevel* level)
+// Leaves look at the dimensions in the order of the node above them.
+static void splitLevel(const PointRows& rows, int height, std::vector<int>* points, BoxTree* tree)
 {
     const std::size_t size = boxSize(height + 1);
     std::vector<int> spare;
     std::vector<unsigned char> splits;
     for (std::size_t from = 0; from < points->size(); from += size) {
-        const int count = int(std::min(size, points->size() - from));
+        const Range group = {points->data() + from, int(std::min(size, points->size() - from))};
         splits.clear();
-        if (height > 0)
-            splitGroup(
-                rows, Range {points->data() + from, count}, boxSize(height), &splits, &spare);
-        appendOrder(splits, common, level->dims, &level->order);
+        splitGroup(rows, group, boxSize(height), &splits, &spare);
+        const std::vector<unsigned char> telling = tellingOrder(rows, group);
+        appendOrder(splits, telling, tree->levels[height].dims, &tree->levels[height].order);
+        if (height == 1)
+            appendOrder({}, telling, tree->levels[0].dims, &tree->levels[0].order);
     }
 }
 
@@ -242,10 +261,8 @@ BoxTree makeBoxTree(const PointRows& rows, std::vector<int> points, std::vector<
     if (points.empty())
         return tree;
     makeLevels(rows, points.size(), &tree);
-    const std::vector<unsigned char> common
-        = tellingOrder(rows, Range {points.data(), int(points.size())});
-    for (int height = int(tree.levels.size()) - 1; height >= 0; --height)
-        splitLevel(rows, common, height, &points, &tree.levels[height]);
+    for (int height = int(tree.levels.size()) - 1; height > 0; --height)
+        splitLevel(rows, height, &points, &tree);
     for (std::size_t place = 0; place < points.size(); ++place)
         (*leafOf)[points[place]] = int(place) / kLanes;
     tree.points.resize(groupsOf(points.size(), 0) * std::size_t(kLanes), kNoPoint);

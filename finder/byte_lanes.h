@@ -49,9 +49,4 @@ inline int lowestLane(unsigned mask) // of a mask that is not 0
 #endif
 }
 
-inline void fetchSoon(const void* address)
-{
-    _mm_prefetch(static_cast<const char*>(address), _MM_HINT_T0);
-}
-
 } // namespace quillon
