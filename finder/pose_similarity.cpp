@@ -1,14 +1,13 @@
 #include "finder/pose_similarity.h"
 
+#include "posefile/custom_library.h"
+
 #include <algorithm>
-#include <cmath>
-#include <iterator>
 
 namespace quillon {
 
 static const float kLeastScore = 0.001f;
 static const float kLastRejectingTolerance = 2.0f;
-static const float kMirrorTolerance = 0.1f;
 
 // ---- two rotations
 
@@ -38,69 +37,53 @@ float partSimilarity(const DzQuat& a, const DzQuat& b, float tolerance)
 
 // ---- two entries
 
-// The slot of the other side; hip and torso are their own.
-// clang-format off
-static const SignatureSlot kOtherSide[] = {
-    HipSlot, TorsoSlot, RightShinSlot, LeftShinSlot, RightThighSlot, LeftThighSlot,
-    RightArmSlot, LeftArmSlot, RightForearmSlot, LeftForearmSlot};
-// clang-format on
-static_assert(std::size(kOtherSide) == std::size_t(kSignatureSlots), "one row per slot");
+static_assert(kMirrorSlots == kSignatureSlots && kPassSlots == kSignatureSlots,
+    "rows hold every slot of a signature, in its order");
 
-MirrorMarks mirrorMarksOf(const PoseIndexEntry& entry)
+static bool takesPart(const PoseIndexEntry& entry)
 {
-    MirrorMarks marks;
-    for (int slot = 0; slot < kSignatureSlots; ++slot) {
-        marks.y[slot] = float(entry.signature[slot].m_y);
-        marks.z[slot] = float(entry.signature[slot].m_z);
-    }
-    return marks;
+    return entry.contentHash != 0 && !isCustomLibraryPath(entry.path);
 }
 
-static bool areOpposite(float a, float b)
+MirrorRow mirrorRowOf(const PoseIndexEntry& entry)
 {
-    return std::fabs(a - -b) < kMirrorTolerance;
+    MirrorRow row;
+    row.takesPart = takesPart(entry);
+    float* number = row.yz;
+    for (const DzQuat& q : entry.signature) {
+        *number++ = float(q.m_y);
+        *number++ = float(q.m_z);
+    }
+    return row;
 }
 
-bool areMirrored(const MirrorMarks& a, const MirrorMarks& b)
+SimilarRow similarRowOf(const PoseIndexEntry& entry)
 {
-    for (int slot = 0; slot < kSignatureSlots; ++slot) {
-        const SignatureSlot other = kOtherSide[slot];
-        if (!areOpposite(a.y[slot], b.y[other]) || !areOpposite(a.z[slot], b.z[other]))
-            return false;
+    SimilarRow row;
+    row.takesPart = takesPart(entry);
+    row.figureCode = entry.figureCode;
+    float* number = row.images;
+    for (const DzQuat& q : entry.signature) {
+        const Probe probe = probeOf(q);
+        for (const DzVec3& image : {probe.y, probe.z}) {
+            *number++ = float(image.m_x);
+            *number++ = float(image.m_y);
+            *number++ = float(image.m_z);
+        }
     }
-    return true;
+    return row;
 }
 
 bool isMirrorOf(int entryA, int entryB)
 {
     const PoseIndexEntry *a = poseEntry(entryA), *b = poseEntry(entryB);
-    return a && b && areMirrored(mirrorMarksOf(*a), mirrorMarksOf(*b));
-}
-
-PoseProbes probesOf(const PoseIndexEntry& entry)
-{
-    PoseProbes probes;
-    probes.figureCode = entry.figureCode;
-    for (int slot = 0; slot < kSignatureSlots; ++slot)
-        probes.slot[slot] = probeOf(entry.signature[slot]);
-    return probes;
-}
-
-bool areSimilar(const PoseProbes& a, const PoseProbes& b)
-{
-    if (a.figureCode != b.figureCode)
-        return false;
-    for (int slot = 0; slot < kSignatureSlots; ++slot) {
-        if (probeSimilarity(a.slot[slot], b.slot[slot], kDuplicateTolerance) < 0)
-            return false;
-    }
-    return true;
+    return a && b && areMirroredRows(mirrorRowOf(*a), mirrorRowOf(*b));
 }
 
 bool isSimilarPose(int entryA, int entryB)
 {
     const PoseIndexEntry *a = poseEntry(entryA), *b = poseEntry(entryB);
-    return a && b && areSimilar(probesOf(*a), probesOf(*b));
+    return a && b && areSimilarRows(similarRowOf(*a), similarRowOf(*b));
 }
 
 } // namespace quillon

@@ -5,7 +5,9 @@
 // ones outweighs; above 2 it only ranks. All scores are single precision.
 #pragma once
 
+#include "finder/mirror_pass.h"
 #include "finder/pose_index.h"
+#include "finder/similar_pass.h"
 
 #include "dzvec3.h"
 
@@ -35,19 +37,9 @@ bool isMirrorOf(int entryA, int entryB);
 // Same figure code, and no slot rejected at kDuplicateTolerance.
 bool isSimilarPose(int entryA, int entryB);
 
-// The same for passes that hold one entry against thousands: what the tests look at, taken from an
-// entry once.
-struct MirrorMarks {
-    float y[kSignatureSlots], z[kSignatureSlots];
-};
-MirrorMarks mirrorMarksOf(const PoseIndexEntry&);
-bool areMirrored(const MirrorMarks& a, const MirrorMarks& b);
-
-struct PoseProbes {
-    quint32 figureCode;
-    Probe slot[kSignatureSlots];
-};
-PoseProbes probesOf(const PoseIndexEntry&);
-bool areSimilar(const PoseProbes& a, const PoseProbes& b);
+// What the passes over a whole table look at, taken from an entry once. takesPart: neither dropped
+// before nor of the custom library.
+MirrorRow mirrorRowOf(const PoseIndexEntry&);
+SimilarRow similarRowOf(const PoseIndexEntry&);
 
 } // namespace quillon

@@ -71,48 +71,44 @@ bool dropMarked(const ScanWatch& watch)
 
 // ---- later entries against earlier ones
 
-// repeats: whether the entry repeats one of those that survived; if not it is to remember it as
-// one of them. An entry that was marked is none of the earlier ones any more, so each is only held
-// against survivors.
-template <typename Repeats> static bool markRepeats(const ScanWatch& watch, Repeats repeats)
+bool markDuplicates(const ScanWatch& watch)
 {
+    std::unordered_set<quint32> seen;
     return forEachEntry(watch, [&](int entry) {
         PoseIndexEntry* e = poseEntry(entry);
-        if (e->contentHash != 0 && !isCustomLibraryPath(e->path) && repeats(*e))
+        if (e->contentHash != 0 && !isCustomLibraryPath(e->path)
+            && !seen.insert(e->contentHash).second)
             e->contentHash = 0;
     });
 }
 
-bool markDuplicates(const ScanWatch& watch)
+// An entry that was marked is none of the earlier ones any more, so each is only held against
+// survivors.
+
+template <typename Row> static std::vector<Row> rowsOf(Row (*rowOf)(const PoseIndexEntry&))
 {
-    std::unordered_set<quint32> seen;
-    return markRepeats(
-        watch, [&](const PoseIndexEntry& each) { return !seen.insert(each.contentHash).second; });
+    std::vector<Row> rows;
+    rows.reserve(std::size_t(poseCount()));
+    for (int entry = 0; entry < poseCount(); ++entry)
+        rows.push_back(rowOf(*poseEntry(entry)));
+    return rows;
 }
 
 bool markMirrored(const ScanWatch& watch)
 {
-    std::vector<MirrorMarks> earlier;
-    return markRepeats(watch, [&](const PoseIndexEntry& each) {
-        const MirrorMarks marks = mirrorMarksOf(each);
-        const bool mirrored = std::any_of(earlier.begin(), earlier.end(),
-            [&](const MirrorMarks& a) { return areMirrored(a, marks); });
-        if (!mirrored)
-            earlier.push_back(marks);
-        return mirrored;
+    MirrorPass pass(rowsOf(mirrorRowOf));
+    return forEachEntry(watch, [&](int entry) {
+        if (pass.firstMirrored(entry) != kNoMirror)
+            poseEntry(entry)->contentHash = 0;
     });
 }
 
 bool markSimilar(const ScanWatch& watch)
 {
-    std::vector<PoseProbes> earlier;
-    return markRepeats(watch, [&](const PoseIndexEntry& each) {
-        const PoseProbes probes = probesOf(each);
-        const bool similar = std::any_of(earlier.begin(), earlier.end(),
-            [&](const PoseProbes& a) { return areSimilar(a, probes); });
-        if (!similar)
-            earlier.push_back(probes);
-        return similar;
+    SimilarPass pass(rowsOf(similarRowOf));
+    return forEachEntry(watch, [&](int entry) {
+        if (pass.firstRepeated(entry) != kNoRepeat)
+            poseEntry(entry)->contentHash = 0;
     });
 }
 

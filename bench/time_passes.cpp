@@ -1,4 +1,4 @@
-// bench_passes [INDEX] [--quick] - the scanner's passes over mirrored and over similar poses, as
+// time_passes [INDEX] [--quick] - the scanner's passes over mirrored and over similar poses, as
 // the scan runs them, beside the plain loops they took the place of.
 //
 // Entries: random ones, clusters about 400 random centres with normal noise of 0.18 and of 0.1 on
