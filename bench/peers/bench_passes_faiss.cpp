@@ -3,7 +3,8 @@
 // square root of twenty times 0.4995, which is the radius; what the search finds would still have
 // to be tested. Random signatures; the search is asked for every kSampleStep-th entry, each against
 // all, and the half of the time multiplied, as the pass holds an entry against earlier ones only.
-// Built only where the library is installed; needs the one of its threads that it is given here.
+// Built by hand where the library is installed, with -Itests, -fopenmp, -lfaiss, a BLAS, and the
+// files tests/reference/pass_tables.cpp, finder/{box_tree,box_tree_build,similar_pass}.cpp.
 #include "reference/pass_tables.h"
 
 #include <faiss/IndexFlat.h>
