@@ -1,5 +1,6 @@
 #include "figure/hip_centre.h"
 
+#include "figure/channel_snapshot.h"
 #include "figure/node_place.h"
 
 #include "dzfloatproperty.h"
@@ -8,18 +9,32 @@
 
 namespace quillon {
 
+// The host's setters of a place write all three channels; one that came out as it was loses the key
+// that it got.
+static void dropNeedlessKeys(const ChannelSnapshot& before, DzTime time)
+{
+    for (const KeptValue& each : before)
+        if (each.channel->getNumKeys() != each.keyCount
+            && storedValue(each.channel, time) == each.stored)
+            putBackStored(each, time);
+}
+
 bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time)
 {
     const DzVec3 none(0, 0, 0);
     if (hip->getLocalPos(time) == none)
         return true;
     DzUndoStackHold hold;
+    ChannelSnapshot before;
+    keepPoseChannels(figure, time, &before);
+    keepPoseChannels(hip, time, &before);
     const DzVec3 figureCm_world = figure->getWSPos(time);
     figure->setWSPos(time, none); // near the origin the difference is exact
     const DzVec3 beforeCm_world = hip->getWSPos(time);
     hip->setLocalPos(time, none);
     const DzVec3 afterCm_world = hip->getWSPos(time);
     const bool followed = moveTo(figure, time, figureCm_world + (beforeCm_world - afterCm_world));
+    dropNeedlessKeys(before, time);
     return keepOrTakeBack(&hold, followed && hip->getLocalPos(time) == none);
 }
 

@@ -148,12 +148,14 @@ void openFolderOrDeletePose(DzSkeleton* figure, DzTime time)
     const PoseIndexEntry* entry = poseEntry(current);
     if (!entry)
         return;
+    const HeldNode held(figure);
     if (isCustomPose(current)) {
         if (deletePose(current, figure))
             rebuildMatches(figure, time);
+        else
+            countIfDue(held.isGone() ? nullptr : figure);
         return;
     }
-    const HeldNode held(figure);
     browseToPoseFolder(entry->path); // by a script, which may do anything
     countIfDue(held.isGone() ? nullptr : figure);
 }

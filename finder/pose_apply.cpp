@@ -126,6 +126,7 @@ bool mirrorCurrentPose(BrowseSession* session, DzSkeleton* figure, DzTime time)
 
 bool reapplyCurrentPoseMirrored(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
+    const TablesState tablesBefore = session->tablesState;
     UndoStep step;
     reapplyCurrentPose(session, figure, time);
     if (mirrorCurrentPose(session, figure, time)) {
@@ -134,6 +135,7 @@ bool reapplyCurrentPoseMirrored(BrowseSession* session, DzSkeleton* figure, DzTi
     }
     step.cancel();
     noteFigureLeft(session, figure, time);
+    session->tablesState = tablesBefore; // what was set up or applied has been taken back
     return false;
 }
 

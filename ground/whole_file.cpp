@@ -171,12 +171,12 @@ static bool keepBytes(const QByteArray& bytes, QTemporaryFile* kept)
         && kept->flush();
 }
 
-// What is there, null if it may not be read. False: not all of it came.
+// What is there, null if it may not be read. False: it may, and not all of it came.
 static bool readOldBytes(const QString& path, QByteArray* bytes)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return true;
+        return !QFileInfo(path).isReadable();
     *bytes = file.readAll();
     if (bytes->isNull())
         *bytes = "";

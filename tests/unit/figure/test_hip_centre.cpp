@@ -2,6 +2,7 @@
 #include "figure_fixture.h"
 #include "room_tests.h"
 
+#include "figure/channel_snapshot.h"
 #include "figure/hip_centre.h"
 #include "figure/pose_limits.h"
 
@@ -14,6 +15,7 @@ class TestHipCentre : public QObject {
 private slots:
     void theHipsTranslationMovesToTheFigure_data();
     void theHipsTranslationMovesToTheFigure();
+    void onlyAxesThatMoveGetKeys();
     void theFigureGoesToTheOriginAndTheBodyStays_data();
     void theFigureGoesToTheOriginAndTheBodyStays();
     void aHipWithoutTranslationWritesNothing();
@@ -50,6 +52,21 @@ void TestHipCentre::theHipsTranslationMovesToTheFigure()
     QVERIFY(distance(f.figure->getWSPos(), DzVec3(0, 10, 0)) <= 1e-4);
     const QString moved = firstMoved(f.figure, before, kToleranceDeg, kToleranceCm);
     QVERIFY2(moved.isEmpty(), qPrintable(moved));
+}
+
+void TestHipCentre::onlyAxesThatMoveGetKeys()
+{
+    FigureFixture f;
+    DzBone* hip = f.bone("hip");
+    hip->getYPosControl()->setValue(0, 5);
+    ChannelSnapshot before;
+    keepPoseChannels(f.figure, 1600, &before);
+    keepPoseChannels(hip, 1600, &before);
+    QVERIFY(hipAsCentre(f.figure, hip, 1600));
+    for (const KeptValue& each : before) {
+        const bool moved = each.channel->getName() == "YTranslate";
+        QCOMPARE(each.channel->getNumKeys() > each.keyCount, moved);
+    }
 }
 
 void TestHipCentre::theFigureGoesToTheOriginAndTheBodyStays_data()

@@ -378,6 +378,20 @@ private slots:
         QVERIFY(distance(m_finder->hipCm_world(), hipCm_world) < 1e-3);
     }
 
+    void mirroringThatFailsLeavesTheTablesAsTheyWere()
+    {
+        m_finder->addFile("a.duf", values({{"hip/y", 100}}));
+        pluginSettings().currentPose = 0;
+        m_finder->browse(AllPoses);
+        const TablesState before = browseSession().tablesState;
+        QVERIFY(before != Applied);
+        const QString temp = m_finder->app.getTempPath();
+        QDir().rmdir(temp);
+        writeFile(temp, "a regular file");
+        QVERIFY(!reapplyCurrentPoseMirrored(&browseSession(), m_finder->figure, m_finder->time()));
+        QCOMPARE(int(browseSession().tablesState), int(before));
+    }
+
     void mirroredPoseKeepsLockedParts()
     {
         m_finder->memorize(values({{"lHand/z", 6}}));

@@ -93,6 +93,24 @@ private slots:
         QCOMPARE(rankOf(0), int(Unranked));
     }
 
+    void aRefusedDeletionMakesUpForACountThatWasDue()
+    {
+        browseFour();
+        press(NextButton, MiddleClick);
+        QCOMPARE(m_finder->currentTitle(), QString("mine"));
+        deselect();
+        {
+            const BoxAnswers boxes;
+            press(FirstRankFilterButton);
+        }
+        QCOMPARE(browseSession().matchCount, 4);
+        m_finder->selectFigure();
+        const BoxAnswers boxes(QMessageBox::No);
+        press(FolderButton);
+        QCOMPARE(boxes.boxes.size(), 1);
+        QCOMPARE(browseSession().matchCount, 1);
+    }
+
     void filterThatLeavesNoMatchLeavesNoRank()
     {
         m_finder->addFiles(1);
