@@ -1,7 +1,8 @@
 # Flags that every target of this build shares. Warnings are errors on Linux.
 find_program(QUILLON_CCACHE ccache)
 if(QUILLON_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${QUILLON_CCACHE})
+  # What uses a precompiled header is kept only if told so.
+  set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${QUILLON_CCACHE})
 endif()
 
 if(MSVC)

@@ -69,8 +69,9 @@ else()
 endif()
 
 # quillon_moc(target file...): meta-object code for classes with Q_OBJECT.
-# A header gives moc_<stem>.cpp, added to the target; a source file gives <stem>.moc, which that
-# file includes as its last line.
+# Headers give one more source of the target, which includes the code of each: an object of its own
+# for every class costs the compiler the toolkit's headers once more. A source file gives
+# <stem>.moc, which that file includes as its last line.
 function(quillon_moc target)
   set(_out ${CMAKE_CURRENT_BINARY_DIR}/${target}_moc)
   file(MAKE_DIRECTORY ${_out})
@@ -80,13 +81,16 @@ function(quillon_moc target)
   else()
     list(APPEND _defs -DQT_VERSION=0x040800)
   endif()
+  set(_of_headers "")
+  set(_includes "// The meta-object code of ${target}'s headers.\n")
   foreach(file ${ARGN})
     get_filename_component(_stem ${file} NAME_WE)
     get_filename_component(_ext ${file} EXT)
     get_filename_component(_abs ${file} ABSOLUTE)
     if(_ext STREQUAL ".h")
       set(_gen ${_out}/moc_${_stem}.cpp)
-      target_sources(${target} PRIVATE ${_gen})
+      list(APPEND _of_headers ${_gen})
+      string(APPEND _includes "#include \"moc_${_stem}.cpp\"\n")
       set(_flags "")
     else()
       set(_gen ${_out}/${_stem}.moc)
@@ -98,5 +102,10 @@ function(quillon_moc target)
       DEPENDS ${_abs}
       COMMENT "moc ${_stem}${_ext}" VERBATIM)
   endforeach()
+  if(_of_headers)
+    file(CONFIGURE OUTPUT ${_out}/all_of_${target}.cpp CONTENT "${_includes}" @ONLY)
+    set_property(SOURCE ${_out}/all_of_${target}.cpp APPEND PROPERTY OBJECT_DEPENDS "${_of_headers}")
+    target_sources(${target} PRIVATE ${_out}/all_of_${target}.cpp)
+  endif()
   target_include_directories(${target} PRIVATE ${_out})
 endfunction()
