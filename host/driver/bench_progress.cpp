@@ -13,7 +13,7 @@ struct CancelOrder {
     QString info; // null: by steps only; otherwise the start of the text
     int steps; // -1: by text only; with neither at its first sign
 };
-QList<CancelOrder> g_orders;
+QList<CancelOrder> g_cancels;
 QList<ProgressEntry> g_log;
 QElapsedTimer g_clock;
 
@@ -41,12 +41,12 @@ bool watch(const DzProgressRecord& now)
         g_log.append({now, g_clock.elapsed()});
     if (now.cancelled)
         return false;
-    for (int i = 0; i < g_orders.size(); ++i) {
+    for (int i = 0; i < g_cancels.size(); ++i) {
         // One that cannot be cancelled uses up what names it; otherwise another is meant.
-        const bool meant = now.cancellable || !g_orders.at(i).title.isEmpty();
-        if (!meant || !isDue(g_orders.at(i), now))
+        const bool meant = now.cancellable || !g_cancels.at(i).title.isEmpty();
+        if (!meant || !isDue(g_cancels.at(i), now))
             continue;
-        g_orders.removeAt(i);
+        g_cancels.removeAt(i);
         return now.cancellable;
     }
     return false;
@@ -65,15 +65,15 @@ QScriptValue cancelProgress(QScriptContext* context, QScriptEngine* engine)
     order.title = title.isString() ? title.toString() : QString();
     order.info = info.isString() ? info.toString() : QString();
     order.steps = steps.isNumber() ? steps.toInt32() : -1;
-    g_orders.append(order);
+    g_cancels.append(order);
     return engine->undefinedValue();
 }
 
 QScriptValue pendingCancels(QScriptContext*, QScriptEngine* engine)
 {
-    QScriptValue list = engine->newArray(uint(g_orders.size()));
-    for (int i = 0; i < g_orders.size(); ++i) {
-        const CancelOrder& order = g_orders.at(i);
+    QScriptValue list = engine->newArray(uint(g_cancels.size()));
+    for (int i = 0; i < g_cancels.size(); ++i) {
+        const CancelOrder& order = g_cancels.at(i);
         QScriptValue entry = engine->newObject();
         if (!order.title.isEmpty())
             entry.setProperty("title", order.title);
@@ -88,8 +88,8 @@ QScriptValue pendingCancels(QScriptContext*, QScriptEngine* engine)
 
 QScriptValue dropCancels(QScriptContext*, QScriptEngine*)
 {
-    const int count = g_orders.size();
-    g_orders.clear();
+    const int count = g_cancels.size();
+    g_cancels.clear();
     return count;
 }
 

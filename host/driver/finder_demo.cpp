@@ -30,7 +30,7 @@ const char kNextButton[] = "Apply Next Pose";
 const char kBackButton[] = "Back To";
 const char kLinkButton[] = "Click here";
 
-const QSize kCellSize(220, 260);
+const QSize kFrameSize(220, 260);
 const int kPictures = 8; // of a category
 const int kMostSteps = 400; // from pose to pose in a category
 const float kYawDeg = 35;
@@ -120,7 +120,7 @@ SheetPicture takePicture(Demo* demo, const QString& caption)
 {
     QElapsedTimer clock;
     clock.start();
-    const QImage image = figurePicture(demo->figure, kYawDeg, kPitchDeg, kCellSize);
+    const QImage image = figurePicture(demo->figure, kYawDeg, kPitchDeg, kFrameSize);
     demo->pictureSeconds += double(clock.nsecsElapsed()) / 1e9;
     return {image, caption};
 }
