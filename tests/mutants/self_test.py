@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """self_test.py - what the mutation run promises of its mutants. Needs python3 only."""
 
+import os
 import pathlib
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -10,6 +12,7 @@ sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent))
 
 import mutations  # noqa: E402
+import own_time  # noqa: E402
 
 SAMPLE = """#include "a.h" // 1 < 2
 namespace quillon {
@@ -143,6 +146,44 @@ class Equivalents(unittest.TestCase):
 
     def test_the_committed_list_can_be_read(self):
         mutations.read_equivalents(pathlib.Path(__file__).resolve().parent / "equivalent.txt")
+
+
+class Time(unittest.TestCase):
+    """A clock that is told what the machine's shows and how long each process has waited."""
+
+    def clock(self, *looks):
+        looks = [(0, {})] + list(looks)
+        at = [0]
+        clock = own_time.OwnTime(1, lambda: looks[at[0]][0], lambda session: looks[at[0]][1])
+        shown = []
+        for at[0] in range(1, len(looks)):
+            shown.append(round(clock.look(), 3))
+        return shown
+
+    def test_waits_for_a_processor_are_left_out(self):
+        self.assertEqual(self.clock((1, {7: 0.75}), (2, {7: 1.25})), [0.25, 0.75])
+
+    def test_a_wait_that_is_told_late_is_left_out_later(self):
+        self.assertEqual(self.clock((4, {7: 0}), (5, {7: 4})), [4, 1])
+
+    def test_of_two_that_waited_the_longer_wait_counts(self):
+        self.assertEqual(self.clock((2, {7: 1, 8: 1.5})), [0.5])
+
+    def test_sleeping_is_the_own_time_of_a_test(self):
+        self.assertEqual(self.clock((20, {7: 0.0})), [20])
+
+    def test_a_test_that_only_waits_ends_nevertheless(self):
+        self.assertEqual(self.clock((50, {7: 50}), (100, {7: 100})), [5, 10])
+
+    def test_the_processes_of_a_session_are_found(self):
+        child = subprocess.Popen(["sleep", "60"], start_new_session=True)
+        try:
+            self.assertEqual(list(own_time.waited(child.pid)), [child.pid])
+        finally:
+            child.kill()
+            child.wait()
+        self.assertEqual(own_time.waited(child.pid), {})
+        self.assertIn(os.getpid(), own_time.waited(os.getsid(0)))
 
 
 if __name__ == "__main__":
