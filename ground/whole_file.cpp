@@ -43,10 +43,11 @@ static bool openForWriting(QFile* file, Opened which)
         && file->open(handle, QIODevice::WriteOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle);
 }
 
-// Cut to the new length at the end only: old bytes still have their room when the disk is full.
-static bool writeFromStart(QFile* file, const QByteArray& bytes)
+// From the start, where a file stands that was just opened. Cut to the new length at the end only:
+// old bytes still have their room when the disk is full.
+static bool writeAndCut(QFile* file, const QByteArray& bytes)
 {
-    return file->seek(0) && file->write(bytes) == bytes.size() && file->resize(bytes.size());
+    return file->write(bytes) == bytes.size() && file->resize(bytes.size());
 }
 
 static bool isPlainFile(const QString& path)
@@ -105,7 +106,7 @@ static bool fillBeside(const QString& path, const QByteArray& bytes)
     QFile file(beside);
     if (!openForWriting(&file, Opened::OneThatIsNot))
         return false;
-    const bool written = writeFromStart(&file, bytes) && flushToDisk(&file);
+    const bool written = writeAndCut(&file, bytes) && flushToDisk(&file);
     file.close();
     if (!written)
         QFile::remove(beside); // an open file of that kind has forgotten its name
@@ -195,9 +196,9 @@ static bool overwriteInPlace(
     QFile file(path);
     if (!openForWriting(&file, Opened::OneThatIs))
         return false;
-    const bool written = writeFromStart(&file, bytes) && flushToDisk(&file);
+    const bool written = writeAndCut(&file, bytes) && flushToDisk(&file);
     if (!written && !old.isNull()) // what cannot be put back stays in the folder
-        kept.setAutoRemove(writeFromStart(&file, old));
+        kept.setAutoRemove(file.seek(0) && writeAndCut(&file, old));
     return written;
 }
 
