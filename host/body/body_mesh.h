@@ -4,23 +4,12 @@
 // second.
 #pragma once
 
-#include "host/body/body_shape.h"
+#include "host/body/mesh_vertex.h"
+#include "host/figures/figure_data.h"
 
-#include <QRgb>
+#include <vector>
 
 namespace quillon {
-
-const float kNoPaintCm = -3; // cover of a vertex far from any paint
-
-struct MeshVertex {
-    DzVec3 position, normal;
-    int bone[4]; // rows of FigureData::bones, the strongest first
-    float weight[4]; // sum 1; unused ones 0
-    QRgb color;
-    QRgb paint; // suit, hair, brows or lips, where cover is above 0
-    float cover; // cm inside the painted area, or to it when negative
-    float openness; // share of the surroundings that light reaches, 0..1
-};
 
 struct BodyMesh {
     std::vector<MeshVertex> vertices;

@@ -1,7 +1,10 @@
 // body_skin.h - which bones move a point of the resting body, and what it is made of.
 #pragma once
 
-#include "host/body/body_mesh.h"
+#include "host/body/body_shape.h"
+#include "host/body/mesh_vertex.h"
+
+#include <vector>
 
 namespace quillon {
 

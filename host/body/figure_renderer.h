@@ -5,7 +5,6 @@
 
 #include "host/body/camera.h"
 
-#include <QColor>
 #include <QImage>
 
 #include <vector>
@@ -32,7 +31,5 @@ struct PickMap {
 // The scene dzScene at its current time, ARGB32_Premultiplied and opaque. pick may be null.
 QImage renderSceneImage(const QSize& size, const Camera& camera,
     const RenderOptions& options = RenderOptions(), PickMap* pick = nullptr);
-
-extern const QColor kSelectionColor;
 
 } // namespace quillon

@@ -1,7 +1,6 @@
 #include "host/body/scene_mesh.h"
 
 #include "host/body/body_mesh.h"
-#include "host/body/figure_renderer.h"
 
 #include "dzbone.h"
 #include "dzfigure.h"

@@ -4,6 +4,8 @@
 #include "host/body/camera.h"
 #include "host/body/raster.h"
 
+#include <QColor>
+
 #include <vector>
 
 class DzNode;
@@ -24,5 +26,7 @@ struct SceneMesh {
 };
 
 SceneMesh sceneMesh(const View& view, bool highlight);
+
+extern const QColor kSelectionColor;
 
 } // namespace quillon

@@ -1,5 +1,6 @@
 #include "host/posebench/viewport.h"
 
+#include "host/body/scene_mesh.h"
 #include "host/posebench/dark_theme.h"
 #include "host/posebench/scene_commands.h"
 
