@@ -2,14 +2,14 @@
 
 #include "figure/selected_figure.h"
 #include "finder/browse_session.h"
-#include "pane/hover.h"
-#include "pane/page_painter.h"
 #include "ground/live_panes.h"
 #include "ground/message_boxes.h"
-#include "pane/page_layout.h"
-#include "pane/press_context.h"
 #include "ground/status_message.h"
 #include "ground/undo_step.h"
+#include "pane/hover.h"
+#include "pane/page_layout.h"
+#include "pane/page_painter.h"
+#include "pane/press_context.h"
 #include "services/update_notice.h"
 
 #include "dzapp.h"

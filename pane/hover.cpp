@@ -1,7 +1,7 @@
 #include "pane/hover.h"
 
-#include "pane/page_layout.h"
 #include "ground/status_message.h"
+#include "pane/page_layout.h"
 #include "pane/tool_tips.h"
 
 namespace quillon {

@@ -2,16 +2,16 @@
 
 #include "art/atlas_table.h"
 #include "finder/browse_session.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
+#include "ground/version_text.h"
 #include "pane/button_state.h"
 #include "pane/hover.h"
 #include "pane/info_banner.h"
 #include "pane/page_layout.h"
 #include "pane/page_texts.h"
-#include "ground/plugin_settings.h"
 #include "pane/scaled_artwork.h"
-#include "ground/status_message.h"
 #include "pane/text_fit.h"
-#include "ground/version_text.h"
 #include "services/update_notice.h"
 
 #include <QPainter>

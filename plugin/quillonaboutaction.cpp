@@ -1,8 +1,8 @@
 #include "plugin/quillonaboutaction.h"
 
-#include "pane/artwork.h"
 #include "ground/message_boxes.h"
 #include "ground/version_text.h"
+#include "pane/artwork.h"
 
 using namespace quillon;
 

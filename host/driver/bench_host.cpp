@@ -1,10 +1,10 @@
 #include "host/driver/bench_host.h"
 
 #include "host/driver/bench_widgets.h"
-#include "host/posebench/content_library_pane.h"
 #include "host/driver/plugin_session.h"
 #include "host/driver/script_engine.h"
 #include "host/driver/script_values.h"
+#include "host/posebench/content_library_pane.h"
 
 #include "dzapp.h"
 #include "dzclassfactory.h"

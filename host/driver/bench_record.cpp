@@ -4,8 +4,8 @@
 #include "host/driver/paint_counter.h"
 #include "host/driver/paint_recorder.h"
 #include "host/driver/script_values.h"
-#include "host/posebench/viewport.h"
 #include "host/driver/widget_picture.h"
+#include "host/posebench/viewport.h"
 
 #include "dzapp.h"
 #include "dzmainwindow.h"

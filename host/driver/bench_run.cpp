@@ -1,6 +1,5 @@
 #include "host/driver/bench_run.h"
 
-#include "host/figures/figure_loader.h"
 #include "host/driver/bench_home.h"
 #include "host/driver/call_watch.h"
 #include "host/driver/command_line.h"
@@ -10,10 +9,11 @@
 #include "host/driver/network_guard.h"
 #include "host/driver/paint_counter.h"
 #include "host/driver/plugin_session.h"
-#include "host/posebench/posebench_window.h"
 #include "host/driver/script_engine.h"
 #include "host/driver/widget_picture.h"
 #include "host/driver/widget_size.h"
+#include "host/figures/figure_loader.h"
+#include "host/posebench/posebench_window.h"
 
 #include "dzapp.h"
 #include "dzfigure.h"

@@ -1,7 +1,7 @@
 #include "host/driver/command_line.h"
 
-#include "host/figures/figure_data.h"
 #include "host/driver/call_table.h"
+#include "host/figures/figure_data.h"
 
 #include <QDir>
 #include <QFileInfo>

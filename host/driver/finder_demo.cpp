@@ -1,10 +1,10 @@
 #include "host/driver/finder_demo.h"
 
-#include "host/figures/figure_loader.h"
 #include "host/body/figure_picture.h"
 #include "host/driver/modal_watch.h"
 #include "host/driver/painted_pane.h"
 #include "host/driver/scan_report.h"
+#include "host/figures/figure_loader.h"
 
 #include "dzfigure.h"
 #include "dzscene.h"

@@ -1,8 +1,8 @@
 #include "host/driver/headless_demo.h"
 
-#include "host/figures/figure_loader.h"
 #include "host/body/figure_renderer.h"
 #include "host/driver/finder_demo.h"
+#include "host/figures/figure_loader.h"
 
 #include "dzbone.h"
 #include "dzfigure.h"

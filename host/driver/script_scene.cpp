@@ -1,8 +1,8 @@
 #include "host/driver/script_scene.h"
 
+#include "host/driver/script_values.h"
 #include "host/figures/figure_loader.h"
 #include "host/figures/prop_maker.h"
-#include "host/driver/script_values.h"
 
 #include "dzfigure.h"
 #include "dzproperty.h"

@@ -4,8 +4,9 @@
 //   click a heading     folds its group                        the field on top  filters
 #pragma once
 
-#include "dzpane.h"
 #include "host/posebench/parameter_rows.h"
+
+#include "dzpane.h"
 
 #include <QAbstractScrollArea>
 #include <QPointer>

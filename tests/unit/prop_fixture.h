@@ -4,8 +4,8 @@
 #include "frame_fixture.h"
 #include "scene_fixture.h"
 
-#include "host/figures/prop_maker.h"
 #include "ground/plugin_settings.h"
+#include "host/figures/prop_maker.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"

@@ -2,14 +2,14 @@
 #include "room_tests.h"
 
 #include "figure/figure_lookup.h"
+#include "finder/browse_session.h"
+#include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 #include "host/figures/figure_loader.h"
 #include "pane/artwork.h"
 #include "pane/command_dispatch.h"
 #include "pane/hover.h"
-#include "finder/browse_session.h"
 #include "pane/page_state.h"
-#include "ground/plugin_settings.h"
-#include "ground/status_message.h"
 #include "posefile/pose_text.h"
 #include "scene_fixture.h"
 

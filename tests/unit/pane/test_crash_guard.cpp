@@ -1,8 +1,8 @@
 #include "frame_fixture.h"
 #include "room_tests.h"
 
-#include "pane/crash_guard.h"
 #include "ground/data_folder.h"
+#include "pane/crash_guard.h"
 
 #include <QtTest>
 

@@ -2,15 +2,15 @@
 #include "button_numbers.h"
 #include "room_tests.h"
 
+#include "finder/browse_session.h"
+#include "ground/plugin_settings.h"
 #include "host/driver/paint_recorder.h"
 #include "pane/artwork.h"
 #include "pane/button_state.h"
 #include "pane/hover.h"
 #include "pane/page_layout.h"
 #include "pane/page_painter.h"
-#include "finder/browse_session.h"
 #include "pane/page_state.h"
-#include "ground/plugin_settings.h"
 #include "pane/text_fit.h"
 #include "scene_fixture.h"
 

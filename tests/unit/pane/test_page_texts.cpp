@@ -3,8 +3,8 @@
 
 #include "finder/browse_session.h"
 #include "finder/pose_index.h"
-#include "pane/page_texts.h"
 #include "ground/plugin_settings.h"
+#include "pane/page_texts.h"
 
 #include <QtTest>
 

@@ -3,13 +3,13 @@
 #include "frame_fixture.h"
 #include "room_tests.h"
 
-#include "pane/command_dispatch.h"
-#include "ground/data_folder.h"
-#include "pane/hover.h"
 #include "finder/browse_session.h"
+#include "ground/data_folder.h"
 #include "ground/plugin_settings.h"
-#include "pane/quillonsettingsdlg.h"
 #include "ground/status_message.h"
+#include "pane/command_dispatch.h"
+#include "pane/hover.h"
+#include "pane/quillonsettingsdlg.h"
 
 #include <QDialog>
 #include <QtTest>

@@ -2,12 +2,12 @@
 #include "button_numbers.h"
 #include "room_tests.h"
 
+#include "finder/browse_session.h"
+#include "ground/plugin_settings.h"
 #include "pane/button_state.h"
 #include "pane/hover.h"
 #include "pane/page_layout.h"
-#include "finder/browse_session.h"
 #include "pane/page_state.h"
-#include "ground/plugin_settings.h"
 #include "pane/tool_tips.h"
 
 #include <QtTest>

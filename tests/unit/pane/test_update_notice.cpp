@@ -4,8 +4,8 @@
 #include "notice_server.h"
 
 #include "ground/data_folder.h"
-#include "pane/dzquillonpane.h"
 #include "ground/plugin_settings.h"
+#include "pane/dzquillonpane.h"
 #include "services/update_notice.h"
 
 #include <QBuffer>
