@@ -7,7 +7,7 @@
 
 using namespace quillon;
 
-static void bakePosed(benchmark::State& state, int button)
+static void bakePosed(benchmark::State& state, BakePart part)
 {
     PosedFigure posedFigure(kBenchFigures[state.range(0)]);
     for (auto _ : state) {
@@ -15,7 +15,7 @@ static void bakePosed(benchmark::State& state, int button)
         posedFigure.setPose();
         state.ResumeTiming();
         DzUndoStackHold hold;
-        bakePose(posedFigure.figure, button);
+        bakePose(posedFigure.figure, part, 0);
         hold.accept(QLatin1String("quillon_stack"));
     }
     state.counters["checksum"] = posedFigure.checksum();

@@ -8,7 +8,7 @@
 
 using namespace quillon;
 
-static void resetPosed(benchmark::State& state, int mode, bool posed)
+static void resetPosed(benchmark::State& state, ResetMode mode, bool posed)
 {
     PosedFigure posedFigure(kBenchFigures[state.range(0)]);
     posedFigure.figure->select(true);
@@ -19,7 +19,7 @@ static void resetPosed(benchmark::State& state, int mode, bool posed)
             state.ResumeTiming();
         }
         DzUndoStackHold hold;
-        resetPose(posedFigure.figure, mode);
+        resetPose(posedFigure.figure, mode, 0);
         hold.accept(QLatin1String("quillon_stack"));
     }
     state.counters["checksum"] = posedFigure.checksum();

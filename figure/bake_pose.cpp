@@ -8,7 +8,6 @@
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 #include <algorithm>
@@ -104,33 +103,30 @@ static void putBack(const std::vector<KeptBone>& kept, DzTime time)
     }
 }
 
-static void setPartLimits(DzNode* figure, FigureScope part, bool clamp)
+static void setPartLimits(DzNode* figure, FigureScope part, bool clamp, DzTime time)
 {
     if (part == FigureScope::Face) {
-        setFaceLimits(figure, clamp, true);
+        setFaceLimits(figure, clamp, true, time);
         return;
     }
-    setBodyBoneLimits(figure, clamp, true);
-    setBodyControlLimits(figure, clamp, true);
+    setBodyBoneLimits(figure, clamp, true, time);
+    setBodyControlLimits(figure, clamp, true, time);
 }
 
-void bakePose(DzNode* figure, int part)
+void bakePose(DzNode* figure, BakePart part, DzTime time)
 {
     DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
-    if (!skeleton || (part != BakeBody && part != BakeFace))
-        return;
-    if (!skeleton->findBone(QLatin1String("head")))
+    if (!skeleton || !skeleton->findBone(QLatin1String("head")))
         return; // not a complete figure
 
-    const DzTime time = dzScene->getTime();
     const FigureScope scope = part == BakeFace ? FigureScope::Face : FigureScope::Body;
     const BoneSet bones = numbersOf(bonesOf(skeleton, scope));
     // As they look, so before the limits are lifted.
     const std::vector<KeptBone> kept = keepBones(skeleton, bones, time);
-    setPartLimits(skeleton, scope, false);
+    setPartLimits(skeleton, scope, false, time);
     zeroControls(controlsDriving(skeleton, bones), time);
     putBack(kept, time);
-    setPartLimits(skeleton, scope, true);
+    setPartLimits(skeleton, scope, true, time);
     putBack(kept, time); // where a limit lifted a control off 0 again
 }
 

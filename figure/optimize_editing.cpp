@@ -9,25 +9,24 @@
 #include "ground/plugin_settings.h"
 
 #include "dzbone.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 namespace quillon {
 
-static bool optimizeFigure(DzSkeleton* figure, int centre)
+static bool optimizeFigure(DzSkeleton* figure, CentreChoice centre, DzTime time)
 {
     DzBone* hip = isSupportedFigure(figure) ? findBone(QLatin1String("hip"), figure) : nullptr;
     if (!hip)
         return false;
-    const DzTime time = dzScene->getTime();
     switch (centre) {
     case HipAsCentre:
         return hipAsCentre(figure, hip, time);
     case RootAsCentre:
         return rootAsCentre(figure, hip, time);
-    default:
-        return false;
+    case NoCentre:
+        break;
     }
+    return false;
 }
 
 static bool optimizeProp(DzNode* node)
@@ -42,10 +41,10 @@ static bool optimizeProp(DzNode* node)
     return true;
 }
 
-bool optimizeEditing(DzNode* node, DzSkeleton* figure, int centre)
+bool optimizeEditing(DzNode* node, DzSkeleton* figure, CentreChoice centre, DzTime time)
 {
     if (figure)
-        return optimizeFigure(figure, centre);
+        return optimizeFigure(figure, centre, time);
     return node && optimizeProp(node);
 }
 

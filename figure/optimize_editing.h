@@ -6,6 +6,8 @@
 // No undo step is opened: the caller holds.
 #pragma once
 
+#include "dztime.h"
+
 class DzNode;
 class DzSkeleton;
 
@@ -13,11 +15,11 @@ namespace quillon {
 
 enum CentreChoice { NoCentre = 0, HipAsCentre = 1, RootAsCentre = 2 };
 
-// node: the primary selection. figure: what it belongs to; null: it is a prop, and centre has no
-// meaning. centre: a CentreChoice; others do nothing.
-// False, with nothing changed: unsupported figure, no hip, another click, a cancelled dialog, a
+// node: the primary selection, may be null. figure: what it belongs to; null: it is a prop, and
+// centre and time, in ticks, have no meaning.
+// False, with nothing changed: no node, unsupported figure, no hip, NoCentre, a cancelled dialog, a
 // node that is gone when the dialog closes, a channel that cannot follow. In the last two cases the
 // settings keep what the dialog was told.
-bool optimizeEditing(DzNode* node, DzSkeleton* figure, int centre);
+bool optimizeEditing(DzNode* node, DzSkeleton* figure, CentreChoice centre, DzTime time);
 
 } // namespace quillon

@@ -7,7 +7,6 @@
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 #include <QPointer>
@@ -116,18 +115,16 @@ static void limitBone(DzBone* bone, bool clamp, DzTime time)
         bone->setWSRot(time, bone->getWSRot(time));
 }
 
-static void limitBones(DzNode* figure, FigureScope scope, const FlagRule& rule)
+static void limitBones(DzNode* figure, FigureScope scope, const FlagRule& rule, DzTime time)
 {
-    const DzTime time = dzScene->getTime();
     for (const FigureBone& each : bonesOf(figure, scope)) {
         const bool present = each.bone->getXRotControl()->isClamped();
         limitBone(each.bone, flagFor(rule, each.number, present), time);
     }
 }
 
-static void limitControls(DzNode* figure, FigureScope scope, const FlagRule& rule)
+static void limitControls(DzNode* figure, FigureScope scope, const FlagRule& rule, DzTime time)
 {
-    const DzTime time = dzScene->getTime();
     for (const FigureControl& each : ownControlsOf(figure, scope)) {
         const bool present = each.property->isClamped();
         const bool clamp = flagFor(rule, kFirstControlSlot + each.number, present);
@@ -136,21 +133,22 @@ static void limitControls(DzNode* figure, FigureScope scope, const FlagRule& rul
     }
 }
 
-void setBodyBoneLimits(DzNode* figure, bool clamp, bool remember)
+void setBodyBoneLimits(DzNode* figure, bool clamp, bool remember, DzTime time)
 {
-    limitBones(figure, FigureScope::Body, flagRule(figure, BodyBoneWalk, clamp, remember));
+    limitBones(figure, FigureScope::Body, flagRule(figure, BodyBoneWalk, clamp, remember), time);
 }
 
-void setBodyControlLimits(DzNode* figure, bool clamp, bool remember)
+void setBodyControlLimits(DzNode* figure, bool clamp, bool remember, DzTime time)
 {
-    limitControls(figure, FigureScope::Body, flagRule(figure, BodyControlWalk, clamp, remember));
+    limitControls(
+        figure, FigureScope::Body, flagRule(figure, BodyControlWalk, clamp, remember), time);
 }
 
-void setFaceLimits(DzNode* figure, bool clamp, bool remember)
+void setFaceLimits(DzNode* figure, bool clamp, bool remember, DzTime time)
 {
     const FlagRule rule = flagRule(figure, FaceWalk, clamp, remember);
-    limitBones(figure, FigureScope::Face, rule);
-    limitControls(figure, FigureScope::Face, rule);
+    limitBones(figure, FigureScope::Face, rule, time);
+    limitControls(figure, FigureScope::Face, rule, time);
 }
 
 void forgetLimits()
@@ -158,20 +156,20 @@ void forgetLimits()
     g_kept = KeptClamps();
 }
 
-void setPoseLimits(DzNode* figure, bool clamp, int partMask)
+void setPoseLimits(DzNode* figure, bool clamp, LimitPart part, DzTime time)
 {
     DzUndoStackHold hold;
-    if (partMask & BodyLimits)
-        setBodyBoneLimits(figure, clamp, false);
-    if (partMask & FaceLimits)
-        setFaceLimits(figure, clamp, false);
+    if (part & BodyLimits)
+        setBodyBoneLimits(figure, clamp, false, time);
+    if (part & FaceLimits)
+        setFaceLimits(figure, clamp, false, time);
     hold.accept(QLatin1String(kUndoCaption));
 
     // The texts go with the masks the wrong way round; users know them so.
     const char* text = "\r\n\r\nExpression limits clamped\r\n\r\n";
     if (!clamp)
         text = "\r\n\r\nAll pose limits un-clamped\r\n\r\n";
-    else if (partMask & FaceLimits)
+    else if (part & FaceLimits)
         text = "\r\n\r\nBone rotation limits clamped\r\n\r\n";
     showStatusMessage(QLatin1String(text));
 }
@@ -244,9 +242,8 @@ bool isTranslatableBone(const QString& name, const FigureModel& model)
         [&name](const char* bone) { return name == QLatin1String(bone); });
 }
 
-void limitTranslation(DzNode* bone, float rangeCm)
+void limitTranslation(DzNode* bone, float rangeCm, DzTime time)
 {
-    const DzTime time = dzScene->getTime();
     const float limitCm = rangeCm > kZeroRangeCm ? rangeCm : 0;
     for (DzFloatProperty* channel :
         {bone->getXPosControl(), bone->getYPosControl(), bone->getZPosControl()}) {
@@ -257,14 +254,14 @@ void limitTranslation(DzNode* bone, float rangeCm)
     }
 }
 
-void limitFreedTranslation(DzNode* bone, float rangeCm)
+void limitFreedTranslation(DzNode* bone, float rangeCm, DzTime time)
 {
     const unsigned flags = freeChannels(bone, TranslationChannels);
-    limitTranslation(bone, rangeCm);
+    limitTranslation(bone, rangeCm, time);
     restoreFlags(bone, TranslationChannels, flags);
 }
 
-static void limitTranslationsBelow(DzNode* figure, float rangeCm)
+static void limitTranslationsBelow(DzNode* figure, float rangeCm, DzTime time)
 {
     const FigureModel& model = modelOf(figure);
     DzNodeList below;
@@ -272,15 +269,15 @@ static void limitTranslationsBelow(DzNode* figure, float rangeCm)
     for (DzNode* node : std::as_const(below)) {
         const bool ownBone = isFigureNode(node) && node->getSkeleton() == figure;
         if (ownBone && isTranslatableBone(node->getName(), model))
-            limitFreedTranslation(node, rangeCm);
+            limitFreedTranslation(node, rangeCm, time);
     }
 }
 
-void limitBoneTranslations(DzNode* figure, float rangeCm)
+void limitBoneTranslations(DzNode* figure, float rangeCm, DzTime time)
 {
     DzUndoStackHold hold;
     if (figure)
-        limitTranslationsBelow(figure, rangeCm);
+        limitTranslationsBelow(figure, rangeCm, time);
     hold.accept(QLatin1String(kUndoCaption));
     showStatusMessage(QLatin1String("\r\n\r\nBone translations reset succeeded\r\n\r\n"));
 }

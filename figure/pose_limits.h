@@ -1,5 +1,5 @@
 // pose_limits.h - switches the limits of a figure's channels, and pulls bone translations back.
-// Only flags and the values they move are changed; read and written at the scene's current time.
+// Only flags and the values they move are changed; read and written at one time, in ticks.
 // Missing bones and controls are skipped. The limit walks open no undo step of their own; the two
 // commands hold for themselves, and a hold of the caller takes theirs in.
 //
@@ -11,31 +11,34 @@
 
 #include "figure/figure_kind.h"
 
+#include "dztime.h"
+
 class DzFloatProperty;
 class DzNode;
 class QString;
 
 namespace quillon {
 
-static constexpr float kTranslationRangeCm = 0.15f; // of a left click on "Bone Translations"
+static constexpr float kTranslationRangeCm = 0.15f; // that "Bone Translations" leaves
 
-// Bits of setPoseLimits' partMask.
-enum LimitPart { BodyLimits = 1, FaceLimits = 2 };
+enum LimitPart { BodyLimits = 1, FaceLimits = 2, AllLimits = BodyLimits | FaceLimits };
 
 // Bits of setChannelLimits' channelMask.
 enum ChannelGroup { RotationChannels = 1, TranslationChannels = 2 };
 
-void setBodyBoneLimits(DzNode* figure, bool clamp, bool remember); // rotation, not of the face
-void setBodyControlLimits(DzNode* figure, bool clamp, bool remember); // not of expressions
-void setFaceLimits(DzNode* figure, bool clamp, bool remember); // face bones, expression controls
+// Rotations of the bones that are none of the face; the controls that are no expressions; face
+// bones and expressions.
+void setBodyBoneLimits(DzNode* figure, bool clamp, bool remember, DzTime time);
+void setBodyControlLimits(DzNode* figure, bool clamp, bool remember, DzTime time);
+void setFaceLimits(DzNode* figure, bool clamp, bool remember, DzTime time);
 
 // Drops the kept flags: as at start.
 void forgetLimits();
 
-// The "Pose Limits" command: one undo step, a status text. partMask: LimitPart bits.
-void setPoseLimits(DzNode* figure, bool clamp, int partMask);
+// The "Pose Limits" command: one undo step, a status text.
+void setPoseLimits(DzNode* figure, bool clamp, LimitPart part, DzTime time);
 
-// One bone's channels; channelMask: ChannelGroup bits.
+// One bone's channels; not null. channelMask: ChannelGroup bits.
 // remember off: locks them, translations clamped too, or releases both.
 // remember on, enable off: keeps their flags (of this one bone) and releases them.
 // remember on, enable on: sets the flags that were kept as set; leaves the others.
@@ -44,15 +47,16 @@ void setChannelLimits(DzNode* bone, bool enable, int channelMask, bool remember)
 // Whether "Bone Translations" takes a bone of this name; the hip is none of them.
 bool isTranslatableBone(const QString& name, const FigureModel& model = activeModel());
 
-// Moves the look of the translation into [-rangeCm, rangeCm] on each axis, at the scene's time; up
-// to 1.2e-7 cm, and below 0, zeroes it. Locks and limits of the channels apply; one that lies
-// within already is not written. The bone is not null.
-void limitTranslation(DzNode* bone, float rangeCm);
+// Moves the look of the translation into [-rangeCm, rangeCm] on each axis; a range up to 1.2e-7 cm,
+// and one below 0, zeroes it. Locks and limits of the channels apply; one that lies within already
+// is not written. The bone is not null.
+void limitTranslation(DzNode* bone, float rangeCm, DzTime time);
 
 // The same with the channels' locks and limits lifted meanwhile.
-void limitFreedTranslation(DzNode* bone, float rangeCm);
+void limitFreedTranslation(DzNode* bone, float rangeCm, DzTime time);
 
-// The "Bone Translations" command: one undo step, a status text.
-void limitBoneTranslations(DzNode* figure, float rangeCm);
+// The "Bone Translations" command: one undo step, a status text. A figure that is null has no
+// bones.
+void limitBoneTranslations(DzNode* figure, float rangeCm, DzTime time);
 
 } // namespace quillon

@@ -12,7 +12,6 @@
 #include "dzfloatproperty.h"
 #include "dzmorph.h"
 #include "dzobject.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 #include "dzundostack.h"
 
@@ -31,7 +30,7 @@ const char* const kFacsPrefix = "facs_";
 struct SelectionReset {
     DzSkeleton* figure;
     const FigureModel& model;
-    int mode;
+    ResetMode mode;
     DzTime time;
     std::vector<FigureBone> bones;
     std::vector<NodePlace> local; // of the bones, before the reset
@@ -171,7 +170,7 @@ static void zeroCorrectives(
     }
 }
 
-static bool inPart(const DzNode* bone, int mode, const FigureModel& model)
+static bool inPart(const DzNode* bone, ResetMode mode, const FigureModel& model)
 {
     const QString name = bone->getName();
     const bool extremity
@@ -183,12 +182,13 @@ static bool inPart(const DzNode* bone, int mode, const FigureModel& model)
         return extremity;
     case ResetSelected:
         return true;
-    default:
-        return false;
+    case ResetWholeFigure:
+        break; // no bone is asked for
     }
+    return false;
 }
 
-bool inResetPart(const DzNode* bone, int mode)
+bool inResetPart(const DzNode* bone, ResetMode mode)
 {
     return inPart(bone, mode, modelOf(bone));
 }
@@ -243,7 +243,7 @@ static void resetWholeFigure(DzSkeleton* figure, DzTime time)
 
 // ---- selection
 
-static SelectionReset beginReset(DzSkeleton* figure, int mode, DzTime time)
+static SelectionReset beginReset(DzSkeleton* figure, ResetMode mode, DzTime time)
 {
     SelectionReset reset = {figure, modelOf(figure), mode, time, bonesOf(figure), {}, BoneSet()};
     reset.local.reserve(reset.bones.size());
@@ -352,15 +352,14 @@ static void resetSelection(SelectionReset reset)
     settleReset(reset);
 }
 
-void resetPose(DzNode* figure, int mode)
+void resetPose(DzNode* figure, ResetMode mode, DzTime time)
 {
     DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;
     if (!skeleton)
         return;
-    const DzTime time = dzScene->getTime();
     if (mode == ResetWholeFigure)
         resetWholeFigure(skeleton, time);
-    else if (mode >= ResetBody && mode <= ResetSelected)
+    else
         resetSelection(beginReset(skeleton, mode, time));
 }
 

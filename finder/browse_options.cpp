@@ -16,23 +16,23 @@ namespace quillon {
 void clearUnlockedParts(DzSkeleton* figure, DzTime time)
 {
     setPartLocks(figure, true, time);
-    resetPose(figure, ResetWholeFigure);
+    resetPose(figure, ResetWholeFigure, time);
     setPartLocks(figure, false, time);
 }
 
-static void setBodyLimits(DzSkeleton* figure, bool clamp)
+static void setBodyLimits(DzSkeleton* figure, bool clamp, DzTime time)
 {
     const bool remember = false;
-    setBodyBoneLimits(figure, clamp, remember);
-    setBodyControlLimits(figure, clamp, remember);
+    setBodyBoneLimits(figure, clamp, remember, time);
+    setBodyControlLimits(figure, clamp, remember, time);
 }
 
-void releaseBrowsingLimits(DzSkeleton* figure)
+void releaseBrowsingLimits(DzSkeleton* figure, DzTime time)
 {
     if (pluginSettings().allowPoseViolation)
-        setBodyLimits(figure, false);
+        setBodyLimits(figure, false, time);
     if (pluginSettings().allowFaceViolation)
-        setFaceLimits(figure, false, false);
+        setFaceLimits(figure, false, false, time);
 }
 
 static bool isInLockedPart(const QString& boneName)
@@ -44,23 +44,23 @@ static bool isInLockedPart(const QString& boneName)
     return false;
 }
 
-static void zeroTranslations(DzSkeleton* figure)
+static void zeroTranslations(DzSkeleton* figure, DzTime time)
 {
     for (const FigureBone& each : bonesOf(figure)) {
         const QString& name = boneName(each.number);
         if (isTranslatableBone(name) && !isInLockedPart(name))
-            limitFreedTranslation(each.bone, 0);
+            limitFreedTranslation(each.bone, 0, time);
     }
 }
 
-void enforceBrowsingLimits(DzSkeleton* figure)
+void enforceBrowsingLimits(DzSkeleton* figure, DzTime time)
 {
     if (!pluginSettings().allowPoseViolation)
-        setBodyLimits(figure, true);
+        setBodyLimits(figure, true, time);
     if (!pluginSettings().allowFaceViolation)
-        setFaceLimits(figure, true, false);
+        setFaceLimits(figure, true, false, time);
     if (!pluginSettings().allowTranslations)
-        zeroTranslations(figure);
+        zeroTranslations(figure, time);
 }
 
 } // namespace quillon

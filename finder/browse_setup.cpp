@@ -67,13 +67,13 @@ void deriveFigureFacing(BrowseSession* session, int type, DzSkeleton* figure, Dz
 // Over the cleared figure, whose place and facing it takes.
 static void showReference(BrowseSession* session, DzSkeleton* figure, DzTime time)
 {
-    releaseBrowsingLimits(figure);
+    releaseBrowsingLimits(figure, time);
     const bool resetFirst = true;
     applyPose(figure, time, referencePosePath(), resetFirst);
     putBackRotationUnderHip(session->place, time);
     putBackPlace(session->place, time);
     turnToFacing(session->facing, figure, time);
-    enforceBrowsingLimits(figure);
+    enforceBrowsingLimits(figure, time);
     makeYawTable(&session->tables, session->type, figure, time);
 }
 

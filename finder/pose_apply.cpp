@@ -89,12 +89,12 @@ void applyCurrentPose(
 {
     UndoStep step;
     step.note(true);
-    releaseBrowsingLimits(figure);
+    releaseBrowsingLimits(figure, time);
     putBackRotation(session->place, time); // else the last step's turn would end up in the hip
     applyWithLocks(*session, figure, time, direction);
     putBackPlace(session->place, time); // before the turn, which moves the figure round its hip
     turnToFacing(session->facing, figure, time);
-    enforceBrowsingLimits(figure);
+    enforceBrowsingLimits(figure, time);
     noteFigureLeft(session, figure, time);
     refreshCurrentRank();
     session->tablesState = Applied;

@@ -66,7 +66,7 @@ static bool clearPose(DzSkeleton* figure, DzTime time)
 {
     const ChannelSnapshot before = poseOf(figure, time);
     UndoStep step;
-    resetPose(figure, ResetWholeFigure);
+    resetPose(figure, ResetWholeFigure, time);
     const bool changed = !isAsKept(before, time);
     step.note(changed);
     return changed;

@@ -18,7 +18,7 @@ ScanFigure beginScanPoses(DzSkeleton* figure, DzTime time)
     keepPoseChannels(figure, time, &scan.kept);
     for (const FigureBone& each : bonesOf(figure))
         keepPoseChannels(each.bone, time, &scan.kept);
-    setBodyBoneLimits(figure, false, true);
+    setBodyBoneLimits(figure, false, true, time);
     // Channels first: a turn of 360 degrees is no turn, but would stay in the sign of what follows.
     zeroBoneChannels(figure, time);
     figure->setWSRot(time, DzQuat());
@@ -43,7 +43,7 @@ bool tryPose(const ScanFigure& scan, const QString& path)
 
 void endScanPoses(const ScanFigure& scan)
 {
-    setBodyBoneLimits(scan.figure, true, true); // may pull the last pose into range
+    setBodyBoneLimits(scan.figure, true, true, scan.time); // may pull the last pose into range
     for (const KeptValue& each : scan.kept)
         putBackStored(each, scan.time);
 }

@@ -40,35 +40,35 @@ bool openPicker(const PressContext&)
 
 bool resetBody(const PressContext& press)
 {
-    resetPose(press.figure, ResetBody);
+    resetPose(press.figure, ResetBody, press.time);
     return true;
 }
 
 bool resetExtremities(const PressContext& press)
 {
-    resetPose(press.figure, ResetExtremities);
+    resetPose(press.figure, ResetExtremities, press.time);
     return true;
 }
 
 bool resetSelected(const PressContext& press)
 {
-    resetPose(press.figure, ResetSelected);
+    resetPose(press.figure, ResetSelected, press.time);
     return true;
 }
 
 bool optimizeForHip(const PressContext& press)
 {
-    return optimizeEditing(press.node, press.figure, HipAsCentre);
+    return optimizeEditing(press.node, press.figure, HipAsCentre, press.time);
 }
 
 bool optimizeForRoot(const PressContext& press)
 {
-    return optimizeEditing(press.node, press.figure, RootAsCentre);
+    return optimizeEditing(press.node, press.figure, RootAsCentre, press.time);
 }
 
 bool optimizeNode(const PressContext& press)
 {
-    return optimizeEditing(press.node, press.figure, NoCentre);
+    return optimizeEditing(press.node, press.figure, NoCentre, press.time);
 }
 
 // Mirrors a node at the plane X = 0.
@@ -110,43 +110,43 @@ bool symmetrizeSelected(const PressContext& press)
 
 bool clampFaceLimits(const PressContext& press)
 {
-    setPoseLimits(press.figure, true, FaceLimits);
+    setPoseLimits(press.figure, true, FaceLimits, press.time);
     return true;
 }
 
 bool clampBodyLimits(const PressContext& press)
 {
-    setPoseLimits(press.figure, true, BodyLimits);
+    setPoseLimits(press.figure, true, BodyLimits, press.time);
     return true;
 }
 
 bool releaseLimits(const PressContext& press)
 {
-    setPoseLimits(press.figure, false, BodyLimits | FaceLimits);
+    setPoseLimits(press.figure, false, AllLimits, press.time);
     return true;
 }
 
 bool limitTranslations(const PressContext& press)
 {
-    limitBoneTranslations(press.figure, kTranslationRangeCm);
+    limitBoneTranslations(press.figure, kTranslationRangeCm, press.time);
     return true;
 }
 
 bool zeroTranslations(const PressContext& press)
 {
-    limitBoneTranslations(press.figure, 0);
+    limitBoneTranslations(press.figure, 0, press.time);
     return true;
 }
 
 bool bakeBody(const PressContext& press)
 {
-    bakePose(press.figure, BakeBody);
+    bakePose(press.figure, BakeBody, press.time);
     return true;
 }
 
 bool bakeFace(const PressContext& press)
 {
-    bakePose(press.figure, BakeFace);
+    bakePose(press.figure, BakeFace, press.time);
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"
 #include "posefile/reference_pose.h"
+#include "posefile/swap_symmetrize.h"
 
 #include "dzscene.h"
 #include "dzskeleton.h"
@@ -35,6 +36,24 @@ void showReferencePose()
 void setPartLocks(DzNode* figure, bool on)
 {
     setPartLocks(figure, on, dzScene->getTime());
+}
+
+bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
+    bool includeFace, bool mirrorAll)
+{
+    Rewriting how;
+    how.withChildren = withChildren;
+    how.useLocks = useLocks;
+    how.symmetrize = symmetrize;
+    how.includeFace = includeFace;
+    how.mirrorAll = mirrorAll;
+    return applyRewritten(figure, dzScene->getTime(), how);
+}
+
+bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize)
+{
+    return swapOrSymmetrize(
+        figure, reach == SelectedBonesOnly ? SelectedBonesOnly : BonesBelowToo, time, symmetrize);
 }
 
 } // namespace quillon

@@ -1,9 +1,11 @@
-// pose_calls.h - the calls of this room that find their figure by themselves: that of the primary
-// selection, at the scene's time. The room's edge for those who have neither; nothing that a press
-// runs comes through here.
+// pose_calls.h - the calls of this room that find their figure by themselves, that of the primary
+// selection, or ask the scene for the time, and those whose choices come as numbers or flags. The
+// room's edge for those who have none of these; nothing that a press runs comes through here.
 #pragma once
 
 #include "posefile/pose_channels.h"
+
+#include "dztime.h"
 
 #include <QString>
 
@@ -18,5 +20,12 @@ void memorizeReferencePose();
 void showReferencePose();
 
 void setPartLocks(DzNode* figure, bool on); // see part_locks.h
+
+// See applyRewritten().
+bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
+    bool includeFace, bool mirrorAll);
+
+// Bones below the selected ones take part unless reach is 3, SelectedBonesOnly.
+bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize);
 
 } // namespace quillon

@@ -47,7 +47,7 @@ bool applyPose(
         || !loadPoseText(path)) // before the reset: an unreadable file changes nothing
         return false;
     if (resetFirst)
-        resetPose(figure, ResetWholeFigure);
+        resetPose(figure, ResetWholeFigure, time);
     applyPoseText(figure, time, set);
     return true;
 }

@@ -16,8 +16,8 @@ namespace quillon {
 
 static constexpr int kMaxEntries = 100000; // read from one file
 
-// resetFirst: the whole figure is reset, at the scene's time, before the first value is handed to
-// set. False, and nothing changed, unless the figure has a hip and a byte could be read; true also
+// resetFirst: the whole figure is reset, at that time, before the first value is handed to set.
+// False, and nothing changed, unless the figure has a hip and a byte could be read; true also
 // when no entry was found.
 bool applyPose(DzSkeleton* figure, DzTime time, const QString& path, bool resetFirst,
     SetChannel set = setStoredValue);

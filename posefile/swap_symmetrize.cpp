@@ -13,7 +13,6 @@
 #include "dzapp.h"
 #include "dzbone.h"
 #include "dzfloatproperty.h"
-#include "dzscene.h"
 #include "dzskeleton.h"
 
 #include <QFile>
@@ -62,16 +61,7 @@ static void setWhereOtherAndTouched(DzFloatProperty* channel, DzTime time, float
         setWhereOther(channel, time, value);
 }
 
-namespace {
-
-struct Rewriting {
-    bool withChildren, useLocks, symmetrize, includeFace, mirrorAll;
-    SetChannel set;
-};
-
-} // namespace
-
-static bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how)
+bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how)
 {
     DzSkeleton* skeleton = figureOf(figure);
     const TempFiles files = tempFiles();
@@ -83,20 +73,13 @@ static bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how)
         return false;
     if (how.useLocks)
         setPartLocks(figure, true, time);
-    const bool applied = applyPose(skeleton, time, files.rewritten, false, how.set);
+    const SetChannel set = how.touchedBonesOnly ? setWhereOtherAndTouched : setWhereOther;
+    const bool applied = applyPose(skeleton, time, files.rewritten, false, set);
     if (applied)
         remove(files);
     if (how.useLocks)
         setPartLocks(figure, false, time);
     return applied;
-}
-
-bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
-    bool includeFace, bool mirrorAll)
-{
-    const Rewriting how
-        = {withChildren, useLocks, symmetrize, includeFace, mirrorAll, setWhereOther};
-    return applyRewritten(figure, dzScene->getTime(), how);
 }
 
 // ---- the commands
@@ -138,7 +121,7 @@ static void putBackUntouched(const std::vector<KeptBone>& bones, DzTime time)
     }
 }
 
-bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize)
+bool swapOrSymmetrize(DzNode* figure, SwapReach reach, DzTime time, bool symmetrize)
 {
     DzBone* hip = findBone(QLatin1String("hip"), figure);
     if (!hip)
@@ -148,9 +131,12 @@ bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize)
     if (!wholeFigure)
         kept = keepBones(figure, time);
     clearTouchedBones();
-    const bool withChildren = reach != SelectedBonesOnly, includeFace = !symmetrize;
-    const Rewriting how = {withChildren, false, symmetrize, includeFace, wholeFigure,
-        wholeFigure ? setWhereOther : setWhereOtherAndTouched};
+    Rewriting how;
+    how.withChildren = reach == BonesBelowToo;
+    how.symmetrize = symmetrize;
+    how.includeFace = !symmetrize;
+    how.mirrorAll = wholeFigure;
+    how.touchedBonesOnly = !wholeFigure;
     if (!applyRewritten(figure, time, how))
         return false;
     putBackUntouched(kept, time);
@@ -165,8 +151,6 @@ bool mirrorWholePose(DzNode* figure, DzTime time)
         return false;
     Rewriting how;
     how.withChildren = how.useLocks = how.includeFace = how.mirrorAll = true;
-    how.symmetrize = false;
-    how.set = setWhereOther;
     if (!applyRewritten(figure, time, how))
         return false;
     hipAsCentre(figure, hip, time);

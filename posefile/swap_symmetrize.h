@@ -14,17 +14,26 @@ namespace quillon {
 // Which bones take part beside the selected ones.
 enum SwapReach { BonesBelowToo = 1, SelectedBonesOnly = 3 };
 
-// The flags but useLocks are those of rewritePoseFile(); useLocks: the parts that the locks hold
-// stay as they are. The files are deleted after success and stay otherwise. At the scene's time.
-bool applyThroughTempFiles(DzNode* figure, bool withChildren, bool useLocks, bool symmetrize,
-    bool includeFace, bool mirrorAll);
+// How a pose goes through the files. The first four are those of rewritePoseFile().
+struct Rewriting {
+    bool withChildren = false;
+    bool symmetrize = false;
+    bool includeFace = false;
+    bool mirrorAll = false;
+    bool useLocks = false; // the parts that the locks hold stay as they are
+    bool touchedBonesOnly = false; // a bone whose entries were copied unchanged is not written
+};
+
+// Writes the figure's pose, rewrites it and applies that. The files are deleted after success and
+// stay otherwise.
+bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how);
 
 // Swap (symmetrize off): the selected bones, their partners and the controls that drive them
 // exchange their values, mirrored; with the figure node selected the whole pose does.
 // Symmetrize: the selected sided bones take their partners' values, mirrored.
-// Bones below the selected ones take part unless reach is SelectedBonesOnly. All other bones keep
-// their place, and so does the body: the hip's translation goes to the figure node.
-bool swapOrSymmetrize(DzNode* figure, int reach, DzTime time, bool symmetrize);
+// All other bones keep their place, and so does the body: the hip's translation goes to the figure
+// node.
+bool swapOrSymmetrize(DzNode* figure, SwapReach reach, DzTime time, bool symmetrize);
 
 // Mirrors the whole pose, locked parts excepted. The figure is not turned afterwards: which way a
 // found pose is to face is for the Pose Finder.

@@ -5,6 +5,7 @@
 #include "scene_fixture.h"
 
 #include "figure/body_parts.h"
+#include "figure/figure_calls.h"
 #include "figure/figure_kind.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"

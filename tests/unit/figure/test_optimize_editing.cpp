@@ -3,7 +3,7 @@
 #include "room_tests.h"
 #include "prop_fixture.h"
 
-#include "figure/optimize_editing.h"
+#include "figure/figure_calls.h"
 #include "ground/plugin_settings.h"
 
 #include <QtTest>
