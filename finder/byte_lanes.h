@@ -1,5 +1,5 @@
 // byte_lanes.h - sixteen bytes side by side, one register of every x86-64.
-// The only file of the passes that knows compilers apart. Owns: nothing.
+// The only file of this folder that knows compilers apart. Owns: nothing.
 #pragma once
 
 #include <emmintrin.h>

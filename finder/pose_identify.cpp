@@ -1,5 +1,6 @@
 #include "finder/pose_identify.h"
 
+#include "finder/body_words.h"
 #include "finder/pose_index.h"
 #include "finder/pose_pair_products.h"
 #include "ground/hash.h"
@@ -32,8 +33,7 @@ static char raised(char c)
     return c >= 'a' && c <= 'z' ? char(c - ('a' - 'A')) : c;
 }
 
-// Looks at the byte under the word's last letter and moves on by as much as that byte allows; half
-// a megabyte is gone through for six words of every file.
+// Looks at the byte under the word's last letter and moves on by as much as that byte allows.
 bool containsWord(const char* bytes, int count, const char* word)
 {
     const int length = int(std::strlen(word));
@@ -53,23 +53,11 @@ static bool containsWord(const QString& text, const char* word)
     return text.contains(QLatin1String(word), Qt::CaseInsensitive);
 }
 
-namespace {
+static const unsigned kWholeBody = BigToeWord | PinkyWord | HeadWord;
 
-struct PoseBytes {
-    const char* bytes;
-    int count;
-
-    bool has(const char* word) const
-    {
-        return containsWord(bytes, count, word);
-    }
-};
-
-} // namespace
-
-static bool isFemale(const PoseBytes& text, const QString& path, const QString& title)
+static bool isFemale(unsigned words, const QString& path, const QString& title)
 {
-    return text.has("breast") || containsWord(path, "g8f") || containsWord(path, "female")
+    return (words & BreastWord) || containsWord(path, "g8f") || containsWord(path, "female")
         || containsWord(title, "f");
 }
 
@@ -79,21 +67,21 @@ static bool isMale(const QString& path, const QString& title)
     return containsWord(path, "g8m") || containsWord(path, "male") || containsWord(title, "m");
 }
 
-static quint32 generationOf(const PoseBytes& text)
+static quint32 generationOf(unsigned words)
 {
-    if (text.has("abdomen2"))
+    if (words & Abdomen2Word)
         return 2;
-    return text.has("rheel") ? 3 : 8;
+    return words & HeelWord ? 3 : 8;
 }
 
 quint32 figureCodeOf(const char* bytes, int count, const QString& path)
 {
-    const PoseBytes text = {bytes, count};
-    if (!text.has("bigtoe") || !text.has("pinky") || !text.has("head"))
+    const unsigned words = bodyWordsIn(bytes, count);
+    if ((words & kWholeBody) != kWholeBody)
         return 0;
     const QString title = posePairKind(path).isMakerFile ? poseFileTitle(path, false) : QString();
-    const bool male = !isFemale(text, path, title) && isMale(path, title);
-    return generationOf(text) + (male ? kMaleMark : 0);
+    const bool male = !isFemale(words, path, title) && isMale(path, title);
+    return generationOf(words) + (male ? kMaleMark : 0);
 }
 
 void identifyPose(int entry)

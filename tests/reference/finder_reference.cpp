@@ -1,5 +1,6 @@
 #include "reference/finder_reference.h"
 
+#include "finder/body_words.h"
 #include "finder/browse_session.h"
 
 #include <cmath>
@@ -143,11 +144,25 @@ static bool has(const QString& text, const char* word)
     return text.contains(QLatin1String(word), Qt::CaseInsensitive);
 }
 
-quint32 figureCodeOf(const QByteArray& bytes, const QString& path)
+static QString textOf(const QByteArray& bytes)
 {
     QString text;
     for (const char byte : bytes)
         text += QLatin1Char(byte);
+    return text;
+}
+
+unsigned bodyWordsIn(const QByteArray& bytes)
+{
+    const QString text = textOf(bytes);
+    return (has(text, "bigtoe") ? BigToeWord : 0u) | (has(text, "pinky") ? PinkyWord : 0u)
+        | (has(text, "head") ? HeadWord : 0u) | (has(text, "breast") ? BreastWord : 0u)
+        | (has(text, "abdomen2") ? Abdomen2Word : 0u) | (has(text, "rheel") ? HeelWord : 0u);
+}
+
+quint32 figureCodeOf(const QByteArray& bytes, const QString& path)
+{
+    const QString text = textOf(bytes);
     if (!has(text, "bigtoe") || !has(text, "pinky") || !has(text, "head"))
         return 0;
     QString title;

@@ -26,6 +26,7 @@ float bestYawSimilarity(const DzQuat& hip);
 float browseScore(int entry);
 
 int rankOf(int entry, const std::vector<RankRecord>& records);
+unsigned bodyWordsIn(const QByteArray& bytes);
 quint32 figureCodeOf(const QByteArray& bytes, const QString& path);
 
 } // namespace reference
