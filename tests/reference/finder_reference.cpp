@@ -2,6 +2,7 @@
 
 #include "finder/body_words.h"
 #include "finder/browse_session.h"
+#include "ground/plugin_settings.h"
 
 #include <cmath>
 
@@ -15,7 +16,7 @@ static float score(float distance, float tolerance)
     if (tolerance == 0)
         return 1;
     const float s = (distance - 0) / (tolerance - 0) * (0.0f - 1.0f) + 1;
-    return s < 0 ? 0 : s > 1 ? 1 : s;
+    return s < 0 ? 0 : s < 1 ? s : 1; // a distance that is no number counts as none
 }
 
 static float probeDistance(const DzQuat& a, const DzQuat& b, const DzVec3& probe)
@@ -135,6 +136,34 @@ int rankOf(int entry, const std::vector<RankRecord>& records)
             return record.rank;
     }
     return 0;
+}
+
+static bool isOfPair(const QString& path)
+{
+    return path.contains(QLatin1String("data/Brannoc/poses"), Qt::CaseInsensitive)
+        && (path.contains(QLatin1String("0.duf")) || path.contains(QLatin1String("a.duf"))
+            || path.contains(QLatin1String("b.duf")));
+}
+
+bool passes(int entry, const std::vector<RankRecord>& records)
+{
+    const PoseIndexEntry& e = *poseEntry(entry);
+    const PluginSettings& s = pluginSettings();
+    const bool included
+        = (e.figureCode == 8 && s.includeFemale) || (e.figureCode == 264 && s.includeMale);
+    return included && (s.rankFilter & (1 << reference::rankOf(entry, records)))
+        && !(s.ignorePosePairs && isOfPair(e.path)) && e.hasSignature
+        && reference::browseScore(entry) > 0;
+}
+
+std::vector<int> matches(const std::vector<RankRecord>& records)
+{
+    std::vector<int> found;
+    for (int entry = 0; entry < poseCount(); ++entry) {
+        if (passes(entry, records))
+            found.push_back(entry);
+    }
+    return found;
 }
 
 // ---- identification

@@ -27,6 +27,10 @@ float browseScore(int entry);
 
 int rankOf(int entry, const std::vector<RankRecord>& records);
 unsigned bodyWordsIn(const QByteArray& bytes);
+// The filters of the session and the settings, one after the other.
+bool passes(int entry, const std::vector<RankRecord>& records);
+std::vector<int> matches(const std::vector<RankRecord>& records);
+
 quint32 figureCodeOf(const QByteArray& bytes, const QString& path);
 
 } // namespace reference
