@@ -2,22 +2,17 @@
 // the scan runs them, beside the plain loops they took the place of.
 //
 // Entries: random ones, clusters about 400 random centres with normal noise of 0.18 and of 0.1 on
-// each component of each quaternion, and, when a pose index file is given, about its signatures.
-// Prints a row per pass, kind and size: milliseconds of processor time (the fastest of the runs),
-// those of the loop, the ratio, the exponent of growth since the size before, how many were
-// dropped, and a checksum of the verdicts. Loops over more entries than kFullLoop are timed for
-// every kSampleStep-th entry and the time multiplied; they are marked with ~. The loop's verdicts
-// must be the same.
+// each component of each quaternion, when a pose index file is given about its signatures, and one
+// cluster about the identity with noise of 0.1, 0.05 and 0.02: all poses alike.
+// Prints the rows of row_table.h: each pass and both, for each kind and size, the fastest of the
+// runs; as a checksum that of the verdicts. Loops over more entries than kFullLoop are timed for
+// every kSampleStep-th entry and the time multiplied. The loop's verdicts must be the same.
 // --quick: small sizes once; says only whether the verdicts are the same.
 #include "bench/pass_loops.h"
+#include "bench/row_table.h"
 #include "reference/pass_tables.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <ctime>
 #include <fstream>
 #include <string>
 
@@ -32,11 +27,6 @@ static const int kSampleStep = 32;
 static const int kCentres = 400;
 
 typedef std::vector<int> Verdicts; // the entry that is repeated, -1: none
-
-static double nowMs() // of the processor, as the machine may have other work
-{
-    return double(std::clock()) * 1000 / CLOCKS_PER_SEC;
-}
 
 // ---- the passes and their loops
 
@@ -82,12 +72,12 @@ static LoopTime timeLoop(const std::vector<Row>& rows, const Verdicts& verdicts,
         }
     }
     LoopTime time = {0, true};
-    const double start = nowMs();
+    const double start = bench::processorMs();
     for (std::size_t i = std::size_t(step) / 2; i < rows.size(); i += std::size_t(step)) {
         const int at = rows[i].takesPart ? firstOf(kept, counts[i], keptOf(rows[i])) : -1;
         time.same = time.same && (at < 0 ? -1 : entries[at]) == verdicts[i];
     }
-    time.ms = (nowMs() - start) * step;
+    time.ms = (bench::processorMs() - start) * step;
     return time;
 }
 
@@ -103,21 +93,18 @@ static LoopTime loopSimilar(const PassTable& table, const Verdicts& verdicts, in
 
 namespace {
 
-struct PassRow {
-    const char* name;
+struct Pass {
     Verdicts (*run)(const PassTable&);
     LoopTime (*loop)(const PassTable&, const Verdicts&, int step);
 };
 
-const PassRow kPasses[] = {
-    {"mirrored", runMirror, loopMirror},
-    {"similar", runSimilar, loopSimilar},
-};
+const Pass kMirrored = {runMirror, loopMirror};
+const Pass kSimilar = {runSimilar, loopSimilar};
 
 struct Result {
     double ms = 0, loopMs = 0;
     long dropped = 0;
-    std::uint32_t checksum = 2166136261u;
+    std::uint32_t checksum = bench::kNoSum;
     bool same = true;
 };
 
@@ -129,20 +116,15 @@ static void addVerdicts(const Verdicts& verdicts, Result* result)
 {
     for (const int each : verdicts) {
         result->dropped += each >= 0;
-        result->checksum = (result->checksum ^ std::uint32_t(each)) * 16777619u;
+        result->checksum = bench::addToSum(result->checksum, std::uint32_t(each));
     }
 }
 
-static Result timePass(const PassRow& pass, const PassTable& table, int runs)
+static Result timePass(const Pass& pass, const PassTable& table, int runs)
 {
     Result result;
     Verdicts verdicts;
-    for (int i = 0; i < runs; ++i) {
-        const double start = nowMs();
-        verdicts = pass.run(table);
-        const double ms = nowMs() - start;
-        result.ms = i == 0 ? ms : std::min(result.ms, ms);
-    }
+    result.ms = bench::fastestMs(runs, [&] { verdicts = pass.run(table); });
     addVerdicts(verdicts, &result);
     const int step = int(table.mirror.size()) > kFullLoop ? kSampleStep : 1;
     const LoopTime loop = pass.loop(table, verdicts, step);
@@ -169,14 +151,17 @@ static Result sumOf(const Result& a, const Result& b)
     return sum;
 }
 
-static void printRow(
-    const std::string& kind, const char* pass, int count, const Result& now, const Result& before)
+static bench::Row rowOf(const std::string& name, int count, const Result& result)
 {
-    const double exponent = before.ms > 0 ? std::log(now.ms / before.ms) / std::log(8.0) : 0;
-    std::printf("%-14s %-9s %6d %10.2f %s%11.1f %8.1f %6.2f %7ld  %08x%s\n", kind.c_str(), pass,
-        count, now.ms, count > kFullLoop ? "~" : " ", now.loopMs, now.loopMs / now.ms, exponent,
-        now.dropped, now.checksum, now.same ? "" : "  VERDICTS DIFFER");
-    std::fflush(stdout);
+    bench::Row row;
+    row.name = name;
+    row.n = count;
+    row.ms = result.ms;
+    row.referenceMs = result.loopMs;
+    row.sampled = count > kFullLoop;
+    row.checksum = result.checksum;
+    row.note = result.same ? std::to_string(result.dropped) + " dropped" : "verdicts DIFFER";
+    return row;
 }
 
 // ---- kinds of tables
@@ -187,6 +172,14 @@ static std::vector<Signature> randomCentres(Dice* dice)
     for (Signature& centre : centres)
         centre = randomSignature(dice);
     return centres;
+}
+
+static Signature identitySignature()
+{
+    Signature signature;
+    for (Quat& q : signature.slot)
+        q = Quat {0, 0, 0, 1};
+    return signature;
 }
 
 template <typename Value> static Value read(std::ifstream* file)
@@ -230,8 +223,10 @@ static std::vector<Kind> kindsFor(const char* indexPath)
 {
     Dice dice(400);
     const std::vector<Signature> centres = randomCentres(&dice);
-    std::vector<Kind> kinds
-        = {{"random", {}, 0}, {"clusters 0.18", centres, 0.18}, {"clusters 0.1", centres, 0.1}};
+    const std::vector<Signature> one(1, identitySignature());
+    std::vector<Kind> kinds = {{"random", {}, 0}, {"clusters 0.18", centres, 0.18},
+        {"clusters 0.1", centres, 0.1}, {"one cluster 0.1", one, 0.1},
+        {"one cluster 0.05", one, 0.05}, {"one cluster 0.02", one, 0.02}};
     const std::vector<Signature> real
         = indexPath ? indexSignatures(indexPath) : std::vector<Signature>();
     if (!real.empty()) {
@@ -248,39 +243,33 @@ static PassTable tableOf(const Kind& kind, int count)
                                 : clusteredTable(count, kind.centres, kind.noise, &dice);
 }
 
-template <int kCount>
-static bool runKind(const Kind& kind, const int (&sizes)[kCount], int runs, bool quiet)
+static bool runKind(const Kind& kind, int count, int runs, bench::RowTable* printed)
 {
-    Result before[3];
-    bool same = true;
-    for (const int count : sizes) {
-        PassTable table = tableOf(kind, count);
-        Result now[3];
-        now[0] = timePass(kPasses[0], table, runs);
-        dropMirrored(&table);
-        now[1] = timePass(kPasses[1], table, runs);
-        now[2] = sumOf(now[0], now[1]);
-        for (int i = 0; i < 3; ++i) {
-            if (!quiet)
-                printRow(kind.name, i < 2 ? kPasses[i].name : "both", count, now[i], before[i]);
-            before[i] = now[i];
-        }
-        same = same && now[2].same;
+    PassTable table = tableOf(kind, count);
+    const Result mirrored = timePass(kMirrored, table, runs);
+    dropMirrored(&table);
+    const Result similar = timePass(kSimilar, table, runs);
+    const Result both = sumOf(mirrored, similar);
+    if (printed) {
+        bench::printRow(rowOf("mirrored " + kind.name, count, mirrored), printed);
+        bench::printRow(rowOf("similar " + kind.name, count, similar), printed);
+        bench::printRow(rowOf("both passes " + kind.name, count, both), printed);
     }
-    return same;
+    return both.same;
 }
 
 int main(int argc, char** argv)
 {
-    const bool quick = argc > 1 && std::strcmp(argv[argc - 1], "--quick") == 0;
-    const char* index = argc > (quick ? 2 : 1) ? argv[1] : nullptr;
-    if (!quick)
-        std::printf("entries        pass       count         ms      loop ms    ratio  expon. "
-                    "dropped  checksum\n");
+    const bool quick = bench::takeQuick(&argc, argv);
+    bench::RowTable printed;
     bool same = true;
-    for (const Kind& kind : kindsFor(index))
-        same = (quick ? runKind(kind, kQuickSizes, 1, true) : runKind(kind, kSizes, kRuns, false))
-            && same;
-    std::printf("%s\n", same ? "all verdicts are those of the loops" : "VERDICTS DIFFER");
+    if (!quick)
+        bench::printHeader();
+    for (const Kind& kind : kindsFor(argc > 1 ? argv[1] : nullptr)) {
+        const int* sizes = quick ? kQuickSizes : kSizes;
+        for (int i = 0; i < (quick ? 2 : 3); ++i)
+            same = runKind(kind, sizes[i], quick ? 1 : kRuns, quick ? nullptr : &printed) && same;
+    }
+    std::fprintf(stderr, "%s\n", same ? "all verdicts are those of the loops" : "VERDICTS DIFFER");
     return same ? 0 : 1;
 }
