@@ -27,6 +27,12 @@ static std::string msCell(double ms)
     return cell(format, ms, ms >= 0);
 }
 
+static std::string ratioCell(const Row& row)
+{
+    const double ratio = row.referenceMs / row.ms;
+    return cell(ratio < 1 ? "%.3f" : "%.1f", ratio, row.ms > 0 && row.referenceMs >= 0);
+}
+
 static std::string exponentCell(const Row& row, const RowTable& table)
 {
     const auto before = std::find_if(table.rows.rbegin(), table.rows.rend(),
@@ -53,8 +59,7 @@ void printHeader()
 void printRow(const Row& row, RowTable* table)
 {
     const std::string cells[] = {row.name, cell("%.0f", double(row.n), row.n > 0), msCell(row.ms),
-        (row.sampled ? "~" : "") + msCell(row.referenceMs),
-        cell("%.1f", row.referenceMs / row.ms, row.ms > 0 && row.referenceMs >= 0),
+        (row.sampled ? "~" : "") + msCell(row.referenceMs), ratioCell(row),
         exponentCell(row, *table), sumCell(row.checksum), row.note.empty() ? "-" : row.note};
     std::string line;
     for (const std::string& each : cells)

@@ -1,19 +1,15 @@
 // time_passes [INDEX] [--quick] - the scanner's passes over mirrored and over similar poses, as
 // the scan runs them, beside the plain loops they took the place of.
 //
-// Entries: random ones, clusters about 400 random centres with normal noise of 0.18 and of 0.1 on
-// each component of each quaternion, when a pose index file is given about its signatures, and one
-// cluster about the identity with noise of 0.1, 0.05 and 0.02: all poses alike.
 // Prints the rows of row_table.h: each pass and both, for each kind and size, the fastest of the
 // runs; as a checksum that of the verdicts. Loops over more entries than kFullLoop are timed for
 // every kSampleStep-th entry and the time multiplied. The loop's verdicts must be the same.
 // --quick: small sizes once; says only whether the verdicts are the same.
+#include "bench/pass_kinds.h"
 #include "bench/pass_loops.h"
 #include "bench/row_table.h"
-#include "reference/pass_tables.h"
 
 #include <cstdio>
-#include <fstream>
 #include <string>
 
 using namespace quillon;
@@ -24,7 +20,6 @@ static const int kQuickSizes[] = {512, 2048};
 static const int kRuns = 3;
 static const int kFullLoop = 8192;
 static const int kSampleStep = 32;
-static const int kCentres = 400;
 
 typedef std::vector<int> Verdicts; // the entry that is repeated, -1: none
 
@@ -164,88 +159,9 @@ static bench::Row rowOf(const std::string& name, int count, const Result& result
     return row;
 }
 
-// ---- kinds of tables
-
-static std::vector<Signature> randomCentres(Dice* dice)
+static bool runKind(const bench::PassKind& kind, int count, int runs, bench::RowTable* printed)
 {
-    std::vector<Signature> centres(kCentres);
-    for (Signature& centre : centres)
-        centre = randomSignature(dice);
-    return centres;
-}
-
-static Signature identitySignature()
-{
-    Signature signature;
-    for (Quat& q : signature.slot)
-        q = Quat {0, 0, 0, 1};
-    return signature;
-}
-
-template <typename Value> static Value read(std::ifstream* file)
-{
-    Value value = {};
-    file->read(reinterpret_cast<char*>(&value), sizeof value);
-    return value;
-}
-
-// The signatures of a pose index file, which is little-endian as the machines that run this.
-static std::vector<Signature> indexSignatures(const char* path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::vector<Signature> signatures;
-    read<std::int32_t>(&file); // version
-    for (std::int32_t left = read<std::int32_t>(&file); left > 0 && file; --left) {
-        file.ignore(read<std::int32_t>(&file)); // path
-        file.ignore(8); // hash, figure code
-        Signature signature;
-        for (Quat& q : signature.slot) {
-            for (double* each : {&q.x, &q.y, &q.z, &q.w})
-                *each = double(read<float>(&file));
-        }
-        if (read<char>(&file) && file)
-            signatures.push_back(signature);
-    }
-    return signatures;
-}
-
-namespace {
-
-struct Kind {
-    std::string name;
-    std::vector<Signature> centres; // none: random entries
-    double noise;
-};
-
-} // namespace
-
-static std::vector<Kind> kindsFor(const char* indexPath)
-{
-    Dice dice(400);
-    const std::vector<Signature> centres = randomCentres(&dice);
-    const std::vector<Signature> one(1, identitySignature());
-    std::vector<Kind> kinds = {{"random", {}, 0}, {"clusters 0.18", centres, 0.18},
-        {"clusters 0.1", centres, 0.1}, {"one cluster 0.1", one, 0.1},
-        {"one cluster 0.05", one, 0.05}, {"one cluster 0.02", one, 0.02}};
-    const std::vector<Signature> real
-        = indexPath ? indexSignatures(indexPath) : std::vector<Signature>();
-    if (!real.empty()) {
-        kinds.push_back({"index 0.18", real, 0.18});
-        kinds.push_back({"index 0.1", real, 0.1});
-    }
-    return kinds;
-}
-
-static PassTable tableOf(const Kind& kind, int count)
-{
-    Dice dice {std::uint64_t(count)};
-    return kind.centres.empty() ? randomTable(count, &dice)
-                                : clusteredTable(count, kind.centres, kind.noise, &dice);
-}
-
-static bool runKind(const Kind& kind, int count, int runs, bench::RowTable* printed)
-{
-    PassTable table = tableOf(kind, count);
+    PassTable table = bench::tableOf(kind, count);
     const Result mirrored = timePass(kMirrored, table, runs);
     dropMirrored(&table);
     const Result similar = timePass(kSimilar, table, runs);
@@ -265,7 +181,7 @@ int main(int argc, char** argv)
     bool same = true;
     if (!quick)
         bench::printHeader();
-    for (const Kind& kind : kindsFor(argc > 1 ? argv[1] : nullptr)) {
+    for (const bench::PassKind& kind : bench::passKinds(argc > 1 ? argv[1] : nullptr)) {
         const int* sizes = quick ? kQuickSizes : kSizes;
         for (int i = 0; i < (quick ? 2 : 3); ++i)
             same = runKind(kind, sizes[i], quick ? 1 : kRuns, quick ? nullptr : &printed) && same;
