@@ -1,44 +1,31 @@
 #include "ground/whole_file.h"
 
+#include "ground/system_files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryFile>
 
-#include <cstdio>
-#include <fcntl.h>
-#include <sys/stat.h>
-
-#ifdef Q_OS_WIN
-#include <io.h>
-#include <windows.h>
-#else
-#include <unistd.h>
-#endif
-
 namespace quillon {
 
 // ---- files -----------------------------------------------------------------------------------
 
-namespace {
-enum class Opened { OneThatIs, OneThatIsNot };
+static SystemPath systemPath(const QString& path)
+{
+    const QString name = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+#ifdef Q_OS_WIN
+    return SystemPath(reinterpret_cast<const wchar_t*>(name.utf16()), std::size_t(name.size()));
+#else
+    return QFile::encodeName(name).constData();
+#endif
 }
 
-// Keeps the bytes of one that is there. The toolkit's own way of opening creates a missing file and
-// writes through a link, so the system is asked itself.
-static bool openForWriting(QFile* file, Opened which)
+// The toolkit's own way of opening creates a missing file and writes through a link. Without a
+// buffer, so that bytes that were refused do not come again with the next ones.
+static bool open(QFile* file, Opened which)
 {
-#ifdef Q_OS_WIN
-    const QString name = QDir::toNativeSeparators(file->fileName());
-    const int made = which == Opened::OneThatIsNot ? _O_CREAT | _O_EXCL : 0;
-    const int handle = _wopen(reinterpret_cast<const wchar_t*>(name.utf16()),
-        _O_WRONLY | _O_BINARY | _O_NOINHERIT | made, _S_IREAD | _S_IWRITE);
-#else
-    const int made = which == Opened::OneThatIsNot ? O_CREAT | O_EXCL : 0;
-    const int handle = ::open(QFile::encodeName(file->fileName()).constData(),
-        O_WRONLY | O_CLOEXEC | O_NOFOLLOW | made, 0666);
-#endif
-    // Without a buffer, so that bytes that were refused do not come again with the next ones.
+    const int handle = openForWriting(systemPath(file->fileName()), which);
     return handle >= 0
         && file->open(handle, QIODevice::WriteOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle);
 }
@@ -56,47 +43,26 @@ static bool isPlainFile(const QString& path)
     return info.isFile() && !info.isSymLink();
 }
 
-static bool hasOneName(const QFile& file)
-{
-#ifdef Q_OS_WIN
-    BY_HANDLE_FILE_INFORMATION info;
-    const HANDLE handle = reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
-    return GetFileInformationByHandle(handle, &info) && info.nNumberOfLinks == 1;
-#else
-    struct stat status;
-    return ::fstat(file.handle(), &status) == 0 && status.st_nlink == 1;
-#endif
-}
-
 bool replaceFile(const QString& finished, const QString& target)
 {
-#ifdef Q_OS_WIN
-    const QString from = QDir::toNativeSeparators(finished);
-    const QString to = QDir::toNativeSeparators(target);
-    return MoveFileExW(reinterpret_cast<const wchar_t*>(from.utf16()),
-               reinterpret_cast<const wchar_t*>(to.utf16()), MOVEFILE_REPLACE_EXISTING)
-        != 0;
-#else
-    return std::rename(
-               QFile::encodeName(finished).constData(), QFile::encodeName(target).constData())
-        == 0;
-#endif
+    return replaceFile(systemPath(finished), systemPath(target));
 }
 
 // ---- beside ----------------------------------------------------------------------------------
 
-static QString besideName(const QString& path)
+static const char kBesideEnd[] = ".new";
+
+QString besideName(const QString& path)
 {
-    return path + QLatin1String(".new");
+    return QString::fromLatin1("%1.%2%3")
+        .arg(path)
+        .arg(ownProcess())
+        .arg(QLatin1String(kBesideEnd));
 }
 
 static bool flushToDisk(QFile* file)
 {
-#ifdef Q_OS_WIN
-    return file->flush() && _commit(file->handle()) == 0;
-#else
-    return file->flush() && fsync(file->handle()) == 0;
-#endif
+    return file->flush() && flushToDisk(file->handle());
 }
 
 static bool fillBeside(const QString& path, const QByteArray& bytes)
@@ -104,7 +70,7 @@ static bool fillBeside(const QString& path, const QByteArray& bytes)
     const QString beside = besideName(path);
     QFile::remove(beside);
     QFile file(beside);
-    if (!openForWriting(&file, Opened::OneThatIsNot))
+    if (!open(&file, Opened::OneThatIsNot))
         return false;
     const bool written = writeAndCut(&file, bytes) && flushToDisk(&file);
     file.close();
@@ -148,6 +114,24 @@ bool writePlainFile(const QString& path, const QByteArray& bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
 }
 
+// The process that a leftover is from, 0 if the name is no such file's.
+static long processOf(const QString& name)
+{
+    const QStringList parts = name.split(QLatin1Char('.'));
+    return parts.size() < 3 ? 0 : parts.at(parts.size() - 2).toLong();
+}
+
+void removeLeftovers(const QString& folder)
+{
+    const QStringList pattern(QLatin1Char('*') + QLatin1String(kBesideEnd));
+    const QStringList names = QDir(folder).entryList(pattern, QDir::Files | QDir::Hidden);
+    for (const QString& name : names) {
+        const long process = processOf(name);
+        if (process > 0 && process != ownProcess() && !processLives(process))
+            QFile::remove(folder + QLatin1Char('/') + name);
+    }
+}
+
 static bool makeAlike(const QString& path, const QString& model)
 {
     const QFileInfo info(path), wanted(model);
@@ -159,6 +143,7 @@ static bool makeAlike(const QString& path, const QString& model)
 
 static bool overwriteBeside(const QString& path, const QByteArray& bytes)
 {
+    removeLeftovers(QFileInfo(path).path()); // nobody else looks there
     return fillBeside(path, bytes)
         && placeBeside(path, makeAlike(besideName(path), path) && isPlainFile(path));
 }
@@ -194,7 +179,7 @@ static bool overwriteInPlace(
         || !(old.isNull() || keepBytes(old, &kept)))
         return false;
     QFile file(path);
-    if (!openForWriting(&file, Opened::OneThatIs))
+    if (!open(&file, Opened::OneThatIs))
         return false;
     const bool written = writeAndCut(&file, bytes) && flushToDisk(&file);
     if (!written && !old.isNull()) // what cannot be put back stays in the folder
@@ -205,9 +190,9 @@ static bool overwriteInPlace(
 bool overwriteFile(const QString& path, const QByteArray& bytes, const QString& keepFolder)
 {
     QFile file(path);
-    if (!isPlainFile(path) || !openForWriting(&file, Opened::OneThatIs))
+    if (!isPlainFile(path) || !open(&file, Opened::OneThatIs))
         return false;
-    const bool canBeReplaced = hasOneName(file);
+    const bool canBeReplaced = hasOneName(file.handle());
     file.close(); // some systems replace no open file
     return (canBeReplaced && overwriteBeside(path, bytes))
         || overwriteInPlace(path, bytes, keepFolder);

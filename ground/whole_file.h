@@ -1,9 +1,10 @@
 // whole_file.h - gives files new bytes so that a failure leaves the old ones.
 //
-// Beside: the bytes go into a new file named path + ".new" and are flushed to the disk; then it
-// takes the path in one step, so that a reader finds the old or the new bytes at any time, also
+// Beside: the bytes go into a new file of a name of this process and are flushed to the disk; then
+// it takes the path in one step, so that a reader finds the old or the new bytes at any time, also
 // after a crash. Whatever lay at the new file's name is removed first: a leftover of a crash, or a
-// link, behind which nothing must be written; a folder there is left, and stands in the way.
+// link, behind which nothing must be written; a folder there is left, and stands in the way. While
+// another process holds the file it is tried again for a moment (kPatienceMs).
 // In place: the bytes are written over the old ones, so that links to the file, its owner and its
 // folder stay as they are. The old bytes lie in a file of their own meanwhile.
 // Owns: nothing. Errors: false; the file then has its old bytes, and nothing lies beside it.
@@ -28,6 +29,11 @@ bool overwriteFile(const QString& path, const QByteArray& bytes, const QString& 
 
 // For files that nobody misses: straight into the file. False leaves it cut short.
 bool writePlainFile(const QString& path, const QByteArray& bytes);
+
+// Where the new bytes of a file lie until they are all there.
+QString besideName(const QString& path);
+// Removes from a folder what processes that have ended left there half-written.
+void removeLeftovers(const QString& folder);
 
 // Puts a finished file in another's place in one step. False leaves both as they were.
 bool replaceFile(const QString& finished, const QString& target);

@@ -130,7 +130,7 @@ void TestOverwriteFile::aLinkAtTheNewNameIsNotWrittenThrough()
     for (bool overwriting : {true, false}) {
         if (exists)
             writeFile(victim, "precious");
-        QVERIFY(QFile::link(victim, file + ".new"));
+        QVERIFY(QFile::link(victim, besideName(file)));
         QVERIFY(overwriting ? overwrite("1st") : writeWholeFile(file, "2nd"));
         QCOMPARE(fileBytes(victim), QByteArray(exists ? "precious" : ""));
         QCOMPARE(QFile::exists(victim), exists);
@@ -141,7 +141,7 @@ void TestOverwriteFile::aLinkAtTheNewNameIsNotWrittenThrough()
 
 void TestOverwriteFile::aLeftoverIsReplaced()
 {
-    writeFile(file + ".new", "longer than what is written");
+    writeFile(besideName(file), "longer than what is written");
     QVERIFY(overwrite());
     QCOMPARE(fileBytes(file), QByteArray("new"));
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
@@ -197,13 +197,13 @@ void TestOverwriteFile::theOwnerStays()
 void TestOverwriteFile::aFolderAtTheNewNameStays()
 {
     const ino_t inode = inodeOf(file);
-    QVERIFY(QDir().mkpath(file + ".new/full"));
+    QVERIFY(QDir().mkpath(besideName(file) + "/full"));
     QVERIFY(!writeWholeFile(file, "beside"));
     QCOMPARE(fileBytes(file), QByteArray("old"));
     QVERIFY(overwrite());
     QCOMPARE(fileBytes(file), QByteArray("new"));
     QCOMPARE(inodeOf(file), inode);
-    QVERIFY(QFileInfo(file + ".new/full").isDir());
+    QVERIFY(QFileInfo(besideName(file) + "/full").isDir());
     QCOMPARE(filesIn(keep->path()), QStringList());
 }
 
@@ -267,7 +267,7 @@ void TestOverwriteFile::aLinkInAFolderThatTakesNoFileIsNotWrittenThrough()
     const QString victim = keep->path("victim");
     writeFile(victim, "precious");
     QVERIFY(setMode(victim, 0666) && setMode(file, 0666));
-    QVERIFY(QFile::link(victim, file + ".new"));
+    QVERIFY(QFile::link(victim, besideName(file)));
     const ClosedFolder closed(folder->path()); // the link cannot be removed, either
     QCOMPARE(runWithoutRights([this] { return overwrite(); }), 1);
     QCOMPARE(runWithoutRights([this] { return writeWholeFile(file, "2nd"); }), 0);

@@ -59,6 +59,35 @@ private slots:
         QVERIFY(!writePlainFile(folder.path(), "y"));
     }
 
+    void everyProcessHasANameOfItsOwnForNewBytes()
+    {
+        const QString number = QString::number(QCoreApplication::applicationPid());
+        QCOMPARE(besideName("a/x.dat"), "a/x.dat." + number + ".new");
+    }
+
+    void leftoversOfDeadProcessesGo()
+    {
+        const QString number = QString::number(QCoreApplication::applicationPid());
+        QProcess ended; // one whose number nobody has any more
+        ended.start("true", QStringList());
+        QVERIFY(ended.waitForStarted());
+        const QString dead = QString::number(ended.processId());
+        QVERIFY(ended.waitForFinished());
+        TempFolder folder;
+        const QStringList kept = {"a." + dead + ".new.dat", "a." + number + ".new", "a.1.new",
+            "a.new", "a.x" + dead + ".new", dead + ".new"};
+        for (const QString& name : kept + QStringList("a.dat." + dead + ".new"))
+            writeFile(folder.path(name), "half");
+        QVERIFY(QDir().mkpath(folder.path("b." + dead + ".new"))); // a folder is nobody's leftover
+        removeLeftovers(folder.path());
+        QStringList left = filesIn(folder.path());
+        left.sort();
+        QStringList wanted = kept;
+        wanted.sort();
+        QCOMPARE(left, wanted);
+        QVERIFY(QDir(folder.path("b." + dead + ".new")).exists());
+    }
+
     void aPlainFileIsWrittenInItsPlace()
     {
         TempFolder folder;
@@ -86,7 +115,7 @@ private slots:
             QVERIFY(!writePlainFile(folder.path("plain"), QByteArray(bytes, 'n')));
         }
         QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("older"));
-        QVERIFY(!QFile::exists(folder.path("x.dat.new")));
+        QVERIFY(!QFile::exists(besideName(folder.path("x.dat"))));
     }
 
     void writesThroughALink()

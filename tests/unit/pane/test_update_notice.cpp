@@ -5,6 +5,7 @@
 
 #include "ground/data_folder.h"
 #include "ground/plugin_settings.h"
+#include "ground/whole_file.h"
 #include "pane/dzquillonpane.h"
 #include "services/update_notice.h"
 
@@ -352,7 +353,7 @@ void TestUpdateNotice::theOldPictureStaysWhenTheNewOneCannotBeWritten()
     NoticeFixture f(httpReply("200 OK", smallPng(Qt::red)));
     const QByteArray old = smallPng(Qt::yellow);
     f.putPicture(old);
-    QDir().mkpath(f.picturePath() + ".new"); // in the way of the file written first
+    QDir().mkpath(besideName(f.picturePath())); // in the way of the file written first
     checkForUpdate();
     QCOMPARE(fileBytes(f.picturePath()), old);
 }
@@ -374,7 +375,7 @@ void TestUpdateNotice::aLinkInPlaceOfTheNewFileIsNotWrittenThrough()
     const QString victim = f.home.path("victim");
     writeFile(victim, "precious");
     QDir().mkpath(f.dataFolder());
-    QVERIFY(QFile::link(victim, f.picturePath() + ".new"));
+    QVERIFY(QFile::link(victim, besideName(f.picturePath())));
     checkForUpdate();
     QCOMPARE(fileBytes(victim), QByteArray("precious"));
     QCOMPARE(fileBytes(f.picturePath()), png);

@@ -4,6 +4,7 @@
 #include "without_rights.h"
 
 #include "finder/pose_pair_products.h"
+#include "ground/whole_file.h"
 #include "services/patch_table.h"
 #include "services/product_patcher.h"
 
@@ -306,7 +307,7 @@ void TestProductPatcher::aFileThatCannotBeOpenedIsSkipped()
 void TestProductPatcher::whatStandsBesideAScriptIsNoObstacle()
 {
     const QString file = installed("Brannoc/Try/A 000.dse");
-    QDir().mkpath(file + ".new/full"); // in the way of a file written beside
+    QDir().mkpath(besideName(file) + "/full"); // in the way of a file written beside
     QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
     QCOMPARE(fileBytes(file), QByteArray("new"));
     QCOMPARE(filesIn(dzApp->getTempPath()), QStringList());
@@ -318,7 +319,7 @@ void TestProductPatcher::aLinkInPlaceOfTheNewFileIsNotWrittenThrough()
     const QString victim = outside.path("victim");
     writeFile(victim, "precious");
     const QString file = installed("Brannoc/Try/A 000.dse");
-    QVERIFY(QFile::link(victim, file + ".new"));
+    QVERIFY(QFile::link(victim, besideName(file)));
     QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
     QCOMPARE(fileBytes(victim), QByteArray("precious"));
     QCOMPARE(fileBytes(file), QByteArray("new"));

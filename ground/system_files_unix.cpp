@@ -1,0 +1,88 @@
+#include "ground/system_files.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillon {
+
+static const int kTryEveryMs = 5;
+
+static void rest()
+{
+    const timespec span = {0, kTryEveryMs * 1000000L};
+    nanosleep(&span, nullptr);
+}
+
+// Until it succeeds or fails for a reason that does not pass.
+template <typename Attempt, typename Passes>
+static bool tryFor(int patienceMs, Attempt attempt, Passes passes)
+{
+    for (int waitedMs = 0;; waitedMs += kTryEveryMs) {
+        if (attempt())
+            return true;
+        if (!passes(errno) || waitedMs >= patienceMs)
+            return false;
+        rest();
+    }
+}
+
+int openForWriting(const SystemPath& path, Opened which)
+{
+    const int made = which == Opened::OneThatIsNot ? O_CREAT | O_EXCL : 0;
+    return ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | made, 0666);
+}
+
+bool flushToDisk(int file)
+{
+    return ::fsync(file) == 0;
+}
+
+bool hasOneName(int file)
+{
+    struct stat status;
+    return ::fstat(file, &status) == 0 && status.st_nlink == 1;
+}
+
+bool replaceFile(const SystemPath& finished, const SystemPath& target)
+{
+    return tryFor(
+        kPatienceMs, [&] { return std::rename(finished.c_str(), target.c_str()) == 0; },
+        [](int error) { return error == EBUSY || error == EINTR; });
+}
+
+int lockFile(const SystemPath& path, int patienceMs)
+{
+    const int file
+        = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+    const bool locked = file >= 0
+        && tryFor(
+            patienceMs, [file] { return ::flock(file, LOCK_EX | LOCK_NB) == 0; },
+            [](int error) { return error == EWOULDBLOCK || error == EINTR; });
+    if (file >= 0 && !locked)
+        ::close(file);
+    return locked ? file : -1;
+}
+
+void unlockFile(int lock)
+{
+    if (lock >= 0)
+        ::close(lock);
+}
+
+long ownProcess()
+{
+    return long(::getpid());
+}
+
+bool processLives(long process)
+{
+    return process > 0 && (::kill(pid_t(process), 0) == 0 || errno == EPERM);
+}
+
+} // namespace quillon

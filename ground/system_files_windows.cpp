@@ -1,0 +1,113 @@
+#include "ground/system_files.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+namespace quillon {
+
+static const int kTryEveryMs = 5;
+
+// Beyond 259 characters the system wants its own prefix.
+static SystemPath longPath(const SystemPath& path)
+{
+    if (path.compare(0, 4, L"\\\\?\\") == 0)
+        return path;
+    if (path.compare(0, 2, L"\\\\") == 0)
+        return L"\\\\?\\UNC\\" + path.substr(2);
+    return path.size() > 1 && path[1] == L':' ? L"\\\\?\\" + path : path;
+}
+
+static bool isHeld(DWORD error)
+{
+    return error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION
+        || error == ERROR_LOCK_VIOLATION;
+}
+
+template <typename Attempt> static bool tryFor(int patienceMs, Attempt attempt)
+{
+    for (int waitedMs = 0;; waitedMs += kTryEveryMs) {
+        if (attempt())
+            return true;
+        if (!isHeld(GetLastError()) || waitedMs >= patienceMs)
+            return false;
+        Sleep(kTryEveryMs);
+    }
+}
+
+static bool isLink(const SystemPath& path)
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT);
+}
+
+int openForWriting(const SystemPath& path, Opened which)
+{
+    const SystemPath name = longPath(path);
+    if (which == Opened::OneThatIs && isLink(name))
+        return -1;
+    const int made = which == Opened::OneThatIsNot ? _O_CREAT | _O_EXCL : 0;
+    return _wopen(name.c_str(), _O_WRONLY | _O_BINARY | _O_NOINHERIT | made, _S_IREAD | _S_IWRITE);
+}
+
+bool flushToDisk(int file)
+{
+    return _commit(file) == 0; // FlushFileBuffers
+}
+
+bool hasOneName(int file)
+{
+    BY_HANDLE_FILE_INFORMATION info;
+    const HANDLE handle = reinterpret_cast<HANDLE>(_get_osfhandle(file));
+    return GetFileInformationByHandle(handle, &info) && info.nNumberOfLinks == 1;
+}
+
+bool replaceFile(const SystemPath& finished, const SystemPath& target)
+{
+    const SystemPath from = longPath(finished), to = longPath(target);
+    return tryFor(kPatienceMs, [&] {
+        return MoveFileExW(
+                   from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
+            != 0;
+    });
+}
+
+int lockFile(const SystemPath& path, int patienceMs)
+{
+    const int file = _wopen(longPath(path).c_str(), _O_RDWR | _O_CREAT | _O_BINARY | _O_NOINHERIT,
+        _S_IREAD | _S_IWRITE);
+    const HANDLE handle = reinterpret_cast<HANDLE>(file >= 0 ? _get_osfhandle(file) : -1);
+    const bool locked = file >= 0 && tryFor(patienceMs, [handle] {
+        OVERLAPPED whole = {};
+        return LockFileEx(handle, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, MAXDWORD,
+                   MAXDWORD, &whole)
+            != 0;
+    });
+    if (file >= 0 && !locked)
+        _close(file);
+    return locked ? file : -1;
+}
+
+void unlockFile(int lock)
+{
+    if (lock >= 0)
+        _close(lock);
+}
+
+long ownProcess()
+{
+    return long(GetCurrentProcessId());
+}
+
+bool processLives(long process)
+{
+    const HANDLE handle = OpenProcess(SYNCHRONIZE, FALSE, DWORD(process));
+    if (!handle)
+        return GetLastError() == ERROR_ACCESS_DENIED;
+    const bool lives = WaitForSingleObject(handle, 0) == WAIT_TIMEOUT;
+    CloseHandle(handle);
+    return lives;
+}
+
+} // namespace quillon
