@@ -172,7 +172,7 @@ void DzContentLibraryPane::openItem(QListWidgetItem* item)
     }
     PosePreset preset;
     QString why;
-    DzSkeleton* figure = selectedFigure();
+    DzSkeleton* figure = figureToPose();
     if (!figure)
         emit message(tr("Select a figure to apply a pose."));
     else if (!readPosePreset(path, &preset, &why))

@@ -227,7 +227,7 @@ static QString startFolder()
 
 void HostMenus::openPosePreset()
 {
-    DzSkeleton* figure = selectedFigure();
+    DzSkeleton* figure = figureToPose();
     if (!figure) {
         QMessageBox::information(
             m_window, tr("Open Pose Preset"), tr("Select a figure to pose first."));
@@ -249,7 +249,7 @@ void HostMenus::openPosePreset()
 
 void HostMenus::savePosePreset()
 {
-    const DzSkeleton* figure = selectedFigure();
+    const DzSkeleton* figure = figureToPose();
     if (!figure) {
         QMessageBox::information(
             m_window, tr("Save Pose Preset"), tr("Select the figure whose pose to save."));

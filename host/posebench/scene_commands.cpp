@@ -62,7 +62,7 @@ void selectOnly(DzNode* node)
     dzScene->setPrimarySelection(node);
 }
 
-DzSkeleton* selectedFigure()
+DzSkeleton* figureToPose()
 {
     DzNode* node = dzScene->getPrimarySelection();
     return node ? node->getSkeleton() : nullptr;

@@ -17,7 +17,7 @@ bool removeSelectedNodes(); // root nodes only; false: none was selected
 void newScene(); // forgets every undo step
 
 void selectOnly(DzNode* node); // null: nothing
-DzSkeleton* selectedFigure(); // that of the primary selection; null without
+DzSkeleton* figureToPose(); // that of the primary selection; null without
 DzBox3 selectionBox(); // of the selected nodes in the world, else of the whole scene
 
 } // namespace quillon
