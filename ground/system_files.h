@@ -33,9 +33,10 @@ bool replaceFile(const SystemPath& finished, const SystemPath& target);
 
 // Makes the file where it is missing and takes its lock, which one opening in all processes can
 // have and which goes with the process however that ends. Waits at most so long for another's end;
-// -1 then, and when there can be no such file. The file stays when it is unlocked.
+// -1 then, and when there can be no such file.
 int lockFile(const SystemPath& path, int patienceMs);
-void unlockFile(int lock);
+// Removes the file as well. The path is that of lockFile; does nothing with -1.
+void unlockFile(int lock, const SystemPath& path);
 
 long ownProcess();
 // Also true of one that has taken over the number of another.

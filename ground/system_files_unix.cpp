@@ -56,23 +56,46 @@ bool replaceFile(const SystemPath& finished, const SystemPath& target)
         [](int error) { return error == EBUSY || error == EINTR; });
 }
 
-int lockFile(const SystemPath& path, int patienceMs)
+// Whoever unlocks a file removes it: one that was opened before and locked after that is another
+// than the next process will find.
+static bool isStillThere(int file, const SystemPath& path)
+{
+    struct stat opened, found;
+    return ::fstat(file, &opened) == 0 && ::stat(path.c_str(), &found) == 0
+        && opened.st_ino == found.st_ino && opened.st_dev == found.st_dev;
+}
+
+// -1 with errno EWOULDBLOCK: another has it.
+static int tryToLock(const SystemPath& path)
 {
     const int file
         = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
-    const bool locked = file >= 0
-        && tryFor(
-            patienceMs, [file] { return ::flock(file, LOCK_EX | LOCK_NB) == 0; },
-            [](int error) { return error == EWOULDBLOCK || error == EINTR; });
-    if (file >= 0 && !locked)
-        ::close(file);
-    return locked ? file : -1;
+    if (file < 0)
+        return -1;
+    const bool locked = ::flock(file, LOCK_EX | LOCK_NB) == 0;
+    if (locked && isStillThere(file, path))
+        return file;
+    const int error = locked ? EWOULDBLOCK : errno;
+    ::close(file);
+    errno = error;
+    return -1;
 }
 
-void unlockFile(int lock)
+int lockFile(const SystemPath& path, int patienceMs)
 {
-    if (lock >= 0)
-        ::close(lock);
+    int file = -1;
+    tryFor(
+        patienceMs, [&] { return (file = tryToLock(path)) >= 0; },
+        [](int error) { return error == EWOULDBLOCK || error == EINTR; });
+    return file;
+}
+
+void unlockFile(int lock, const SystemPath& path)
+{
+    if (lock < 0)
+        return;
+    ::unlink(path.c_str());
+    ::close(lock);
 }
 
 long ownProcess()

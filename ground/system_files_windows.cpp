@@ -75,24 +75,32 @@ bool replaceFile(const SystemPath& finished, const SystemPath& target)
 
 int lockFile(const SystemPath& path, int patienceMs)
 {
-    const int file = _wopen(longPath(path).c_str(), _O_RDWR | _O_CREAT | _O_BINARY | _O_NOINHERIT,
-        _S_IREAD | _S_IWRITE);
-    const HANDLE handle = reinterpret_cast<HANDLE>(file >= 0 ? _get_osfhandle(file) : -1);
-    const bool locked = file >= 0 && tryFor(patienceMs, [handle] {
+    const SystemPath name = longPath(path);
+    int file = -1;
+    // A file that is about to be removed cannot be opened, which passes as well.
+    const bool opened = tryFor(patienceMs, [&] {
+        file = _wopen(
+            name.c_str(), _O_RDWR | _O_CREAT | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+        return file >= 0;
+    });
+    const HANDLE handle = reinterpret_cast<HANDLE>(opened ? _get_osfhandle(file) : -1);
+    const bool locked = opened && tryFor(patienceMs, [handle] {
         OVERLAPPED whole = {};
         return LockFileEx(handle, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, MAXDWORD,
                    MAXDWORD, &whole)
             != 0;
     });
-    if (file >= 0 && !locked)
+    if (opened && !locked)
         _close(file);
     return locked ? file : -1;
 }
 
-void unlockFile(int lock)
+void unlockFile(int lock, const SystemPath& path)
 {
-    if (lock >= 0)
-        _close(lock);
+    if (lock < 0)
+        return;
+    _close(lock);
+    DeleteFileW(longPath(path).c_str()); // fails while another process has it open
 }
 
 long ownProcess()

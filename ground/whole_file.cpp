@@ -1,7 +1,5 @@
 #include "ground/whole_file.h"
 
-#include "ground/system_files.h"
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -11,7 +9,7 @@ namespace quillon {
 
 // ---- files -----------------------------------------------------------------------------------
 
-static SystemPath systemPath(const QString& path)
+SystemPath systemPath(const QString& path)
 {
     const QString name = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
 #ifdef Q_OS_WIN
@@ -123,6 +121,8 @@ static long processOf(const QString& name)
 
 void removeLeftovers(const QString& folder)
 {
+    if (folder.isEmpty()) // which would be where the host was started
+        return;
     const QStringList pattern(QLatin1Char('*') + QLatin1String(kBesideEnd));
     const QStringList names = QDir(folder).entryList(pattern, QDir::Files | QDir::Hidden);
     for (const QString& name : names) {

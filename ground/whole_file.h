@@ -10,6 +10,8 @@
 // Owns: nothing. Errors: false; the file then has its old bytes, and nothing lies beside it.
 #pragma once
 
+#include "ground/system_files.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -29,6 +31,9 @@ bool overwriteFile(const QString& path, const QByteArray& bytes, const QString& 
 
 // For files that nobody misses: straight into the file. False leaves it cut short.
 bool writePlainFile(const QString& path, const QByteArray& bytes);
+
+// As the calls of system_files.h want it.
+SystemPath systemPath(const QString& path);
 
 // Where the new bytes of a file lie until they are all there.
 QString besideName(const QString& path);

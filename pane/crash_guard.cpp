@@ -1,10 +1,13 @@
 #include "pane/crash_guard.h"
 
+#include "ground/backup_folder.h"
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
 #include "ground/message_boxes.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace quillon {
 
@@ -23,21 +26,58 @@ void checkCrashMarker()
     if (!hasCrashMarker())
         return;
     showBox(Box::CrashWarning);
-    QFile::remove(dataFiles().settings);
-    QFile::remove(dataFiles().ranks);
-    QFile::remove(dataFiles().poseIndex);
+    setAside(dataFiles().settings);
+    setAside(dataFiles().ranks);
+    setAside(dataFiles().poseIndex, kIndexGenerations);
+}
+
+static void clearMarkersPlace()
+{
+    const QString& path = dataFiles().crashMarker;
+    if (!QFileInfo(path).isDir())
+        return;
+    QString aside;
+    for (int n = 1; aside.isEmpty() || QFileInfo(aside).exists(); ++n)
+        aside = QString::fromLatin1("%1.%2").arg(path).arg(n);
+    QDir().rename(path, aside);
 }
 
 bool writeCrashMarker()
 {
     DatWriter file;
     file.writeField(kMarker);
+    clearMarkersPlace();
     return ensureDataFolder() && file.save(dataFiles().crashMarker);
 }
 
 void removeCrashMarker()
 {
-    QFile::remove(dataFiles().crashMarker);
+    QFile marker(dataFiles().crashMarker);
+    if (marker.exists() && !marker.remove())
+        marker.open(QIODevice::WriteOnly | QIODevice::Truncate);
+}
+
+// ---- the lock
+
+static QString lockPath()
+{
+    ensureDataFolder();
+    return dataFiles().crashMarker + QLatin1String(".lock");
+}
+
+StartGuard::StartGuard()
+    : m_lock(lockPath(), 0)
+{
+    if (!m_lock.isHeld())
+        return;
+    checkCrashMarker();
+    writeCrashMarker();
+}
+
+StartGuard::~StartGuard()
+{
+    if (m_lock.isHeld())
+        removeCrashMarker();
 }
 
 } // namespace quillon

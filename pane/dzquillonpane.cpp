@@ -7,12 +7,14 @@
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
+#include "ground/backup_folder.h"
 #include "ground/data_folder.h"
 #include "ground/live_panes.h"
 #include "ground/plugin_settings.h"
 #include "ground/qt_compat.h"
 #include "ground/status_message.h"
 #include "ground/version_text.h"
+#include "ground/whole_file.h"
 #include "pane/accessible_buttons.h"
 #include "pane/artwork.h"
 #include "pane/command_dispatch.h"
@@ -35,6 +37,8 @@
 #include <QTime>
 #include <QTimer>
 
+#include <memory>
+
 using namespace quillon;
 
 // ---- start-up --------------------------------------------------------------------------------
@@ -51,12 +55,13 @@ static void resetProcessState()
     hideBanner();
 }
 
-static void openDataFiles()
+static void findDataFiles()
 {
     locateDataFiles();
     migrateDataFiles();
-    checkCrashMarker();
-    writeCrashMarker();
+    removeLeftovers(dataFiles().folder);
+    removeLeftovers(dataFiles().customFolder);
+    removeLeftovers(backupFolder());
 }
 
 static void decoratePaneAction()
@@ -107,10 +112,12 @@ DzQuillonPane::DzQuillonPane()
     : DzPane(QLatin1String("Quillon"))
 {
     const bool isFirst = enterPane(this) == 1;
+    std::unique_ptr<StartGuard> guard; // to the end of this start
     installEventFilter(this);
     if (isFirst) {
         resetProcessState();
-        openDataFiles();
+        findDataFiles();
+        guard.reset(new StartGuard);
         readDockedFlag();
         seedRandom(uint(QTime::currentTime().msec()));
     }
@@ -135,7 +142,6 @@ DzQuillonPane::DzQuillonPane()
         enableAboutAction();
         loadData();
         startUpdateNotices();
-        removeCrashMarker();
     }
 }
 

@@ -1,10 +1,13 @@
 #include "frame_fixture.h"
 #include "room_tests.h"
 
+#include "ground/backup_folder.h"
 #include "ground/data_folder.h"
 #include "pane/crash_guard.h"
 
 #include <QtTest>
+
+#include <algorithm>
 
 using namespace quillon;
 
@@ -93,6 +96,60 @@ private slots:
         BoxAnswers answers;
         checkCrashMarker();
         QCOMPARE(answers.boxes.size(), 1);
+    }
+
+    void whatIsDroppedLiesInTheBackups()
+    {
+        writeDataFiles();
+        writeCrashMarker();
+        BoxAnswers answers;
+        checkCrashMarker();
+        QByteArray bytes;
+        for (const QString& name : filesIn(backupFolder()))
+            bytes += fileBytes(backupFolder() + name);
+        std::sort(bytes.begin(), bytes.end());
+        QCOMPARE(bytes, QByteArray("prs"));
+    }
+
+    void theMarkerOfAHostThatIsStartingIsNoCrash()
+    {
+        writeDataFiles();
+        BoxAnswers answers;
+        {
+            const StartGuard first;
+            QVERIFY(QFile::exists(dataFiles().crashMarker));
+            {
+                const StartGuard second;
+            }
+            QVERIFY(QFile::exists(dataFiles().crashMarker)); // still the first one's
+        }
+        QVERIFY(!QFile::exists(dataFiles().crashMarker));
+        QCOMPARE(answers.boxes.size(), 0);
+        QCOMPARE(filesIn(dataFiles().folder).size(), 4); // and no lock
+    }
+
+    void theMarkerOfAStartThatWasKilledIsACrash()
+    {
+        writeDataFiles();
+        writeCrashMarker();
+        writeFile(dataFiles().crashMarker + ".lock", ""); // which nobody holds any more
+        BoxAnswers answers;
+        {
+            const StartGuard next;
+            QVERIFY(QFile::exists(dataFiles().crashMarker));
+        }
+        QCOMPARE(answers.boxes.size(), 1);
+        QCOMPARE(filesIn(dataFiles().folder), QStringList("reference.duf"));
+    }
+
+    void aFolderInTheMarkersPlaceSwitchesNothingOff()
+    {
+        QVERIFY(QDir().mkpath(dataFiles().crashMarker + "/full"));
+        QVERIFY(writeCrashMarker());
+        BoxAnswers answers;
+        checkCrashMarker();
+        QCOMPARE(answers.boxes.size(), 1);
+        QVERIFY(QFileInfo(dataFiles().crashMarker + ".1/full").isDir());
     }
 
     void anUnusableFolderIsSilent()

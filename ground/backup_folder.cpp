@@ -1,0 +1,127 @@
+#include "ground/backup_folder.h"
+
+#include "ground/data_folder.h"
+#include "ground/whole_file.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace quillon {
+
+static const char kEnd[] = ".bak";
+
+QString backupFolder()
+{
+    const QString& folder = dataFiles().folder;
+    return folder.isEmpty() ? QString() : folder + QLatin1String("backup/");
+}
+
+// Oldest first: the dates in the names sort.
+static QFileInfoList copiesLike(const QString& pattern)
+{
+    return QDir(backupFolder()).entryInfoList(QStringList(pattern), QDir::Files, QDir::Name);
+}
+
+static QFileInfoList copiesOf(const QString& path)
+{
+    return copiesLike(QFileInfo(path).fileName() + QLatin1String(".*") + QLatin1String(kEnd));
+}
+
+static bool readAll(const QString& path, QByteArray* bytes)
+{
+    QFile file(path);
+    const bool opened = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
+    if (opened)
+        *bytes = file.readAll();
+    return opened && bytes->size() == file.size();
+}
+
+static bool isAmong(const QByteArray& bytes, const QFileInfoList& copies)
+{
+    for (const QFileInfo& copy : copies) {
+        QByteArray kept;
+        if (copy.size() == bytes.size() && readAll(copy.filePath(), &kept) && kept == bytes)
+            return true;
+    }
+    return false;
+}
+
+// The oldest that is not fuller than what comes; -1: all are.
+static int replaceable(const QFileInfoList& copies, qint64 size)
+{
+    for (int i = 0; i < copies.size(); ++i) {
+        if (copies.at(i).size() <= size)
+            return i;
+    }
+    return -1;
+}
+
+static qint64 bytesOf(const QFileInfoList& copies)
+{
+    qint64 sum = 0;
+    for (const QFileInfo& copy : copies)
+        sum += copy.size();
+    return sum;
+}
+
+// What has to go for a new copy: of its file as many as are too many, of all what is over the
+// bytes. False: there is no room, and nothing is to go.
+static bool findVictims(const QString& path, qint64 size, int generations, QStringList* victims)
+{
+    QFileInfoList own = copiesOf(path);
+    QFileInfoList all = copiesLike(QLatin1Char('*') + QLatin1String(kEnd));
+    while (own.size() >= generations || bytesOf(all) + size > kBackupBytes) {
+        QFileInfoList& from = own.size() >= generations ? own : all;
+        const int victim = replaceable(from, size);
+        if (victim < 0)
+            return false;
+        const QFileInfo info = from.at(victim);
+        victims->append(info.filePath());
+        own.removeAll(info);
+        all.removeAll(info);
+    }
+    return true;
+}
+
+static QString freshName(const QString& path)
+{
+    const QString date = QDateTime::currentDateTime().toString(QLatin1String("yyyyMMdd-HHmmss"));
+    QString name;
+    for (int n = 0; name.isEmpty() || QFile::exists(name); ++n)
+        name = QString::fromLatin1("%1%2.%3-%4%5")
+                   .arg(backupFolder(), QFileInfo(path).fileName(), date)
+                   .arg(n, 3, 10, QLatin1Char('0'))
+                   .arg(QLatin1String(kEnd));
+    return name;
+}
+
+bool backUp(const QString& path, int generations)
+{
+    if (!QFileInfo(path).isFile() || QFileInfo(path).size() == 0)
+        return true;
+    QByteArray bytes;
+    if (!readAll(path, &bytes))
+        return false;
+    QStringList victims;
+    if (isAmong(bytes, copiesOf(path)) || !findVictims(path, bytes.size(), generations, &victims))
+        return true;
+    if (!QDir().mkpath(backupFolder()) || !writeWholeFile(freshName(path), bytes))
+        return false;
+    for (const QString& victim : victims)
+        QFile::remove(victim);
+    return true;
+}
+
+bool setAside(const QString& path, int generations)
+{
+    if (!QFile::exists(path))
+        return true;
+    if (backUp(path, generations))
+        return QFile::remove(path);
+    // A full disk takes no copy, but another name.
+    return QDir().mkpath(backupFolder()) && QFile::rename(path, freshName(path));
+}
+
+} // namespace quillon

@@ -1,0 +1,152 @@
+#include "frame_fixture.h"
+#include "room_tests.h"
+
+#include "ground/backup_folder.h"
+#include "ground/data_folder.h"
+
+#include <QtTest>
+
+#include <algorithm>
+
+using namespace quillon;
+
+class TestBackupFolder : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<HostFixture> m_host;
+
+    QStringList copies() const
+    {
+        return filesIn(backupFolder());
+    }
+    QList<QByteArray> contents() const
+    {
+        QList<QByteArray> found;
+        for (const QString& name : copies())
+            found.append(fileBytes(backupFolder() + name));
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+    bool backUpNow(const QByteArray& bytes, int generations = kGenerations)
+    {
+        writeFile(dataFiles().ranks, bytes);
+        return backUp(dataFiles().ranks, generations);
+    }
+
+private slots:
+    void init()
+    {
+        m_host.reset(new HostFixture);
+        locateDataFiles();
+    }
+    void cleanup()
+    {
+        m_host.reset();
+    }
+
+    void aCopyHasTheFilesNameADateAndNoEndingOfAPose()
+    {
+        const QString path = dataFiles().folder + "ReferencePose.duf";
+        writeFile(path, "pose");
+        QVERIFY(backUp(path));
+        QCOMPARE(copies().size(), 1);
+        const QRegExp form("ReferencePose\\.duf\\.\\d{8}-\\d{6}-\\d{3}\\.bak");
+        QVERIFY2(form.exactMatch(copies().first()), qPrintable(copies().first()));
+        QCOMPARE(fileBytes(backupFolder() + copies().first()), QByteArray("pose"));
+        QCOMPARE(fileBytes(path), QByteArray("pose"));
+    }
+
+    void nothingIsCopiedOfMissingOrEmptyOrEqualFiles()
+    {
+        QVERIFY(backUp(dataFiles().ranks));
+        QVERIFY(backUpNow(""));
+        QVERIFY(!QFile::exists(backupFolder()));
+        QVERIFY(backUpNow("a") && backUpNow("b") && backUpNow("a"));
+        QCOMPARE(contents(),
+            QList<QByteArray>() << "a"
+                                << "b");
+    }
+
+    void theOldestOfTooManyGoes()
+    {
+        for (const char* bytes : {"a", "b", "c", "d", "e", "f"})
+            QVERIFY(backUpNow(bytes));
+        QCOMPARE(contents(),
+            QList<QByteArray>() << "b"
+                                << "c"
+                                << "d"
+                                << "e"
+                                << "f");
+    }
+
+    void theIndexHasTwo()
+    {
+        for (const char* bytes : {"a", "b", "c"})
+            QVERIFY(backUpNow(bytes, kIndexGenerations));
+        QCOMPARE(contents(),
+            QList<QByteArray>() << "b"
+                                << "c");
+    }
+
+    void aPoorerCopyNeverPushesOutAFullerOne()
+    {
+        for (const char* bytes : {"aaaa", "b", "cccc"})
+            QVERIFY(backUpNow(bytes, 3));
+        QVERIFY(backUpNow("dd", 3)); // takes the place of b
+        QCOMPARE(contents(),
+            QList<QByteArray>() << "aaaa"
+                                << "cccc"
+                                << "dd");
+        QVERIFY(backUpNow("e", 3)); // has none to take
+        QCOMPARE(contents(),
+            QList<QByteArray>() << "aaaa"
+                                << "cccc"
+                                << "dd");
+    }
+
+    void otherFilesCopiesAreNotCounted()
+    {
+        writeFile(dataFiles().settings, "s");
+        QVERIFY(backUp(dataFiles().settings, 1));
+        QVERIFY(backUpNow("a", 1) && backUpNow("b", 1));
+        QCOMPARE(contents(),
+            QList<QByteArray>() << "b"
+                                << "s");
+    }
+
+    void allCopiesTogetherHaveALimit()
+    {
+        const QByteArray half(int(kBackupBytes / 2), 'x');
+        QVERIFY(backUpNow(half));
+        writeFile(dataFiles().settings, half);
+        QVERIFY(backUp(dataFiles().settings));
+        QCOMPARE(copies().size(), 2);
+        QVERIFY(backUpNow(QByteArray(half.size(), 'y'))); // one of the two goes
+        QCOMPARE(copies().size(), 2);
+        QVERIFY(backUpNow(QByteArray("poor"))); // both are fuller
+        QCOMPARE(copies().size(), 2);
+        QVERIFY(backUpNow(QByteArray(int(kBackupBytes + 1), 'z')));
+        QCOMPARE(copies().size(), 2);
+    }
+
+    void settingAsideTakesTheFileAway()
+    {
+        writeFile(dataFiles().ranks, "r");
+        QVERIFY(setAside(dataFiles().ranks));
+        QVERIFY(!QFile::exists(dataFiles().ranks));
+        QCOMPARE(contents(), QList<QByteArray>() << "r");
+        QVERIFY(setAside(dataFiles().ranks)); // nothing there
+    }
+
+    void whereNoCopyCanBeMadeNothingIsTakenAway()
+    {
+        writeFile(dataFiles().folder + "backup", "in the way");
+        QVERIFY(!backUpNow("a"));
+        QVERIFY(!setAside(dataFiles().ranks));
+        QCOMPARE(fileBytes(dataFiles().ranks), QByteArray("a"));
+    }
+};
+
+QUILLON_TEST(TestBackupFolder)
+#include "test_backup_folder.moc"

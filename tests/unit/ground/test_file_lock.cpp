@@ -1,0 +1,103 @@
+#include "frame_fixture.h"
+#include "room_tests.h"
+
+#include "ground/file_lock.h"
+#include "ground/system_files.h"
+
+#include <QtTest>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
+using namespace quillon;
+
+class TestFileLock : public QObject {
+    Q_OBJECT
+
+private slots:
+    void oneHolderAtATime()
+    {
+        TempFolder folder;
+        const QString path = folder.path("x.lock");
+        {
+            FileLock first(path, 0);
+            QVERIFY(first.isHeld());
+            QVERIFY(!FileLock(path, 0).isHeld());
+            QVERIFY(!FileLock(path, 20).isHeld());
+            QVERIFY(FileLock(folder.path("y.lock"), 0).isHeld());
+        }
+        QVERIFY(FileLock(path, 0).isHeld());
+    }
+
+    void nothingStaysBehind()
+    {
+        TempFolder folder;
+        {
+            FileLock lock(folder.path("x.lock"), 0);
+            QVERIFY(!FileLock(folder.path("x.lock"), 0).isHeld());
+            QCOMPARE(filesIn(folder.path()), QStringList("x.lock"));
+        }
+        QCOMPARE(filesIn(folder.path()), QStringList());
+    }
+
+    void withoutAFolderNothingIsHeld()
+    {
+        TempFolder folder;
+        QVERIFY(!FileLock(folder.path("missing/x.lock"), 0).isHeld());
+        QVERIFY(!FileLock(folder.path(), 0).isHeld());
+        QVERIFY(!QFile::exists(folder.path("missing")));
+    }
+
+    void anOldFileIsNoLock()
+    {
+        TempFolder folder;
+        writeFile(folder.path("x.lock"), "from a host that was killed");
+        QVERIFY(FileLock(folder.path("x.lock"), 0).isHeld());
+        QCOMPARE(filesIn(folder.path()), QStringList());
+    }
+
+#ifdef Q_OS_UNIX
+    // The child tells by a pipe that it has the lock, and is killed while it waits for its end.
+    void theLockOfAKilledProcessIsFree()
+    {
+        TempFolder folder;
+        const QString path = folder.path("x.lock");
+        int told[2];
+        QCOMPARE(::pipe(told), 0);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const FileLock lock(path, 0);
+            const char held = lock.isHeld() ? 'y' : 'n';
+            const bool sent = ::write(told[1], &held, 1) == 1;
+            while (sent)
+                ::pause();
+            ::_exit(1);
+        }
+        char held = 'n';
+        QCOMPARE(::read(told[0], &held, 1), ssize_t(1));
+        QCOMPARE(held, 'y');
+        QVERIFY(!FileLock(path, 0).isHeld());
+        QVERIFY(processLives(child));
+        ::kill(child, SIGKILL);
+        QCOMPARE(::waitpid(child, nullptr, 0), child);
+        ::close(told[0]);
+        ::close(told[1]);
+        QVERIFY(!processLives(child));
+        QVERIFY(FileLock(path, 0).isHeld());
+    }
+
+    void aLinkIsNotFollowed()
+    {
+        TempFolder folder;
+        QVERIFY(QFile::link(folder.path("elsewhere"), folder.path("x.lock")));
+        QVERIFY(!FileLock(folder.path("x.lock"), 0).isHeld());
+        QVERIFY(!QFile::exists(folder.path("elsewhere")));
+    }
+#endif
+};
+
+QUILLON_TEST(TestFileLock)
+#include "test_file_lock.moc"
