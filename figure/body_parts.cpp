@@ -114,6 +114,7 @@ bool boneInPart(const QString& name, BodyPart part, const FigureModel& model)
 {
     static const NameTest kTestOfPart[kBodyPartCount]
         = {UpperBodyBone, LegBone, FootBone, FaceBone, LeftHandBone, RightHandBone};
+    Q_ASSERT_X(int(part) >= 0 && int(part) < kBodyPartCount, "boneInPart", "one of the parts");
     return passes(name, kTestOfPart[int(part)], model);
 }
 

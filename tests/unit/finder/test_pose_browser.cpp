@@ -1,6 +1,8 @@
 #include "browse_fixture.h"
 #include "room_tests.h"
 
+#include "finder/browse_commands.h"
+
 using namespace quillon;
 
 class TestPoseBrowser : public QObject {
@@ -262,6 +264,21 @@ private slots:
         QCOMPARE(boxes.boxes.first().title, QString("Error"));
         QCOMPARE(boxes.boxes.first().text, QString("Please select a Genesis 8 figure first."));
         QCOMPARE(m_finder->position(), 1);
+        QCOMPARE(m_finder->steps(), 0);
+    }
+
+    void mirroringNeedsAFigureWithAHip()
+    {
+        m_finder->addFiles(1);
+        m_finder->browse(AllPoses);
+        pluginSettings().currentPose = 0;
+        browseSession().mirrored = true;
+        m_finder->figure->removeBone(m_finder->bone("hip"));
+        m_finder->rig.undoStack.clearAll();
+        const BoxAnswers boxes;
+        toggleMirroredPose(m_finder->figure, m_finder->time());
+        QVERIFY(browseSession().mirrored);
+        QVERIFY(boxes.boxes.isEmpty());
         QCOMPARE(m_finder->steps(), 0);
     }
 

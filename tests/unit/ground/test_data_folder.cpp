@@ -66,6 +66,8 @@ private slots:
                                                        << "";
         QTest::newRow("double slash, relative") << "a//b"
                                                 << "";
+        QTest::newRow("double slash at the start: empty component") << "//temp"
+                                                                    << "";
         QTest::newRow("empty path") << ""
                                     << "";
         QTest::newRow("bytes of 128 and above subtract (Cyrillic)")

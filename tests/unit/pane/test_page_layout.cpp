@@ -3,6 +3,7 @@
 #include "room_tests.h"
 
 #include "finder/browse_session.h"
+#include "finder/pose_index.h"
 #include "ground/plugin_settings.h"
 #include "host/driver/paint_recorder.h"
 #include "pane/artwork.h"
@@ -127,6 +128,8 @@ private slots:
     void bannerAndLinkFollowThePage();
     void aLongLineBreaksNearItsMiddle_data();
     void aLongLineBreaksNearItsMiddle();
+    void aLabelHasRoomForThreeLines_data();
+    void aLabelHasRoomForThreeLines();
 };
 
 void TestPageLayout::initTestCase()
@@ -336,6 +339,37 @@ void TestPageLayout::aLongLineBreaksNearItsMiddle()
     QFETCH(QString, text);
     QFETCH(QStringList, lines);
     QCOMPARE(NarrowText(text).lines(), lines);
+}
+
+void TestPageLayout::aLabelHasRoomForThreeLines_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("short") << "/c/People/Sitting 01.duf" << (QStringList() << "Sitting 01");
+    QTest::newRow("long") << "/c/People/wwwwwwwwwwwwwwwwwwww mmmmmmmmmmmmmmmm.duf"
+                          << (QStringList() << "wwwwwwwwwwwwwwwwwwww"
+                                            << "mmmmmmmmmmmmmmmm");
+}
+
+void TestPageLayout::aLabelHasRoomForThreeLines()
+{
+    QFETCH(QString, path);
+    QFETCH(QStringList, lines);
+    createPoseIndex();
+    poseEntry(appendPose(path))->hasSignature = true;
+    pluginSettings().currentPose = 0;
+    showPage(4, Sitting);
+    Canvas canvas;
+    canvas.resize(512, 1024);
+    QStringList found;
+    for (const DrawRecord& each : recordRepaint(&canvas)) {
+        if (each.text.isEmpty() || each.rect.top() < 736 || each.rect.bottom() > 804)
+            continue;
+        found << each.text;
+        QVERIFY2(each.rect.height() <= 68 / 3 + 1, qPrintable(QString::number(each.rect.height())));
+    }
+    freePoseIndex();
+    QCOMPARE(found, lines);
 }
 
 QUILLON_TEST(TestPageLayout)

@@ -24,6 +24,7 @@ private slots:
     void noFileIsLeftAfterSuccess();
     void aFailedApplyLeavesBothFiles();
     void leftoversOfAFailureAreNotApplied();
+    void linksInTheirPlaceAreNotWrittenThrough();
     void aFullDiskAppliesNoOlderFile();
     void anUnusableTempFolderChangesNothing_data();
     void anUnusableTempFolderChangesNothing();
@@ -119,6 +120,22 @@ void TestSwapAround::leftoversOfAFailureAreNotApplied()
     const FigureState before = stateOf(f.figure);
     QVERIFY(!applyThroughTempFiles(f.figure, true, false, false, true, true));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
+}
+
+void TestSwapAround::linksInTheirPlaceAreNotWrittenThrough()
+{
+#ifdef Q_OS_UNIX
+    PoseFixture f;
+    const QString temp = f.app.getTempPath() + "/";
+    writeFile(f.file("mine.txt"), "mine");
+    QVERIFY(QFile::link(f.file("mine.txt"), temp + kTemp1));
+    QVERIFY(QFile::link(f.file("mine.txt"), temp + kTemp2));
+    QVERIFY(applyThroughTempFiles(f.figure, true, false, false, true, true));
+    QFile mine(f.file("mine.txt"));
+    QVERIFY(mine.open(QIODevice::ReadOnly));
+    QCOMPARE(mine.readAll(), QByteArray("mine"));
+    QVERIFY(f.tempFiles().isEmpty());
+#endif
 }
 
 // The mirrored file, longer by its signs, does not fit; one of an earlier command lies in its
