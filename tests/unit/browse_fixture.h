@@ -12,6 +12,8 @@
 #include "posefile/pose_reader.h"
 #include "posefile/reference_pose.h"
 
+#include "dzmainwindow.h"
+
 #include <initializer_list>
 
 namespace quillon {
@@ -164,6 +166,13 @@ private:
         }
         DzFigure* figure;
     };
+};
+
+// The same in a host with a main window, the parent of dialogs and the keeper of panes.
+struct WindowedBrowseFixture : BrowseFixture {
+    using BrowseFixture::BrowseFixture;
+
+    DzMainWindow window;
 };
 
 inline BrowseSession countedMatches()

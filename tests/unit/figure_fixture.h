@@ -106,6 +106,19 @@ inline Channels everyChannel(const DzNode* figure)
     return all;
 }
 
+// Those that a pose is made of: of the bones, in their order, then of the controls.
+inline std::vector<DzFloatProperty*> poseProperties(const DzNode* figure)
+{
+    std::vector<DzFloatProperty*> all;
+    for (const FigureBone& each : bonesOf(figure)) {
+        const PoseChannels channels = poseChannelsOf(each.bone);
+        all.insert(all.end(), std::begin(channels.channel), std::end(channels.channel));
+    }
+    for (const FigureControl& each : controlsOf(figure))
+        all.push_back(each.property);
+    return all;
+}
+
 inline QString pathOf(const DzFloatProperty* channel)
 {
     const auto* owner = qobject_cast<const DzBase*>(channel->getOwner());
@@ -181,6 +194,31 @@ inline QString firstDifference(const FigureState& before, const FigureState& aft
     do {                                                                                           \
         const QString difference = quillon::firstDifference(before, after);                        \
         QVERIFY2(difference.isEmpty(), qPrintable(difference));                                    \
+    } while (false)
+
+// Empty when the figure has changed since, by one undo step that leads there and back, bit for bit.
+inline QString firstFlawOfStep(const FigureState& before, FigureFixture* f)
+{
+    const FigureState after = stateOf(f->figure);
+    if (firstDifference(before, after).isEmpty())
+        return QLatin1String("nothing has changed");
+    if (f->undoStack.getNumUndoItems() != 1)
+        return QString("%1 undo steps").arg(f->undoStack.getNumUndoItems());
+    if (!f->undoStack.undo())
+        return QLatin1String("no undo");
+    const QString left = firstDifference(before, stateOf(f->figure));
+    if (!left.isEmpty())
+        return QLatin1String("after undo: ") + left;
+    if (!f->undoStack.redo())
+        return QLatin1String("no redo");
+    const QString missing = firstDifference(after, stateOf(f->figure));
+    return missing.isEmpty() ? missing : QLatin1String("after redo: ") + missing;
+}
+
+#define VERIFY_ONE_STEP_SINCE(before, fixture)                                                     \
+    do {                                                                                           \
+        const QString flaw = quillon::firstFlawOfStep(before, &(fixture));                         \
+        QVERIFY2(flaw.isEmpty(), qPrintable(flaw));                                                \
     } while (false)
 
 // A channel that "Bone Translations" moves although it is locked.
@@ -310,13 +348,7 @@ inline void setFreeTranslation(DzNode* bone, const DzVec3& posCm)
 // Locks up to count pose channels and controls at random and gives those it locked.
 inline std::vector<DzFloatProperty*> lockAtRandom(Random* random, const DzNode* figure, int count)
 {
-    std::vector<DzFloatProperty*> all;
-    for (const FigureBone& each : bonesOf(figure)) {
-        const PoseChannels channels = poseChannelsOf(each.bone);
-        all.insert(all.end(), std::begin(channels.channel), std::end(channels.channel));
-    }
-    for (const FigureControl& each : controlsOf(figure))
-        all.push_back(each.property);
+    const std::vector<DzFloatProperty*> all = poseProperties(figure);
     std::vector<DzFloatProperty*> locked;
     for (int i = 0; i < count; ++i) {
         DzFloatProperty* property = all[random->below(int(all.size()))];

@@ -178,18 +178,6 @@ inline QString firstOtherCall(const std::vector<SetCall>& a, const std::vector<S
 
 typedef std::vector<std::pair<DzFloatProperty*, float>> RawPose;
 
-inline std::vector<DzFloatProperty*> poseProperties(const DzNode* figure)
-{
-    std::vector<DzFloatProperty*> all;
-    for (const FigureBone& each : bonesOf(figure)) {
-        const PoseChannels channels = poseChannelsOf(each.bone);
-        all.insert(all.end(), std::begin(channels.channel), std::end(channels.channel));
-    }
-    for (const FigureControl& each : controlsOf(figure))
-        all.push_back(each.property);
-    return all;
-}
-
 inline RawPose rawPose(const DzNode* figure)
 {
     RawPose pose;

@@ -1,5 +1,5 @@
 // Limits on and off: which channels, what becomes of values out of range, and the command.
-#include "figure_fixture.h"
+#include "limits_fixture.h"
 #include "room_tests.h"
 
 #include "figure/pose_limits.h"
@@ -30,6 +30,8 @@ private slots:
     void statusTextsOfTheCommand();
     void theCommandIsOneUndoStep();
 
+    void limitsAreOfTheTimeGiven();
+
     // damage, locks, undo
     void locksHold_data();
     void locksHold();
@@ -42,35 +44,6 @@ private slots:
 static QString s(const char* text)
 {
     return QLatin1String(text);
-}
-
-static void setAllFlags(const DzNode* figure, bool clamped)
-{
-    for (const FigureBone& each : bonesOf(figure)) {
-        for (DzFloatProperty* channel : poseChannelsOf(each.bone).channel)
-            channel->setIsClamped(clamped);
-    }
-    for (const FigureControl& each : controlsOf(figure))
-        each.property->setIsClamped(clamped);
-}
-
-static int clampedRotations(const DzNode* figure, FigureScope scope)
-{
-    int count = 0;
-    for (const FigureBone& each : bonesOf(figure, scope)) {
-        const PoseChannels channels = poseChannelsOf(each.bone);
-        for (int i = 0; i < 3; ++i)
-            count += channels.channel[i]->isClamped();
-    }
-    return count;
-}
-
-static int clampedControls(const DzNode* figure, FigureScope scope)
-{
-    int count = 0;
-    for (const FigureControl& each : ownControlsOf(figure, scope))
-        count += each.property->isClamped();
-    return count;
 }
 
 // ---- limits
@@ -312,6 +285,24 @@ static void runTool(DzFigure* figure, int tool)
     }
 }
 
+void TestPoseLimits::limitsAreOfTheTimeGiven()
+{
+    FigureFixture f; // the scene stands at 0
+    liftAllLimits(f.figure);
+    DzBone* head = f.bone("head");
+    setFreeTranslation(head, DzVec3(1, 0, 0));
+    for (DzFloatProperty* channel : {head->getXRotControl(), head->getXPosControl()}) {
+        channel->setValue(0, 100);
+        channel->setValue(4800, 200);
+    }
+    setPoseLimits(f.figure, true, BodyLimits, 4800);
+    limitBoneTranslations(f.figure, 0, 4800);
+    QCOMPARE(head->getXRotControl()->getRawValue(0), 100.f);
+    QCOMPARE(head->getXRotControl()->getRawValue(4800), head->getXRotControl()->getMax());
+    QCOMPARE(head->getXPosControl()->getRawValue(0), 100.f);
+    QCOMPARE(head->getXPosControl()->getRawValue(4800), 0.f);
+}
+
 static const int kToolCount = 5;
 
 static bool isBoneTranslations(int tool)
@@ -389,13 +380,7 @@ void TestPoseLimits::oneUndoRestoresBitForBit()
         f.undoStack.clearAll();
         const FigureState before = stateOf(f.figure);
         runTool(f.figure, tool);
-        const FigureState after = stateOf(f.figure);
-        QVERIFY(!firstDifference(before, after).isEmpty());
-        QCOMPARE(f.undoStack.getNumUndoItems(), 1);
-        QVERIFY(f.undoStack.undo());
-        VERIFY_SAME_STATE(before, stateOf(f.figure));
-        QVERIFY(f.undoStack.redo());
-        VERIFY_SAME_STATE(after, stateOf(f.figure));
+        VERIFY_ONE_STEP_SINCE(before, f);
     }
 }
 

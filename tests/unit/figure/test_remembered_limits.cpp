@@ -1,5 +1,5 @@
 // Limits lifted and set again as they were: what is kept, for whom, and how long.
-#include "figure_fixture.h"
+#include "limits_fixture.h"
 #include "room_tests.h"
 
 #include "figure/bake_pose.h"
@@ -26,35 +26,6 @@ private slots:
 static QString s(const char* text)
 {
     return QLatin1String(text);
-}
-
-static void setAllFlags(const DzNode* figure, bool clamped)
-{
-    for (const FigureBone& each : bonesOf(figure)) {
-        for (DzFloatProperty* channel : poseChannelsOf(each.bone).channel)
-            channel->setIsClamped(clamped);
-    }
-    for (const FigureControl& each : controlsOf(figure))
-        each.property->setIsClamped(clamped);
-}
-
-static int clampedRotations(const DzNode* figure, FigureScope scope)
-{
-    int count = 0;
-    for (const FigureBone& each : bonesOf(figure, scope)) {
-        const PoseChannels channels = poseChannelsOf(each.bone);
-        for (int i = 0; i < 3; ++i)
-            count += channels.channel[i]->isClamped();
-    }
-    return count;
-}
-
-static int clampedControls(const DzNode* figure, FigureScope scope)
-{
-    int count = 0;
-    for (const FigureControl& each : ownControlsOf(figure, scope))
-        count += each.property->isClamped();
-    return count;
 }
 
 static void setRandomFlags(Random* random, const DzNode* figure)

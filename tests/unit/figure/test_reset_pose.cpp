@@ -41,6 +41,7 @@ private slots:
     void facsMorphsAreZeroedIn81Only();
 
     // damage, locks, undo
+    void aResetIsOfTheTimeGiven();
     void locksHold_data();
     void locksHold();
     void mutilatedFiguresAreSurvived_data();
@@ -339,6 +340,17 @@ static void selectSome(Random* random, const FigureFixture& f)
     }
 }
 
+void TestResetPose::aResetIsOfTheTimeGiven()
+{
+    FigureFixture f; // the scene stands at 0
+    DzFloatProperty* turn = f.bone("lShin")->getXRotControl();
+    turn->setValue(0, 10);
+    turn->setValue(4800, 20);
+    resetPose(f.figure, ResetWholeFigure, 4800);
+    QCOMPARE(turn->getValue(0), 10.f);
+    QCOMPARE(turn->getValue(4800), 0.f);
+}
+
 void TestResetPose::locksHold_data()
 {
     addFigureRows();
@@ -412,13 +424,7 @@ void TestResetPose::oneUndoRestoresBitForBit()
         DzUndoStackHold hold;
         resetPose(f.figure, mode);
         hold.accept(QLatin1String("quillon_stack"));
-        const FigureState after = stateOf(f.figure);
-        QVERIFY(!firstDifference(before, after).isEmpty());
-        QCOMPARE(f.undoStack.getNumUndoItems(), 1);
-        QVERIFY(f.undoStack.undo());
-        VERIFY_SAME_STATE(before, stateOf(f.figure));
-        QVERIFY(f.undoStack.redo());
-        VERIFY_SAME_STATE(after, stateOf(f.figure));
+        VERIFY_ONE_STEP_SINCE(before, f);
     }
 }
 

@@ -4,7 +4,6 @@
 #include "finder/custom_pose_commands.h"
 #include "posefile/custom_library.h"
 
-#include "dzmainwindow.h"
 #include "dzpane.h"
 #include "dzpanemgr.h"
 
@@ -29,8 +28,7 @@ class TestCustomPoseCommands : public QObject {
     Q_OBJECT
 
 private:
-    std::unique_ptr<BrowseFixture> m_finder;
-    std::unique_ptr<DzMainWindow> m_window;
+    std::unique_ptr<WindowedBrowseFixture> m_finder;
 
     int addCustom(const QString& name)
     {
@@ -42,12 +40,10 @@ private:
 private slots:
     void init()
     {
-        m_finder.reset(new BrowseFixture);
-        m_window.reset(new DzMainWindow);
+        m_finder.reset(new WindowedBrowseFixture);
     }
     void cleanup()
     {
-        m_window.reset();
         m_finder.reset();
     }
 
@@ -188,7 +184,7 @@ private slots:
     {
         QFETCH(QString, path);
         DzContentLibraryPane* const library = new DzContentLibraryPane;
-        m_window->getPaneMgr()->addPane(library);
+        m_finder->window.getPaneMgr()->addPane(library);
         browseToPoseFolder(path);
         QTEST(library->folders, "folders");
         QVERIFY(library->getPaneGroup()); // it is shown
@@ -210,7 +206,7 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QString, folder);
         DzContentLibraryPane* const library = new DzContentLibraryPane;
-        m_window->getPaneMgr()->addPane(library);
+        m_finder->window.getPaneMgr()->addPane(library);
         browseToPoseFolder(QLatin1String("/c/data/Brannoc/poses/001/") + file);
         QCOMPARE(library->folders.size(), 1);
         const QString start = "/c/People/" + folder + "/Poses/Brannoc/";
@@ -222,7 +218,7 @@ private slots:
     void hostWithoutAContentLibraryIsLeftAlone()
     {
         browseToPoseFolder("C:/Content/People/Poses/sit.duf");
-        QCOMPARE(m_window->getPaneMgr()->getNumPanes(), 0);
+        QCOMPARE(m_finder->window.getPaneMgr()->getNumPanes(), 0);
     }
 };
 

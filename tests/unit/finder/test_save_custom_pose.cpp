@@ -4,8 +4,6 @@
 #include "finder/custom_pose_commands.h"
 #include "posefile/custom_library.h"
 
-#include "dzmainwindow.h"
-
 #include <QFileDialog>
 #include <QLineEdit>
 
@@ -66,8 +64,7 @@ class TestSaveCustomPose : public QObject {
     Q_OBJECT
 
 private:
-    std::unique_ptr<BrowseFixture> m_finder;
-    std::unique_ptr<DzMainWindow> m_window;
+    std::unique_ptr<WindowedBrowseFixture> m_finder;
 
     // A pose of the whole body, so that it is recognised; and not at rest.
     void poseTheFigure()
@@ -87,12 +84,10 @@ private:
 private slots:
     void init()
     {
-        m_finder.reset(new BrowseFixture);
-        m_window.reset(new DzMainWindow);
+        m_finder.reset(new WindowedBrowseFixture);
     }
     void cleanup()
     {
-        m_window.reset();
         m_finder.reset();
     }
 
@@ -281,10 +276,8 @@ private slots:
     {
         QFETCH(QString, figure);
         QFETCH(QByteArray, id);
-        m_window.reset();
         m_finder.reset();
-        m_finder.reset(new BrowseFixture(figure));
-        m_window.reset(new DzMainWindow);
+        m_finder.reset(new WindowedBrowseFixture(figure));
         const QString path = save("a.duf");
         QFile file(path);
         DzGzIO gzip(&file);

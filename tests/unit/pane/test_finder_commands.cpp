@@ -9,8 +9,6 @@
 #include "pane/page_state.h"
 #include "pane/page_texts.h"
 
-#include "dzmainwindow.h"
-
 using namespace quillon;
 
 static const QSize kPane(512, 1024);
@@ -19,8 +17,7 @@ class TestFinderCommands : public QObject {
     Q_OBJECT
 
 private:
-    std::unique_ptr<BrowseFixture> m_finder;
-    std::unique_ptr<DzMainWindow> m_window;
+    std::unique_ptr<WindowedBrowseFixture> m_finder;
 
     static void press(int number, ClickKind kind = LeftClick)
     {
@@ -54,12 +51,10 @@ private:
 private slots:
     void init()
     {
-        m_finder.reset(new BrowseFixture);
-        m_window.reset(new DzMainWindow);
+        m_finder.reset(new WindowedBrowseFixture);
     }
     void cleanup()
     {
-        m_window.reset();
         m_finder.reset();
     }
 
