@@ -29,12 +29,12 @@ void openCategory(int type, DzSkeleton* figure, DzTime time, bool fromPicker)
     undo.note(countMatches(held.isGone() ? nullptr : figure, time));
 }
 
-void leaveCategory()
+bool leaveCategory()
 {
     browseSession().type = kNotBrowsing;
     browseSession().tablesState = NotMade;
-    saveSettings();
-    writeRanks();
+    const bool settingsSaved = saveSettings();
+    return writeRanks() && settingsSaved;
 }
 
 // ---- stepping
@@ -136,10 +136,11 @@ void toggleLockOfPart(int part, DzSkeleton* figure, DzTime time)
 
 // ---- the current pose itself
 
-void advanceCurrentRank(const DzSkeleton* figure)
+bool advanceCurrentRank(const DzSkeleton* figure)
 {
-    setCurrentRank((rankOf(pluginSettings().currentPose) + 1) % kRankCount);
+    const bool saved = setCurrentRank((rankOf(pluginSettings().currentPose) + 1) % kRankCount);
     countIfDue(figure);
+    return saved;
 }
 
 void openFolderOrDeletePose(DzSkeleton* figure, DzTime time)

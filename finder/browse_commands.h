@@ -11,7 +11,7 @@ namespace quillon {
 
 // Begins to browse; see chooseCategory(). The matches are counted.
 void openCategory(int type, DzSkeleton* figure, DzTime time, bool fromPicker);
-void leaveCategory(); // settings and ranks are saved
+[[nodiscard]] bool leaveCategory(); // settings and ranks are saved; false when one cannot be
 
 // See searchPose(). Where a search can be made, the matches are counted as well.
 void stepPose(DzSkeleton* figure, DzTime time, int step, bool productSkip);
@@ -35,7 +35,7 @@ void toggleReferenceOverlay(bool shown, DzSkeleton* figure, DzTime time);
 void toggleLockOfPart(int part, DzSkeleton* figure, DzTime time);
 
 // Unranked, favourite, hidden and round again.
-void advanceCurrentRank(const DzSkeleton* figure);
+[[nodiscard]] bool advanceCurrentRank(const DzSkeleton* figure); // as setCurrentRank()
 
 // Of a custom pose: deletes it, after a question; of another, shows where it comes from.
 void openFolderOrDeletePose(DzSkeleton* figure, DzTime time);

@@ -9,6 +9,7 @@
 #include "finder/pose_signature.h"
 #include "ground/message_boxes.h"
 #include "ground/plugin_settings.h"
+#include "ground/save_result.h"
 #include "ground/status_message.h"
 #include "posefile/custom_library.h"
 #include "posefile/pose_writer.h"
@@ -63,40 +64,41 @@ static int entryOfPath(const QString& path)
     return -1;
 }
 
-static void indexPose(const QString& path, bool existed, DzSkeleton* figure, DzTime time)
+static bool indexPose(const QString& path, bool existed, DzSkeleton* figure, DzTime time)
 {
     int entry = existed ? entryOfPath(path) : -1;
     if (entry < 0)
         entry = appendPose(path);
     if (entry < 0)
-        return;
+        return true;
     poseEntry(entry)->hasSignature = false;
     identifyPose(entry);
     takeSignature(entry, figure, time);
     refreshCurrentRank(); // of a file that was replaced: its hash has changed
-    writePoseIndex();
+    return writePoseIndex();
 }
 
-void savePoseOf(DzSkeleton* figure, DzTime time)
+bool savePoseOf(DzSkeleton* figure, DzTime time)
 {
     if (!figure) {
         showBox(Box::NoFigure);
-        return;
+        return true;
     }
     if (!ensureCustomLibraryFolder()) {
         showBox(Box::NoCustomFolder);
-        return;
+        return true;
     }
     const HeldNode held(figure);
     const QString path = askForPoseFile();
     if (path.isEmpty() || held.isGone())
-        return;
+        return true;
     const bool existed = QFile::exists(path);
     const bool male = !figure->getName().contains(QLatin1String("female"), Qt::CaseInsensitive);
     const bool compressed = true;
-    if (writePose(figure, time, path, male, compressed))
-        indexPose(path, existed, figure, time);
+    const bool saved
+        = writePose(figure, time, path, male, compressed) && indexPose(path, existed, figure, time);
     refreshPane();
+    return saved;
 }
 
 // ---- deleting
@@ -111,7 +113,7 @@ static void removeAndSave(int entry)
         position = poseCount() > 0 ? 0 : -1;
     refreshCurrentRank();
     forgetMatch(entry);
-    writePoseIndex();
+    noteSaveResult(writePoseIndex());
 }
 
 bool deletePose(int entry, DzSkeleton* figure)

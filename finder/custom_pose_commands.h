@@ -16,7 +16,8 @@ bool isCustomPose(int entry); // false outside the index
 // figure or a library folder; a figure that is gone when the dialog closes is not saved. The file
 // takes the place of its own entry in the index, else a new one at the end; when the index is full
 // it is not indexed. A name without ".duf" that would replace a file with it is asked for again.
-void savePoseOf(DzSkeleton* figure, DzTime time);
+// False when the pose or the index cannot be written.
+[[nodiscard]] bool savePoseOf(DzSkeleton* figure, DzTime time);
 
 // Asks first: true when the answer was Yes. figure: that of the press, may be null; when it is gone
 // by then, nothing happens and the result is false. The entry goes with its file; a file that

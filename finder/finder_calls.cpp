@@ -5,6 +5,7 @@
 #include "finder/custom_pose_commands.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_scanner.h"
+#include "ground/save_result.h"
 
 #include "dzscene.h"
 #include "dzskeleton.h"
@@ -34,7 +35,7 @@ bool scanPoses()
 
 void saveCustomPose()
 {
-    savePoseOf(selectedFigure(), dzScene->getTime());
+    noteSaveResult(savePoseOf(selectedFigure(), dzScene->getTime()));
 }
 
 bool deleteCustomPose(int entry)

@@ -7,6 +7,7 @@
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "ground/plugin_settings.h"
+#include "ground/save_result.h"
 #include "ground/undo_step.h"
 #include "posefile/part_locks.h"
 #include "posefile/pose_reader.h"
@@ -49,7 +50,7 @@ static void dropCurrentPose(SearchDirection direction)
     qint32& position = pluginSettings().currentPose;
     removeEntry(position);
     position = positionWithout(position, direction);
-    writePoseIndex();
+    noteSaveResult(writePoseIndex());
 }
 
 static void applyFoundPose(

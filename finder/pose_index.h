@@ -59,6 +59,6 @@ void truncatePoseIndex(int count); // forgets the entries from count on
 // False when it cannot be opened; nothing changes then, nor when its version is another.
 bool readPoseIndex();
 // False when there is no data folder or the file cannot be opened.
-bool writePoseIndex();
+[[nodiscard]] bool writePoseIndex();
 
 } // namespace quillon

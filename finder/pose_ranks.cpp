@@ -98,20 +98,20 @@ void refreshCurrentRank()
     pluginSettings().currentRank = rankOf(pluginSettings().currentPose);
 }
 
-void setCurrentRank(int rank)
+bool setCurrentRank(int rank)
 {
     if (anyPartLockOn()) {
         showStatusMessage(QLatin1String(kRefusal));
-        return;
+        return true;
     }
     PluginSettings& settings = pluginSettings();
     const PoseIndexEntry* current = poseEntry(settings.currentPose);
     const bool canBeGiven = rank >= Unranked && rank <= Hidden;
     if (!canBeGiven || !current || isCustomLibraryPath(current->path))
-        return;
+        return true;
     setRank(current->contentHash, rank);
     refreshCurrentRank();
-    writeRanks();
+    return writeRanks();
 }
 
 bool pruneRanks()

@@ -31,8 +31,8 @@ void refreshCurrentRank();
 // Gives the pose at the current position the rank and writes the file. Refused, with nothing
 // changed: while a part is locked (a status text says so), without a current pose, for a pose of
 // the custom library, for a rank that is not Unranked, Favorite or Hidden. A rank that finds the
-// table full is not recorded.
-void setCurrentRank(int rank);
+// table full is not recorded. False when the file cannot be written.
+bool setCurrentRank(int rank);
 
 // Drops the records of poses that are not indexed. True when there was one.
 bool pruneRanks();
@@ -40,6 +40,6 @@ bool pruneRanks();
 // Fills the table from the rank file; false when there is none.
 bool readRanks();
 // False when the folder or the file cannot be written; the file is then as it was.
-bool writeRanks();
+[[nodiscard]] bool writeRanks();
 
 } // namespace quillon

@@ -13,6 +13,7 @@
 #include "finder/scan_phases.h"
 #include "ground/message_boxes.h"
 #include "ground/plugin_settings.h"
+#include "ground/save_result.h"
 #include "ground/status_message.h"
 #include "ground/undo_step.h"
 #include "posefile/pose_text.h"
@@ -246,9 +247,9 @@ static void forgetPoses()
 
 static void saveIndex()
 {
-    writePoseIndex();
+    noteSaveResult(writePoseIndex());
     if (pruneRanks())
-        writeRanks();
+        noteSaveResult(writeRanks());
 }
 
 static bool runScan(DzSkeleton* figure, DzTime time, bool* poseChanged)

@@ -21,10 +21,10 @@ QString backupFolder(); // with its last slash; empty without a data folder
 // Copies the file there. True also when there is nothing that is worth a copy: no plain file, an
 // empty one, one that has a copy with the same bytes, one that is poorer than all the copies that
 // would have to go for it. False: the copy could not be made.
-bool backUp(const QString& path, int generations = kGenerations);
+[[nodiscard]] bool backUp(const QString& path, int generations = kGenerations);
 
 // Removes the file once it has been copied; where no copy can be made it moves there. False: it is
 // where it was.
-bool setAside(const QString& path, int generations = kGenerations);
+[[nodiscard]] bool setAside(const QString& path, int generations = kGenerations);
 
 } // namespace quillon

@@ -48,7 +48,7 @@ public:
     }
 
     // All that was written, as the content of the file. False: the file is as it was.
-    bool save(const QString& path) const;
+    [[nodiscard]] bool save(const QString& path) const;
 
 private:
     QByteArray m_bytes;

@@ -32,7 +32,7 @@ const DataFiles& dataFiles();
 void locateDataFiles();
 
 // Creates the folder with all missing parents. False if there is no folder or it cannot be made.
-bool ensureDataFolder();
+[[nodiscard]] bool ensureDataFolder();
 // Gives files of the naming without a key their present names. A file of that name wins.
 void migrateDataFiles();
 

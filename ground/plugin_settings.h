@@ -58,6 +58,6 @@ PluginSettings& pluginSettings();
 // what it lacks as it was.
 bool loadSettings();
 // False when the folder or the file cannot be written; the file is then as it was.
-bool saveSettings();
+[[nodiscard]] bool saveSettings();
 
 } // namespace quillon

@@ -20,17 +20,18 @@ namespace quillon {
 // Beside, whether there was such a file before or not. A link at the path is followed: what it
 // leads to is replaced. False also when something is there that is no plain file or that this user
 // may not write.
-bool writeWholeFile(const QString& path, const QByteArray& bytes);
+[[nodiscard]] bool writeWholeFile(const QString& path, const QByteArray& bytes);
 
 // Gives a file that is there new bytes. One that is not there, or no longer, is not created, and a
 // link, a folder or what else is no plain file is left alone. Written beside if the file has one
 // name only and the new one gets its owner, group and permissions; else, or if the folder takes no
 // new file, in place. The old bytes are then kept in keepFolder until all is done, and if they
 // cannot be, nothing is written; bytes that this user may not read cannot be kept.
-bool overwriteFile(const QString& path, const QByteArray& bytes, const QString& keepFolder);
+[[nodiscard]] bool overwriteFile(
+    const QString& path, const QByteArray& bytes, const QString& keepFolder);
 
 // For files that nobody misses: straight into the file. False leaves it cut short.
-bool writePlainFile(const QString& path, const QByteArray& bytes);
+[[nodiscard]] bool writePlainFile(const QString& path, const QByteArray& bytes);
 
 // As the calls of system_files.h want it.
 SystemPath systemPath(const QString& path);
@@ -41,6 +42,6 @@ QString besideName(const QString& path);
 void removeLeftovers(const QString& folder);
 
 // Puts a finished file in another's place in one step. False leaves both as they were.
-bool replaceFile(const QString& finished, const QString& target);
+[[nodiscard]] bool replaceFile(const QString& finished, const QString& target);
 
 } // namespace quillon

@@ -1,6 +1,6 @@
 #include "pane/artwork.h"
 
-#include <QFile>
+#include "ground/whole_file.h"
 
 #include <iterator>
 #include <vector>
@@ -52,16 +52,10 @@ void releasePageArtwork()
     }
 }
 
-static void writeBytes(const unsigned char* bytes, int length, const QString& path)
+bool writeIconFile(const QString& path)
 {
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(reinterpret_cast<const char*>(bytes), length);
-}
-
-void writeIconFile(const QString& path)
-{
-    writeBytes(kIconPng, kIconPngSize, path);
+    return writePlainFile(
+        path, QByteArray::fromRawData(reinterpret_cast<const char*>(kIconPng), kIconPngSize));
 }
 
 } // namespace quillon

@@ -14,7 +14,7 @@ QPixmap picture(Picture which);
 void decodeArtwork();
 void releasePageArtwork();
 
-// Writes the icon's PNG bytes. Silent when the file cannot be written.
-void writeIconFile(const QString& path);
+// Writes the icon's PNG bytes. False when they could not be written in full.
+[[nodiscard]] bool writeIconFile(const QString& path);
 
 } // namespace quillon

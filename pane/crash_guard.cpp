@@ -4,6 +4,7 @@
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
 #include "ground/message_boxes.h"
+#include "ground/save_result.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,9 +27,9 @@ void checkCrashMarker()
     if (!hasCrashMarker())
         return;
     showBox(Box::CrashWarning);
-    setAside(dataFiles().settings);
-    setAside(dataFiles().ranks);
-    setAside(dataFiles().poseIndex, kIndexGenerations);
+    noteSaveResult(setAside(dataFiles().settings));
+    noteSaveResult(setAside(dataFiles().ranks));
+    noteSaveResult(setAside(dataFiles().poseIndex, kIndexGenerations));
 }
 
 static void clearMarkersPlace()
@@ -61,7 +62,7 @@ void removeCrashMarker()
 
 static QString lockPath()
 {
-    ensureDataFolder();
+    noteSaveResult(ensureDataFolder()); // without it there is no lock
     return dataFiles().crashMarker + QLatin1String(".lock");
 }
 
@@ -71,7 +72,7 @@ StartGuard::StartGuard()
     if (!m_lock.isHeld())
         return;
     checkCrashMarker();
-    writeCrashMarker();
+    noteSaveResult(writeCrashMarker());
 }
 
 StartGuard::~StartGuard()

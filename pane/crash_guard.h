@@ -22,7 +22,7 @@ private:
 // The marker stays.
 void checkCrashMarker();
 // What is no file and stands in its place is given another name.
-bool writeCrashMarker();
+[[nodiscard]] bool writeCrashMarker();
 // One that cannot be removed is emptied.
 void removeCrashMarker();
 

@@ -12,6 +12,7 @@
 #include "ground/live_panes.h"
 #include "ground/plugin_settings.h"
 #include "ground/qt_compat.h"
+#include "ground/save_result.h"
 #include "ground/status_message.h"
 #include "ground/version_text.h"
 #include "ground/whole_file.h"
@@ -72,7 +73,7 @@ static void decoratePaneAction()
     if (!action)
         return;
     const QString path = dzApp->getTempPath() + QLatin1String("/icon.png");
-    writeIconFile(path);
+    noteSaveResult(writeIconFile(path));
     action->setIconFile(path);
 }
 
@@ -189,8 +190,8 @@ DzQuillonPane::~DzQuillonPane()
             static_cast<DzQuillonPane*>(currentPane())->adoptTimers();
         return;
     }
-    saveSettings();
-    writeRanks();
+    noteSaveResult(saveSettings());
+    noteSaveResult(writeRanks());
     removeAccessibleButtons();
     deleteTimers();
     freeStores();

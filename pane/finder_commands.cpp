@@ -1,6 +1,7 @@
 #include "pane/finder_commands.h"
 
 #include "finder/browse_commands.h"
+#include "ground/save_result.h"
 #include "pane/page_state.h"
 
 namespace quillon {
@@ -21,7 +22,7 @@ bool backToMain(const PressContext&)
 
 bool backToPicker(const PressContext&)
 {
-    leaveCategory();
+    noteSaveResult(leaveCategory());
     return true;
 }
 
@@ -91,7 +92,7 @@ bool toggleMirrored(const PressContext& press)
 
 bool advanceRank(const PressContext& press)
 {
-    advanceCurrentRank(press.figure);
+    noteSaveResult(advanceCurrentRank(press.figure));
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "finder/custom_pose_commands.h"
 #include "finder/pose_scanner.h"
 #include "ground/message_boxes.h"
+#include "ground/save_result.h"
 #include "ground/status_message.h"
 #include "pane/page_state.h"
 #include "pane/quillonsettingsdlg.h"
@@ -22,7 +23,7 @@ namespace quillon {
 
 bool memorizeReference(const PressContext& press)
 {
-    memorizeReferenceOf(press.figure, press.time);
+    noteSaveResult(memorizeReferenceOf(press.figure, press.time));
     return true;
 }
 
@@ -166,7 +167,7 @@ bool patchInstalledProducts(const PressContext&)
 
 bool saveToCustomLibrary(const PressContext& press)
 {
-    savePoseOf(press.figure, press.time);
+    noteSaveResult(savePoseOf(press.figure, press.time));
     clearStatusMessage();
     return true;
 }
@@ -182,7 +183,7 @@ bool scanAfterQuestion(const PressContext& press)
 
 bool openSettings(const PressContext&)
 {
-    showSettings();
+    noteSaveResult(showSettings());
     clearStatusMessage();
     return true;
 }

@@ -100,17 +100,18 @@ void QuillonSettingsDlg::store() const
 
 namespace quillon {
 
-void showSettings()
+bool showSettings()
 {
     DzMainWindow* window = dzApp ? dzApp->getInterface() : nullptr;
     if (!window)
-        return;
+        return true;
     QuillonSettingsDlg dialog(window);
     if (dialog.exec() != QDialog::Accepted)
-        return;
+        return true;
     dialog.store();
-    saveSettings();
+    const bool saved = saveSettings();
     refreshPane();
+    return saved;
 }
 
 } // namespace quillon

@@ -23,7 +23,8 @@ private:
 
 namespace quillon {
 
-// Runs the dialog; Ok stores and saves. Nothing happens when the host has no main window.
-void showSettings();
+// Runs the dialog; Ok stores and saves. Nothing happens when the host has no main window. False
+// when the settings cannot be saved.
+[[nodiscard]] bool showSettings();
 
 } // namespace quillon

@@ -11,7 +11,7 @@ extern const char kCustomLibraryPart[];
 
 // With its last slash; empty when there is no data folder.
 QString customLibraryFolder();
-bool ensureCustomLibraryFolder(); // false: there is none and it cannot be created
+[[nodiscard]] bool ensureCustomLibraryFolder(); // false: there is none and it cannot be created
 
 // Case-sensitive. A pose saved elsewhere is no custom pose.
 bool isCustomLibraryPath(const QString& path);

@@ -16,6 +16,6 @@ int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes);
 int readUnpacked(const QString& path, char* buffer, int maxBytes);
 
 // Packs the bytes into a device that is open for writing. False when not all were taken.
-bool writePacked(QIODevice* device, const QByteArray& bytes);
+[[nodiscard]] bool writePacked(QIODevice* device, const QByteArray& bytes);
 
 } // namespace quillon

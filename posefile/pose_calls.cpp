@@ -2,6 +2,7 @@
 
 #include "figure/figure_kind.h"
 #include "figure/selected_figure.h"
+#include "ground/save_result.h"
 #include "posefile/part_locks.h"
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"
@@ -25,7 +26,7 @@ bool writePoseFile(const QString& path, bool male, bool compressed)
 
 void memorizeReferencePose()
 {
-    memorizeReferenceOf(figureOf(selectedNode()), dzScene->getTime());
+    noteSaveResult(memorizeReferenceOf(figureOf(selectedNode()), dzScene->getTime()));
 }
 
 void showReferencePose()

@@ -19,7 +19,7 @@ namespace quillon {
 // copied as they are; mirrorAll takes all. withChildren: what hangs below a selected bone belongs
 // to the selection. symmetrize: only sided bones do, and a bone whose partner is selected is not
 // marked. False when a file cannot be opened; an input that cannot leaves an empty output.
-bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figure,
+[[nodiscard]] bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figure,
     bool withChildren, bool symmetrize, bool includeFace, bool mirrorAll);
 
 // By bone number; rewritePoseFile() only ever adds marks.

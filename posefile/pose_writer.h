@@ -17,7 +17,7 @@ namespace quillon {
 // gzip device. Without a figure the list of animations is empty.
 // False when the file cannot be opened (it is then as it was) or not be written in full (it is then
 // gone).
-bool writePose(
+[[nodiscard]] bool writePose(
     const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed);
 
 // What a reader of the file gets for a stored value: the number of its 7 digits.

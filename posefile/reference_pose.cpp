@@ -21,16 +21,16 @@ QString referencePosePath()
     return folder.isEmpty() ? QString() : folder + QLatin1String("reference.duf");
 }
 
-void memorizeReferenceOf(DzSkeleton* figure, DzTime time)
+bool memorizeReferenceOf(DzSkeleton* figure, DzTime time)
 {
     const QString path = referencePosePath();
     const HeldNode held(figure);
     if (QFile::exists(path) && (!showBox(Box::ReplaceReference) || held.isGone()))
-        return;
+        return true;
     const bool male = false, compressed = true;
-    if (ensureDataFolder())
-        writePose(figure, time, path, male, compressed);
+    const bool saved = ensureDataFolder() && writePose(figure, time, path, male, compressed);
     showStatusMessage(QLatin1String("\r\n\r\nReference Pose memorized\r\n\r\n"));
+    return saved;
 }
 
 void showReferenceOn(DzSkeleton* figure, DzTime time)

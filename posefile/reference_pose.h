@@ -14,8 +14,8 @@ namespace quillon {
 QString referencePosePath(); // empty when there is no data folder; the file need not exist
 
 // Asks before it replaces a memorized pose; a figure that is gone when the question is answered
-// leaves everything as it was. A file that cannot be written is no error.
-void memorizeReferenceOf(DzSkeleton* figure, DzTime time);
+// leaves everything as it was. False when the file cannot be written; the status text is the same.
+[[nodiscard]] bool memorizeReferenceOf(DzSkeleton* figure, DzTime time);
 
 // One undo step, an empty one when nothing is memorized. The hip stays where it is in the world.
 // Nothing happens on a figure without a hip.

@@ -1,6 +1,7 @@
 #include "services/update_notice.h"
 
 #include "ground/data_folder.h"
+#include "ground/save_result.h"
 #include "ground/version_text.h"
 #include "ground/whole_file.h"
 
@@ -65,10 +66,9 @@ QString pluginPageUrl()
 // ---- the request -----------------------------------------------------------------------------
 
 // The old picture stays until the new one is there in full.
-static void keepPicture(const QByteArray& bytes)
+static bool keepPicture(const QByteArray& bytes)
 {
-    if (ensureDataFolder())
-        writeWholeFile(updatePicturePath(), bytes);
+    return ensureDataFolder() && writeWholeFile(updatePicturePath(), bytes);
 }
 
 // True when the reply has come to its end, whatever it is, in time.
@@ -105,7 +105,7 @@ void checkForUpdate(int limitMs)
     } else if (reply->error() == QNetworkReply::NoError) {
         const QByteArray body = reply->readAll();
         if (!body.isEmpty())
-            keepPicture(body);
+            noteSaveResult(keepPicture(body));
     }
     reply->deleteLater();
 }

@@ -257,7 +257,7 @@ private slots:
     {
         QDir().mkpath(customLibraryFolder() + "x.duf"); // a folder in the file's place
         const FileAnswer answer(customLibraryFolder() + "x");
-        saveCustomPose();
+        QVERIFY(!savePoseOf(m_finder->figure, m_finder->time()));
         QCOMPARE(answer.dialogs, 1); // a folder is no file to ask about
         QCOMPARE(poseCount(), 0);
         QVERIFY(!QFile::exists(dataFiles().poseIndex));

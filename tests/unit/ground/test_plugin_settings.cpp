@@ -107,8 +107,7 @@ private:
         if (!loadSettings())
             return QByteArray();
         QFile::remove(dataFiles().settings);
-        saveSettings();
-        return fileBytes(dataFiles().settings);
+        return saveSettings() ? fileBytes(dataFiles().settings) : QByteArray();
     }
 
 private slots:
@@ -135,7 +134,7 @@ private slots:
 
     void defaultsAreWrittenByteForByte()
     {
-        saveSettings();
+        QVERIFY(saveSettings());
         QCOMPARE(fileBytes(dataFiles().settings).toHex(), defaultBytes().toHex());
         QCOMPARE(filesIn(dataFiles().folder).size(), 1);
     }
@@ -171,7 +170,7 @@ private slots:
         for (int i = 0; i < 16; ++i) {
             pluginSettings() = PluginSettings();
             kChanges[i](pluginSettings());
-            saveSettings();
+            QVERIFY(saveSettings());
             QByteArray expected = defaultBytes();
             const QByteArray bytes = fromHex(kExpected[i].bytes);
             expected.replace(kExpected[i].at, bytes.size(), bytes);
@@ -184,7 +183,7 @@ private slots:
         for (int i = 0; i < kBodyAreaCount; ++i) {
             pluginSettings() = PluginSettings();
             pluginSettings().similarity[i] = !pluginSettings().similarity[i];
-            saveSettings();
+            QVERIFY(saveSettings());
             QByteArray expected = defaultBytes();
             expected[4 + i] = expected.at(4 + i) ? 0 : 1;
             QCOMPARE(fileBytes(dataFiles().settings).toHex(), expected.toHex());
@@ -192,7 +191,7 @@ private slots:
         for (int i = 0; i < kPartLockCount; ++i) {
             pluginSettings() = PluginSettings();
             pluginSettings().partLocks[i] = true;
-            saveSettings();
+            QVERIFY(saveSettings());
             QByteArray expected = defaultBytes();
             expected[20 + i] = 1;
             QCOMPARE(fileBytes(dataFiles().settings).toHex(), expected.toHex());
@@ -279,7 +278,7 @@ private slots:
     void nothingIsWrittenWithoutAFolder()
     {
         writeFile(m_host->home.path("data"), "in the way");
-        saveSettings();
+        QVERIFY(!saveSettings());
         QCOMPARE(fileBytes(m_host->home.path("data")), QByteArray("in the way"));
         QVERIFY(!loadSettings());
     }
@@ -287,7 +286,7 @@ private slots:
     void aFolderInPlaceOfTheFileChangesNothing()
     {
         QDir().mkpath(dataFiles().settings);
-        saveSettings();
+        QVERIFY(!saveSettings());
         QVERIFY(!loadSettings());
         QVERIFY(QFileInfo(dataFiles().settings).isDir());
         QVERIFY(filesIn(dataFiles().folder).isEmpty());

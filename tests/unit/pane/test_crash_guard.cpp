@@ -38,7 +38,7 @@ private slots:
 
     void markerHoldsTheNumber77()
     {
-        writeCrashMarker();
+        QVERIFY(writeCrashMarker());
         QCOMPARE(fileBytes(dataFiles().crashMarker), QByteArray("\x4d\x00\x00\x00", 4));
         removeCrashMarker();
         QVERIFY(!QFile::exists(dataFiles().crashMarker));
@@ -56,7 +56,7 @@ private slots:
     void markerWarnsOnceAndDropsTheData()
     {
         writeDataFiles();
-        writeCrashMarker();
+        QVERIFY(writeCrashMarker());
         BoxAnswers answers;
         checkCrashMarker();
         QCOMPARE(answers.boxes.size(), 1);
@@ -101,7 +101,7 @@ private slots:
     void whatIsDroppedLiesInTheBackups()
     {
         writeDataFiles();
-        writeCrashMarker();
+        QVERIFY(writeCrashMarker());
         BoxAnswers answers;
         checkCrashMarker();
         QByteArray bytes;
@@ -131,7 +131,7 @@ private slots:
     void theMarkerOfAStartThatWasKilledIsACrash()
     {
         writeDataFiles();
-        writeCrashMarker();
+        QVERIFY(writeCrashMarker());
         writeFile(dataFiles().crashMarker + ".lock", ""); // which nobody holds any more
         BoxAnswers answers;
         {
@@ -157,7 +157,7 @@ private slots:
         writeFile(m_host->home.path("data"), "in the way");
         BoxAnswers answers;
         checkCrashMarker();
-        writeCrashMarker();
+        QVERIFY(!writeCrashMarker());
         removeCrashMarker();
         QCOMPARE(answers.boxes.size(), 0);
         QCOMPARE(fileBytes(m_host->home.path("data")), QByteArray("in the way"));

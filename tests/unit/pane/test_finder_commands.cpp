@@ -3,6 +3,7 @@
 #include "button_numbers.h"
 #include "room_tests.h"
 
+#include "finder/browse_commands.h"
 #include "pane/command_dispatch.h"
 #include "pane/hover.h"
 #include "pane/page_layout.h"
@@ -204,6 +205,31 @@ private slots:
         m_finder->next();
         countedMatches();
         QCOMPARE(counterText(), QString("POSE 1 of 3"));
+    }
+
+    // ---- what cannot be saved ----------------------------------------------------------------
+
+    void aSaveThatFailsIsReturned_data()
+    {
+        QTest::addColumn<bool>("settings");
+        QTest::addColumn<bool>("ranks");
+        QTest::newRow("neither fails") << false << false;
+        QTest::newRow("the settings") << true << false;
+        QTest::newRow("the ranks") << false << true;
+    }
+    void aSaveThatFailsIsReturned()
+    {
+        QFETCH(bool, settings);
+        QFETCH(bool, ranks);
+        browseFour();
+        if (settings) // a folder in the file's place
+            QVERIFY(QDir().mkpath(dataFiles().settings));
+        if (ranks)
+            QVERIFY(QDir().mkpath(dataFiles().ranks));
+        QCOMPARE(advanceCurrentRank(m_finder->figure), !ranks);
+        QCOMPARE(leaveCategory(), !settings && !ranks);
+        QCOMPARE(QFileInfo(dataFiles().settings).isFile(), !settings); // each is tried
+        QCOMPARE(QFileInfo(dataFiles().ranks).isFile(), !ranks);
     }
 };
 

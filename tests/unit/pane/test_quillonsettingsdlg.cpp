@@ -83,7 +83,7 @@ private slots:
     {
         QVERIFY(!dzApp);
         const DialogAnswers answers(true);
-        showSettings();
+        QVERIFY(showSettings());
         QCOMPARE(answers.dialogs, 0);
     }
 

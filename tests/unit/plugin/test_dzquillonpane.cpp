@@ -79,8 +79,7 @@ private:
         pluginSettings() = PluginSettings();
         pluginSettings().currentPose = pose;
         locateDataFiles();
-        saveSettings();
-        return fileBytes(dataFiles().settings);
+        return saveSettings() ? fileBytes(dataFiles().settings) : QByteArray();
     }
 
 private slots:
@@ -135,7 +134,7 @@ private slots:
         seen.clear();
         locateDataFiles();
         pluginSettings().currentRank = 2;
-        saveSettings();
+        QVERIFY(saveSettings());
         dzHostCallHook = Hook::note;
         const DzQuillonPane pane;
         dzHostCallHook = nullptr;
@@ -276,7 +275,7 @@ private slots:
         pluginSettings() = PluginSettings();
         pluginSettings().muteUpdateNotice = true;
         locateDataFiles();
-        saveSettings();
+        QVERIFY(saveSettings());
         const DzQuillonPane pane;
         QVERIFY(pluginSettings().muteUpdateNotice);
         QVERIFY(!paneTimers().banner->isActive());

@@ -103,7 +103,7 @@ private slots:
     {
         writeFile(m_rig->file("data"), "a file in the folder's place");
         const BoxAnswers boxes;
-        memorizeReferencePose();
+        QVERIFY(!memorizeReferenceOf(m_rig->figure, m_rig->time()));
         QVERIFY(boxes.boxes.isEmpty());
         QVERIFY(!QFile::exists(referencePosePath()));
         QCOMPARE(statusMessage(), QString("\r\n\r\nReference Pose memorized\r\n\r\n"));
