@@ -19,8 +19,8 @@ using namespace quillon;
 
 namespace {
 
-const int kDialogWidth = 220;
-const int kDialogHeight = 360;
+const int kOrderDialogWidth = 220;
+const int kOrderDialogHeight = 360;
 const int kSmallestFontPx = 8;
 // The size is fixed, the rows are many.
 const int kDialogMarginPx = 6;
@@ -69,7 +69,7 @@ QuillonRotOrderDlg::QuillonRotOrderDlg(QWidget* parent, DzRotationOrder order)
     addGroup(" Translation nudge ", QList<QWidget*>() << m_nudge);
     layout()->setContentsMargins(
         kDialogMarginPx, kDialogMarginPx, kDialogMarginPx, kDialogMarginPx);
-    setFixedSize(kDialogWidth, kDialogHeight);
+    setFixedSize(kOrderDialogWidth, kOrderDialogHeight);
     fitFont();
     m_origins[originChoice()]->setFocus(); // the host's buttons come after the rows, not before
 }
@@ -104,7 +104,7 @@ static bool isRoomy(QDialog* dialog)
         groups.at(i)->layout()->activate(); // from the rows up, instead of the event loop
     dialog->layout()->activate();
     const QSize needed = dialog->layout()->minimumSize();
-    return needed.width() <= kDialogWidth && needed.height() <= kDialogHeight;
+    return needed.width() <= kOrderDialogWidth && needed.height() <= kOrderDialogHeight;
 }
 
 // The dialog's size is fixed, the host's font is not.

@@ -4,8 +4,6 @@
 
 namespace quillon {
 
-static const int kDimsAtOnce = 4; // between two looks whether anything is left
-
 int registersOf(int dims)
 {
     return (dims + kLanes - 1) / kLanes;
@@ -23,6 +21,20 @@ void putBytes(const float* values, int count, unsigned char* bytes)
         const float inside = std::max(-1.0f, std::min(1.0f, values[i]));
         bytes[i] = static_cast<unsigned char>(std::min(255, int((inside + 1.0f) * 128.0f)));
     }
+}
+
+PointRows pointRowsOf(int count, int dims, int reach, const ValuesOf& valuesOf)
+{
+    PointRows rows;
+    rows.dims = dims;
+    rows.reach = reach;
+    const std::size_t registers = std::size_t(registersOf(dims));
+    rows.bytes.resize(std::size_t(count) * registers);
+    for (int point = 0; point < count; ++point) {
+        if (const float* values = valuesOf(point))
+            putBytes(values, dims, rows.bytes[std::size_t(point) * registers].at);
+    }
+    return rows;
 }
 
 // ---- adding

@@ -13,6 +13,7 @@
 
 #include "finder/byte_lanes.h"
 
+#include <functional>
 #include <vector>
 
 namespace quillon {
@@ -25,8 +26,15 @@ struct PointRows {
     std::vector<ByteLanes> bytes; // per point registersOf(dims), bytes past dims are 0
 };
 const int kMostDims = 64;
+const int kDimsAtOnce = 4; // an order is as long as a multiple of it; so many are looked at before
+                           // it is asked whether anything is left
 int registersOf(int dims);
 const unsigned char* rowOf(const PointRows& rows, int point);
+
+// The rows of so many points. valuesOf: dims values of a point, each finite; null: its row is all
+// 0.
+typedef std::function<const float*(int point)> ValuesOf;
+PointRows pointRowsOf(int count, int dims, int reach, const ValuesOf& valuesOf);
 
 // A value of [-1, 1) as a byte, 128 steps to 1; what is outside becomes the nearest end. Two values
 // differ by no more steps than their distance has, rounded up. Not for a NaN.

@@ -11,7 +11,6 @@ namespace quillon {
 static const int kSplitSample = 64; // rows that tell where to split; 64 * 255 fits 16 bits
 static const int kOrderPairs = 64; // pairs that tell which dimensions to look at first
 static const int kBoxDims = 24; // of a group of boxes
-static const int kDimsAtOnce = 4; // orders are as long as a multiple of it
 
 // ---- which dimension tells most
 

@@ -10,14 +10,14 @@
 namespace quillon {
 
 static const int kPartCount = kSignatureSlots - 1; // all but the hip
-static const float kRadPerDeg = 0.017453292f; // single precision, as the angles made of it
+static const float kRadPerDegSingle = 0.017453292f; // single precision, as the angles made of it
 
 void makeYawTable(BrowseTables* tables, int type, const DzSkeleton* figure, DzTime time)
 {
     const DzQuat base
         = categoryRow(type).parts ? poseTypeBase(type) : slotRotation(figure, HipSlot, time);
     for (int i = 0; i < kYawCount; ++i) {
-        tables->yaw[i] = base * DzQuat(DzVec3(0, 1, 0), double(float(i) * kRadPerDeg));
+        tables->yaw[i] = base * DzQuat(DzVec3(0, 1, 0), double(float(i) * kRadPerDegSingle));
         tables->yawProbes[i] = probeOf(tables->yaw[i]);
     }
 }

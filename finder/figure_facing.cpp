@@ -18,7 +18,6 @@ static const double kOpposite = -0.9999999;
 static const double kHalfTurnRad = 3.141592;
 static const float kParallel = 0.01f;
 static const float kHipTolerance = 0.1f;
-static const char kHip[] = "hip";
 
 namespace {
 
@@ -119,7 +118,7 @@ void deriveFacing(FigureFacing* facing, const DzSkeleton* figure, DzTime time)
     const DzQuat hip = slotRotation(figure, HipSlot, time);
     facing->currentType = classifyHipOrientation(hip);
     facing->direction = facingDirection(hip, facing->currentType);
-    facing->hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHip), time);
+    facing->hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHipName), time);
 }
 
 void storeHip(FigureFacing* facing, const DzSkeleton* figure, DzTime time)
@@ -127,7 +126,7 @@ void storeHip(FigureFacing* facing, const DzSkeleton* figure, DzTime time)
     if (!hipOf(figure))
         return;
     facing->hipRot_world = slotRotation(figure, HipSlot, time);
-    facing->hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHip), time);
+    facing->hipPosCm_world = boneWorldPosition(figure, QLatin1String(kHipName), time);
 }
 
 static bool differ(double a, double b)
@@ -151,7 +150,8 @@ bool hasHipMoved(const FigureFacing& facing, const DzSkeleton* figure, DzTime ti
 {
     return hipOf(figure)
         && (differ(slotRotation(figure, HipSlot, time), facing.hipRot_world)
-            || differ(boneWorldPosition(figure, QLatin1String(kHip), time), facing.hipPosCm_world));
+            || differ(
+                boneWorldPosition(figure, QLatin1String(kHipName), time), facing.hipPosCm_world));
 }
 
 } // namespace quillon

@@ -6,11 +6,11 @@
 
 namespace quillon {
 
-static const float kTolerance = 0.1f;
-static const int kNumbers = kMirrorSlots * 2;
+static const float kMirrorTolerance = 0.1f;
+static const int kMirrorNumbers = kMirrorSlots * 2;
 
 // 0.1 is less than 13 of the 128 steps to 1, so bytes of what is nearer differ by no more.
-static const int kReach = 13;
+static const int kMirrorReach = 13;
 
 // The slot of the other side; hip and torso are their own.
 static const int kOther[kMirrorSlots] = {0, 1, 3, 2, 5, 4, 7, 6, 9, 8};
@@ -19,7 +19,7 @@ static const int kOther[kMirrorSlots] = {0, 1, 3, 2, 5, 4, 7, 6, 9, 8};
 
 static bool areOpposite(float a, float b)
 {
-    return std::fabs(a - -b) < kTolerance;
+    return std::fabs(a - -b) < kMirrorTolerance;
 }
 
 bool areMirroredRows(const MirrorRow& a, const MirrorRow& b)
@@ -38,22 +38,17 @@ bool areMirroredRows(const MirrorRow& a, const MirrorRow& b)
 // What is not finite is opposite to nothing.
 static bool canMirror(const MirrorRow& row)
 {
-    return row.takesPart
-        && std::all_of(row.yz, row.yz + kNumbers, [](float each) { return std::isfinite(each); });
+    return row.takesPart && std::all_of(row.yz, row.yz + kMirrorNumbers, [](float each) {
+        return std::isfinite(each);
+    });
 }
 
 static PointRows pointsOf(const std::vector<MirrorRow>& rows)
 {
-    PointRows points;
-    points.dims = kNumbers;
-    points.reach = kReach;
-    const std::size_t registers = std::size_t(registersOf(kNumbers));
-    points.bytes.resize(rows.size() * registers);
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (canMirror(rows[i]))
-            putBytes(rows[i].yz, kNumbers, points.bytes[i * registers].at);
-    }
-    return points;
+    return pointRowsOf(int(rows.size()), kMirrorNumbers, kMirrorReach, [&rows](int point) {
+        const MirrorRow& row = rows[std::size_t(point)];
+        return canMirror(row) ? row.yz : nullptr;
+    });
 }
 
 MirrorPass::MirrorPass(std::vector<MirrorRow> rows)
@@ -71,12 +66,12 @@ MirrorPass::MirrorPass(std::vector<MirrorRow> rows)
 
 static void putMirroredBytes(const MirrorRow& row, unsigned char* bytes)
 {
-    float mirrored[kNumbers];
+    float mirrored[kMirrorNumbers];
     for (int slot = 0; slot < kMirrorSlots; ++slot) {
         mirrored[2 * slot] = -row.yz[2 * kOther[slot]];
         mirrored[2 * slot + 1] = -row.yz[2 * kOther[slot] + 1];
     }
-    putBytes(mirrored, kNumbers, bytes);
+    putBytes(mirrored, kMirrorNumbers, bytes);
 }
 
 static bool isMirrored(const void* context, int earlier, int later)
@@ -89,7 +84,7 @@ int MirrorPass::firstMirrored(int entry)
 {
     if (m_leafOf[entry] < 0)
         return kNoMirror;
-    unsigned char mirrored[kNumbers];
+    unsigned char mirrored[kMirrorNumbers];
     putMirroredBytes(m_rows[entry], mirrored);
     const PointTest test = {m_rows.data(), isMirrored};
     const int found = firstNear(m_kept, m_points, mirrored, entry, test, kNoPoint);

@@ -15,7 +15,7 @@ namespace quillon {
 
 const int kPoseIndexCapacity = 65536;
 const quint32 kFigureNotIdentified = 0xffffffffu;
-const quint32 kFemaleCode = 8; // also of a pose without a mark
+const quint32 kFemaleCode = 8; // also of a pose that tells no sex
 const quint32 kMaleCode = 264;
 
 // The ten orientations of a signature, in the order of the index file.

@@ -7,7 +7,6 @@
 
 namespace quillon {
 
-static const char kHip[] = "hip";
 static const double kRadPerDeg = 0.017453292519943295;
 
 static_assert(kSignatureRows == kSignatureSlots, "one row per slot");
@@ -50,14 +49,14 @@ DzQuat slotRotation(const DzSkeleton* figure, SignatureSlot slot, DzTime time)
     DzQuat product = boneLocalRotation(figure, QLatin1String(bones[0]), time);
     for (int i = 1; i < kSignatureFactors && bones[i]; ++i)
         product = product * boneLocalRotation(figure, QLatin1String(bones[i]), time);
-    return slot == HipSlot ? product * boneWorldRotation(figure, QLatin1String(kHip), time)
+    return slot == HipSlot ? product * boneWorldRotation(figure, QLatin1String(kHipName), time)
                            : product;
 }
 
 void takeSignature(int entry, DzSkeleton* figure, DzTime time)
 {
     PoseIndexEntry* e = poseEntry(entry);
-    if (!e || !boneOf(figure, QLatin1String(kHip)))
+    if (!e || !boneOf(figure, QLatin1String(kHipName)))
         return;
     for (int slot = 0; slot < kSignatureSlots; ++slot)
         e->signature[slot] = slotRotation(figure, SignatureSlot(slot), time);

@@ -13,6 +13,8 @@ class DzSkeleton;
 
 namespace quillon {
 
+const char kHipName[] = "hip";
+
 DzQuat boneLocalRotation(const DzSkeleton* figure, const QString& boneName, DzTime time);
 // Turned further by yawDeg about the world's Y axis.
 DzQuat boneWorldRotation(

@@ -6,7 +6,6 @@
 
 namespace quillon {
 
-static const float kLeastScore = 0.001f;
 static const float kLastRejectingTolerance = 2.0f;
 
 // ---- two rotations

@@ -14,19 +14,21 @@
 namespace quillon {
 
 const float kRejected = -1000000.0f;
-const float kDuplicateTolerance = 0.5f; // of the scanner's last test
 const float kBrowseTolerance = 0.75f;
 
 // ---- two rotations
 
 // The images of the probe axes, all that a comparison looks at.
 struct Probe {
-    DzVec3 y, z;
+    DzVec3 y, z; // unit length, as the rotation has
 };
 Probe probeOf(const DzQuat&);
+// The worse of the two axes: 1 where the images agree, 0 where they are the tolerance apart or
+// more, which up to a tolerance of 2 is kRejected. Tolerance 0, of a part that does not count:
+// always 1. Not below 0.
 float probeSimilarity(const Probe& a, const Probe& b, float tolerance);
 
-// Tolerance 0: always 1.
+// Unit quaternions; otherwise the same.
 float partSimilarity(const DzQuat& a, const DzQuat& b, float tolerance);
 
 // ---- two entries of the pose index; false when one of them is none

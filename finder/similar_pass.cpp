@@ -6,20 +6,18 @@
 
 namespace quillon {
 
-static const float kTolerance = 0.5f;
-static const float kLeastScore = 0.001f;
-static const int kNumbers = kPassSlots * kImageNumbers;
+static const int kSimilarNumbers = kPassSlots * kImageNumbers;
 
 // Images of similar poses are less than 0.4996 apart in each number, which is less than 64 of the
 // 128 steps to 1, so their bytes differ by no more than this.
-static const int kReach = 64;
+static const int kSimilarReach = 64;
 
 // ---- two poses
 
 static bool isTooFar(const float* a, const float* b) // of one axis
 {
     const float x = a[0] - b[0], y = a[1] - b[1], z = a[2] - b[2];
-    const float score = 1.0f - std::sqrt(x * x + y * y + z * z) / kTolerance;
+    const float score = 1.0f - std::sqrt(x * x + y * y + z * z) / kDuplicateTolerance;
     return score <= kLeastScore;
 }
 
@@ -27,7 +25,7 @@ bool areSimilarRows(const SimilarRow& a, const SimilarRow& b)
 {
     if (a.figureCode != b.figureCode)
         return false;
-    for (int i = 0; i < kNumbers; i += 3) {
+    for (int i = 0; i < kSimilarNumbers; i += 3) {
         if (isTooFar(a.images + i, b.images + i))
             return false;
     }
@@ -39,21 +37,15 @@ bool areSimilarRows(const SimilarRow& a, const SimilarRow& b)
 static bool isFinite(const SimilarRow& row)
 {
     return std::all_of(
-        row.images, row.images + kNumbers, [](float each) { return std::isfinite(each); });
+        row.images, row.images + kSimilarNumbers, [](float each) { return std::isfinite(each); });
 }
 
 static PointRows pointsOf(const std::vector<SimilarRow>& rows)
 {
-    PointRows points;
-    points.dims = kNumbers;
-    points.reach = kReach;
-    const std::size_t registers = std::size_t(registersOf(kNumbers));
-    points.bytes.resize(rows.size() * registers);
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        if (rows[i].takesPart && isFinite(rows[i]))
-            putBytes(rows[i].images, kNumbers, points.bytes[i * registers].at);
-    }
-    return points;
+    return pointRowsOf(int(rows.size()), kSimilarNumbers, kSimilarReach, [&rows](int point) {
+        const SimilarRow& row = rows[std::size_t(point)];
+        return row.takesPart && isFinite(row) ? row.images : nullptr;
+    });
 }
 
 SimilarPass::SimilarPass(std::vector<SimilarRow> rows)

@@ -12,6 +12,9 @@
 
 namespace quillon {
 
+const float kDuplicateTolerance = 0.5f;
+const float kLeastScore = 0.001f; // of an axis; what scores no more is too far apart
+
 const int kPassSlots = 10; // in the order of a signature
 const int kNoRepeat = -1;
 

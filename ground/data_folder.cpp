@@ -33,9 +33,9 @@ const DataFiles& dataFiles()
 
 QString dataFolderFor(const QString& hostDataPath)
 {
-    const QString mark = QLatin1String("/data");
-    const int at = hostDataPath.lastIndexOf(mark);
-    const QString base = at < 0 ? hostDataPath : hostDataPath.left(at + mark.size());
+    const QString part = QLatin1String("/data");
+    const int at = hostDataPath.lastIndexOf(part);
+    const QString base = at < 0 ? hostDataPath : hostDataPath.left(at + part.size());
     return base + QLatin1String("/Brannoc/Quillon/");
 }
 

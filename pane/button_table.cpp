@@ -210,7 +210,7 @@ struct NumberRange {
     int first, last;
 };
 
-constexpr NumberRange kNumbers[] = {
+constexpr NumberRange kNumberRanges[] = {
     {MainPage, 0, 15},
     {PickerPage, FirstCategoryButton, FirstCategoryButton + 8},
     {PickerPage, BackButton, BackButton},
@@ -231,7 +231,7 @@ constexpr int rowsWith(int number, int page)
 
 constexpr bool hasEveryNumberOnce()
 {
-    for (const NumberRange& range : kNumbers)
+    for (const NumberRange& range : kNumberRanges)
         for (int number = range.first; number <= range.last; ++number)
             if (rowsWith(number, range.page) != 1)
                 return false;

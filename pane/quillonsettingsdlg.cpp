@@ -19,10 +19,10 @@ using namespace quillon;
 
 namespace {
 
-const int kDialogWidth = 300;
-const int kDialogHeight = 300;
+const int kSettingsDialogWidth = 300;
+const int kSettingsDialogHeight = 300;
 const int kGroupMargin = 6;
-const int kSmallestPx = 8;
+const int kSmallestLabelPx = 8;
 
 struct SwitchRow {
     const char* label;
@@ -62,7 +62,7 @@ QuillonSettingsDlg::QuillonSettingsDlg(QWidget* parent)
         addWidget(group);
     }
     fitLabels();
-    setFixedSize(kDialogWidth, kDialogHeight);
+    setFixedSize(kSettingsDialogWidth, kSettingsDialogHeight);
     forgetApplied(&browseSession());
 }
 
@@ -70,9 +70,9 @@ QuillonSettingsDlg::QuillonSettingsDlg(QWidget* parent)
 void QuillonSettingsDlg::fitLabels()
 {
     const QMargins outer = layout()->contentsMargins();
-    const int room = kDialogWidth - outer.left() - outer.right() - 2 * kGroupMargin;
+    const int room = kSettingsDialogWidth - outer.left() - outer.right() - 2 * kGroupMargin;
     QFont smaller = font();
-    for (int px = QFontInfo(smaller).pixelSize(); px >= kSmallestPx; --px) {
+    for (int px = QFontInfo(smaller).pixelSize(); px >= kSmallestLabelPx; --px) {
         smaller.setPixelSize(px);
         int widest = 0;
         for (QCheckBox* box : m_boxes) {

@@ -39,15 +39,15 @@ static int fittingPixelSize(
     return std::max(kSmallestPx, int(std::min(byHeight, byWidth)));
 }
 
-// Where a line is best broken: behind a blank or a mark, as near to its middle as can be; in the
-// middle when there is none.
+// Where a line is best broken: behind a blank or punctuation, as near to its middle as can be; in
+// the middle when there is none.
 static int breakOf(const QString& line)
 {
-    static const char kMarks[] = " _-./";
+    static const char kBreaks[] = " _-./";
     const int middle = line.size() / 2;
     for (int off = 0; off <= line.size() / 3; ++off)
         for (int at : {middle + off, middle - off})
-            if (at > 0 && at < line.size() && std::strchr(kMarks, line.at(at - 1).toLatin1())
+            if (at > 0 && at < line.size() && std::strchr(kBreaks, line.at(at - 1).toLatin1())
                 && line.at(at - 1).toLatin1())
                 return at;
     return middle;

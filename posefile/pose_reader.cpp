@@ -132,11 +132,11 @@ static KeyRotations keyRotationsIn(const TextSpan& text)
     KeyRotations keys = {};
     keys.missing = kKeyBoneCount * kAxisCount;
     for (const char* from = text.begin; from < text.end && keys.missing > 0;) {
-        const void* mark = std::memchr(from, '?', size_t(text.end - from));
-        if (!mark)
+        const void* query = std::memchr(from, '?', size_t(text.end - from));
+        if (!query)
             break;
-        takeKey(text, static_cast<const char*>(mark), &keys);
-        from = static_cast<const char*>(mark) + 1;
+        takeKey(text, static_cast<const char*>(query), &keys);
+        from = static_cast<const char*>(query) + 1;
     }
     return keys;
 }

@@ -256,7 +256,7 @@ private:
 
 } // namespace
 
-// Whether the entry is to be mirrored. Marks the bone that it belongs to.
+// Whether the entry is to be mirrored. The bone that it belongs to is touched then.
 static bool takesPart(const TextSpan& url, const RewriteRules& rules)
 {
     const QString urlLine = QString::fromLatin1(url.begin, int(url.end - url.begin));

@@ -1,7 +1,7 @@
 // pose_rewriter.h - copies a pose file with the selection's entries mirrored.
 // Mirroring is textual: names change sides, a sign is put before a number or taken away. Input: the
 // layout of pose_writer.h, four lines an entry; other lines pass through.
-// Owns: the marks of the bones whose entries were mirrored.
+// Owns: which bones were touched, that is, had an entry mirrored.
 #pragma once
 
 #include "figure/figure_kind.h"
@@ -17,12 +17,12 @@ namespace quillon {
 
 // Entries of bones and controls outside the selection, or without includeFace of the face, are
 // copied as they are; mirrorAll takes all. withChildren: what hangs below a selected bone belongs
-// to the selection. symmetrize: only sided bones do, and a bone whose partner is selected is not
-// marked. False when a file cannot be opened; an input that cannot leaves an empty output.
+// to the selection. symmetrize: only sided bones do, and a bone whose partner is selected does
+// not count as touched. False when a file cannot be opened; an input that cannot leaves an empty output.
 [[nodiscard]] bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figure,
     bool withChildren, bool symmetrize, bool includeFace, bool mirrorAll);
 
-// By bone number; rewritePoseFile() only ever adds marks.
+// By bone number; false for a number outside 0..169. rewritePoseFile() only ever adds bones.
 bool isBoneTouched(int boneNumber);
 void clearTouchedBones();
 

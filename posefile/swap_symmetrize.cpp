@@ -53,7 +53,7 @@ static void setWhereOther(DzFloatProperty* channel, DzTime time, float value)
         setStoredValue(channel, time, value);
 }
 
-// A bone without a mark is put back afterwards.
+// A bone that is not touched is put back afterwards.
 static void setWhereOtherAndTouched(DzFloatProperty* channel, DzTime time, float value)
 {
     const DzBone* bone = qobject_cast<const DzBone*>(channel->getOwner());
