@@ -25,6 +25,6 @@ namespace quillon {
 
 // Runs the dialog; Ok stores and saves. Nothing happens when the host has no main window. False
 // when the settings cannot be saved.
-[[nodiscard]] bool showSettings();
+bool showSettings();
 
 } // namespace quillon

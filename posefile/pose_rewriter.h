@@ -18,7 +18,8 @@ namespace quillon {
 // Entries of bones and controls outside the selection, or without includeFace of the face, are
 // copied as they are; mirrorAll takes all. withChildren: what hangs below a selected bone belongs
 // to the selection. symmetrize: only sided bones do, and a bone whose partner is selected does
-// not count as touched. False when a file cannot be opened; an input that cannot leaves an empty output.
+// not count as touched. False when a file cannot be opened; an input that cannot leaves an empty
+// output.
 [[nodiscard]] bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figure,
     bool withChildren, bool symmetrize, bool includeFace, bool mirrorAll);
 
