@@ -16,6 +16,7 @@ struct BodyMesh {
     std::vector<int> triangles; // three vertices each, counter-clockwise from outside
 };
 
+// Good until the program ends. Figures of one name have one mesh: that of the first call.
 const BodyMesh& bodyMesh(const FigureData& data);
 
 } // namespace quillon
