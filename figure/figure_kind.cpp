@@ -32,11 +32,6 @@ const FigureModel& modelOf(const DzNode* node)
     return kind != FigureKind::None ? modelFor(kind) : activeModel();
 }
 
-FigureKind figureKind()
-{
-    return g_figureKind;
-}
-
 bool isGenesis81()
 {
     return g_figureKind == FigureKind::Genesis8_1;

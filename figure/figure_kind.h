@@ -21,10 +21,9 @@ const FigureModel& modelOf(const DzNode* node);
 
 // ---- the flag
 
-// The generation of the figure that isSupportedFigure() last accepted; Genesis 8 at start.
-FigureKind figureKind();
+// Of the figure that isSupportedFigure() last accepted; Genesis 8 at start.
+const FigureModel& activeModel();
 bool isGenesis81();
-const FigureModel& activeModel(); // its tables
 
 void resetFigureKind(); // back to Genesis 8, when the first pane is built
 

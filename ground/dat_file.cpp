@@ -11,7 +11,6 @@ namespace quillon {
 DatReader::DatReader(const QString& path)
     : m_file(path)
     , m_left(0)
-    , m_whole(true)
 {
     if (m_file.open(QIODevice::ReadOnly))
         m_left = m_file.size();
@@ -27,15 +26,9 @@ qint64 DatReader::bytesLeft() const
     return m_left;
 }
 
-bool DatReader::isWhole() const
-{
-    return m_whole;
-}
-
 void DatReader::read(void* field, int bytes)
 {
     const qint64 count = m_file.isOpen() ? m_file.read(static_cast<char*>(field), bytes) : 0;
-    m_whole = m_whole && count == bytes;
     m_left -= qMin(qMax(count, qint64(0)), m_left);
 }
 

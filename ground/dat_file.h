@@ -21,7 +21,6 @@ public:
 
     bool isOpen() const;
     qint64 bytesLeft() const; // of the size that the file had when it was opened
-    bool isWhole() const; // false once a read has found less than it asked for
 
     // A short read leaves the rest of the field as it was.
     void read(void* field, int bytes);
@@ -34,7 +33,6 @@ public:
 private:
     QFile m_file;
     qint64 m_left;
-    bool m_whole;
 };
 
 class DatWriter {

@@ -174,11 +174,6 @@ QScriptEngine* scriptEngine()
     return g_run.engine;
 }
 
-bool scriptIsRunning()
-{
-    return g_run.running;
-}
-
 bool scriptIsEnding()
 {
     return g_run.running && g_run.ending;

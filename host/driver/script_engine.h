@@ -21,7 +21,6 @@ void dropScriptEngine(); // before the plug-ins go
 void runScript(const QString& file, const QStringList& args);
 
 QScriptEngine* scriptEngine(); // null outside makeScriptEngine()..dropScriptEngine()
-bool scriptIsRunning();
 bool scriptIsEnding(); // quit() was called or something failed; nothing more is evaluated
 bool scriptAskedToQuit(); // by quit(); the program ends, with a window as well
 

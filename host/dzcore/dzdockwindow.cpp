@@ -256,11 +256,6 @@ void DzDockWindow::setBody(QWidget* body)
     m_layout->addWidget(body, 1);
 }
 
-QWidget* DzDockWindow::getBody() const
-{
-    return m_body;
-}
-
 void DzDockWindow::setFrameTitle(const QString& title)
 {
     if (m_frame)

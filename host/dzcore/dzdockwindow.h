@@ -55,7 +55,6 @@ signals:
 
 protected:
     void setBody(QWidget*); // what minimising hides; takes ownership, once
-    QWidget* getBody() const;
     void setFrameTitle(const QString&);
     void showFrame(); // and raises it
     void hideFrame(); // from inside its own showing: as soon as that is over

@@ -38,19 +38,6 @@ double DzERCLink::getAddend() const
     return m_addend;
 }
 
-// The link's numbers are part of the rig, not of the scene: no undo.
-void DzERCLink::setScalar(double scalar)
-{
-    m_scalar = scalar;
-    ownerChanged();
-}
-
-void DzERCLink::setAddend(double addend)
-{
-    m_addend = addend;
-    ownerChanged();
-}
-
 void DzERCLink::addKeyValue(double driverValue, double value)
 {
     const std::pair<double, double> key(driverValue, value);

@@ -35,8 +35,6 @@ public:
     ERCType getType() const;
     double getScalar() const;
     double getAddend() const;
-    void setScalar(double);
-    void setAddend(double);
     void addKeyValue(double driverValue, double value); // of ERCKeyed6
 
     double apply(double value, DzTime t, bool defaults) const override;

@@ -28,14 +28,6 @@ public:
     {
         return m_end - m_start;
     }
-    void setStart(DzTime t)
-    {
-        m_start = t;
-    }
-    void setEnd(DzTime t)
-    {
-        m_end = t;
-    }
     bool isIncluded(DzTime t) const
     {
         return m_start <= t && t <= m_end;

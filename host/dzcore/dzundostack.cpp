@@ -314,11 +314,6 @@ int DzUndoStack::getNumUndoItems() const
     return int(d->undo.size());
 }
 
-int DzUndoStack::getNumRedoItems() const
-{
-    return int(d->redo.size());
-}
-
 QString DzUndoStack::getUndoCaption() const
 {
     return d->undo.empty() ? QString() : d->undo.back().caption;

@@ -39,7 +39,6 @@ public:
     Q_INVOKABLE bool canRedo() const;
     Q_INVOKABLE bool isInUndoRedo() const;
     Q_INVOKABLE int getNumUndoItems() const;
-    Q_INVOKABLE int getNumRedoItems() const;
     Q_INVOKABLE QString getUndoCaption() const; // empty: nothing to undo
     Q_INVOKABLE QString getRedoCaption() const;
     QStringList getUndoCaptions() const; // oldest first

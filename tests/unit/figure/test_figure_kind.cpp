@@ -33,7 +33,7 @@ private slots:
 void TestFigureKind::startsAsGenesis8()
 {
     QVERIFY(!isGenesis81());
-    QVERIFY(figureKind() == FigureKind::Genesis8);
+    QVERIFY(activeModel().kind == FigureKind::Genesis8);
 }
 
 void TestFigureKind::namesDecideTheGeneration_data()
@@ -53,7 +53,7 @@ void TestFigureKind::namesDecideTheGeneration()
     const DzFigure figure(name);
     QVERIFY(isSupportedFigure(&figure));
     QCOMPARE(isGenesis81(), genesis81);
-    QVERIFY(figureKind() == (genesis81 ? FigureKind::Genesis8_1 : FigureKind::Genesis8));
+    QVERIFY(activeModel().kind == (genesis81 ? FigureKind::Genesis8_1 : FigureKind::Genesis8));
 }
 
 void TestFigureKind::namesAreComparedExactly_data()
