@@ -21,11 +21,23 @@ int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes)
     return count;
 }
 
-int readUnpacked(const QString& path, char* buffer, int maxBytes)
+// The gzip device leaves the file open as long as it is open itself.
+static bool isOpenAtStart(QFile* file)
+{
+    if (file->isOpen() && file->seek(0))
+        return true;
+    file->close();
+    return file->open(QIODevice::ReadOnly);
+}
+
+int readUnpackedOrAsIs(const QString& path, char* buffer, int maxBytes)
 {
     QFile file(path);
     DzGzIO gzip(&file, kLevel, kBufferBytes);
-    return gzip.open(QIODevice::ReadOnly) ? readAsMuchAs(&gzip, buffer, maxBytes) : 0;
+    const int count = gzip.open(QIODevice::ReadOnly) ? readAsMuchAs(&gzip, buffer, maxBytes) : 0;
+    if (count > 0 || !isOpenAtStart(&file))
+        return count;
+    return readAsMuchAs(&file, buffer, maxBytes);
 }
 
 bool writePacked(QIODevice* device, const QByteArray& bytes)

@@ -2,8 +2,6 @@
 
 #include "posefile/gzip_file.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -39,17 +37,9 @@ char* readBuffer()
 
 // ---- reading a file
 
-static int readPlain(const QString& path, char* buffer, int maxBytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? readAsMuchAs(&file, buffer, maxBytes) : 0;
-}
-
 int readPoseFileText(const QString& path, char* buffer, int maxBytes, bool terminate)
 {
-    int count = readUnpacked(path, buffer, maxBytes);
-    if (count == 0)
-        count = readPlain(path, buffer, maxBytes);
+    const int count = readUnpackedOrAsIs(path, buffer, maxBytes);
     if (terminate && count > 0)
         buffer[count - 1] = 0; // replaces a byte, which in a preset is the last line end or brace
     return count;

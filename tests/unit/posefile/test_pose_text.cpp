@@ -4,6 +4,8 @@
 
 #include "posefile/pose_text.h"
 
+#include "dzhostcalls.h"
+
 #ifdef Q_OS_UNIX
 #include <sys/resource.h>
 #endif
@@ -33,6 +35,8 @@ private slots:
     void textEndsAtTheFirstZeroByte();
 
     void plainAndCompressedGiveTheSameText();
+    void aPlainFileIsOpenedOnce();
+    void aPlainFileNeedsNoGzipDevice();
     void theTerminatorReplacesTheLastByte();
     void withoutTerminatorAllBytesStay();
     void aLongFileIsCutToTheBuffer_data();
@@ -299,6 +303,42 @@ void TestPoseText::plainAndCompressedGiveTheSameText()
         const TextSpan read = poseText();
         QCOMPARE(QByteArray(read.begin, int(read.end - read.begin)), text.left(text.size() - 1));
     }
+}
+
+static bool removeFileAtGzipRead(const char* call, const void*)
+{
+    if (qstrcmp(call, "gzRead") == 0)
+        QFile::remove(g_folder->path("four.duf"));
+    return false;
+}
+
+// Gone meanwhile, it is still read to its end.
+void TestPoseText::aPlainFileIsOpenedOnce()
+{
+    const QString path = fileWith("four.duf", "abcd");
+    char buffer[8] = "#######";
+    dzHostCallHook = removeFileAtGzipRead;
+    const int count = readPoseFileText(path, buffer, 8, false);
+    dzHostCallHook = nullptr;
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(count, 4);
+    QCOMPARE(QByteArray(buffer, 4), QByteArray("abcd"));
+}
+
+static bool failGzipOpen(const char* call, const void*)
+{
+    return qstrcmp(call, "gzOpen") == 0;
+}
+
+void TestPoseText::aPlainFileNeedsNoGzipDevice()
+{
+    const QString path = fileWith("four.duf", "abcd");
+    char buffer[8] = "#######";
+    dzHostCallHook = failGzipOpen;
+    const int count = readPoseFileText(path, buffer, 8, false);
+    dzHostCallHook = nullptr;
+    QCOMPARE(count, 4);
+    QCOMPARE(QByteArray(buffer, 4), QByteArray("abcd"));
 }
 
 void TestPoseText::theTerminatorReplacesTheLastByte()
