@@ -24,14 +24,15 @@ static char lowered(char c)
     return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
 }
 
-// The word's bit if it stands here; size counts the zero at its end.
+// The word's bit if it stands so many bytes before this place; size counts the zero at its end.
 template <int size>
-static unsigned wordAt(const Bytes& text, const char* at, const char (&word)[size], BodyWord bit)
+static unsigned wordAt(
+    const Bytes& text, const char* at, int before, const char (&word)[size], BodyWord bit)
 {
-    if (at < text.begin || text.end - at < size - 1)
+    if (at - text.begin < before || text.end - at < size - 1 - before)
         return 0;
     for (int i = 0; i < size - 1; ++i) {
-        if (lowered(at[i]) != word[i])
+        if (lowered(at[i - before]) != word[i])
             return 0;
     }
     return bit;
@@ -42,12 +43,12 @@ static unsigned wordsAround(const Bytes& text, const char* at)
 {
     switch (lowered(*at)) {
     case 'b':
-        return wordAt(text, at, "bigtoe", BigToeWord) | wordAt(text, at, "breast", BreastWord)
-            | wordAt(text, at - 1, "abdomen2", Abdomen2Word);
+        return wordAt(text, at, 0, "bigtoe", BigToeWord) | wordAt(text, at, 0, "breast", BreastWord)
+            | wordAt(text, at, 1, "abdomen2", Abdomen2Word);
     case 'h':
-        return wordAt(text, at, "head", HeadWord) | wordAt(text, at - 1, "rheel", HeelWord);
+        return wordAt(text, at, 0, "head", HeadWord) | wordAt(text, at, 1, "rheel", HeelWord);
     case 'p':
-        return wordAt(text, at, "pinky", PinkyWord);
+        return wordAt(text, at, 0, "pinky", PinkyWord);
     default:
         return 0;
     }
