@@ -5,6 +5,7 @@
 #include "figure/reset_pose.h"
 #include "figure/selected_figure.h"
 #include "finder/browse_session.h"
+#include "finder/content_walk.h"
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
@@ -28,11 +29,9 @@
 #include "dzundostack.h"
 
 #include <QCoreApplication>
-#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QPointer>
-#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -42,7 +41,7 @@ namespace quillon {
 static const int kProgressSteps = 100;
 static const int kFirstStep = 50;
 static const int kHeadBytes = 1024;
-static const int kEventsMs = 50;
+static const int kEventsMs = 25; // with what a pass begins with, a cancel is seen within 100
 
 static DzContentMgr* contentManager()
 {
@@ -77,16 +76,34 @@ static bool clearPose(DzSkeleton* figure, DzTime time)
 
 namespace {
 
-struct Scan {
-    DzProgress* progress;
-    DzSkeleton* figure;
-    DzTime time;
-    HeldNode held; // the progress window runs events
-
-    bool isOver() const
+// The progress window runs events when it is told something, which may be seldom: a folder can hold
+// thousands of files that are no poses.
+class Scan {
+public:
+    Scan(DzProgress* shown, DzSkeleton* posed, DzTime at, const HeldNode& node)
+        : progress(shown)
+        , figure(posed)
+        , time(at)
+        , held(node)
     {
+        m_sinceEvents.start();
+    }
+    bool isOver()
+    {
+        if (m_sinceEvents.elapsed() >= kEventsMs) {
+            QCoreApplication::processEvents();
+            m_sinceEvents.start();
+        }
         return progress->isCancelled() || held.isGone();
     }
+
+    DzProgress* const progress;
+    DzSkeleton* const figure;
+    const DzTime time;
+    const HeldNode held;
+
+private:
+    QElapsedTimer m_sinceEvents;
 };
 
 } // namespace
@@ -110,38 +127,23 @@ static void addPose(DzProgress* progress, const QString& path)
     progress->update(std::min(kProgressSteps - 1, int(std::sqrt(double(found)))));
 }
 
-// The progress window only hears of poses; a folder may hold thousands of other presets.
-static void letCancelBePressed(QElapsedTimer* sinceEvents)
-{
-    if (sinceEvents->elapsed() < kEventsMs)
-        return;
-    QCoreApplication::processEvents();
-    sinceEvents->start();
-}
-
-static bool walkDirectory(const Scan& scan, const QString& directory)
-{
-    const QStringList names(QLatin1String("*.duf")); // in any case
-    QDirIterator files(
-        directory, names, QDir::Files | QDir::NoSymLinks, QDirIterator::Subdirectories);
-    QElapsedTimer sinceEvents;
-    sinceEvents.start();
-    while (files.hasNext() && poseCount() < kPoseIndexCapacity) {
-        const QString path = files.next();
-        if (looksLikePose(path))
-            addPose(scan.progress, path);
-        letCancelBePressed(&sinceEvents);
-        if (scan.isOver())
-            return false;
-    }
-    return true;
-}
-
-static bool findPoseFiles(const Scan& scan)
+static bool findPoseFiles(Scan* scan)
 {
     const DzContentMgr* content = contentManager();
+    ContentVisitor visitor;
+    visitor.visitPreset = [scan](const QString& path) {
+        if (looksLikePose(path))
+            addPose(scan->progress, path);
+    };
+    bool isOver = false;
+    visitor.isDone = [scan, &isOver] {
+        isOver = scan->isOver();
+        return isOver || poseCount() >= kPoseIndexCapacity;
+    };
     for (int i = 0; content && i < content->getNumContentDirectories(); ++i) {
-        if (!walkDirectory(scan, content->getContentDirectoryPath(i)))
+        if (poseCount() < kPoseIndexCapacity)
+            walkContent(content->getContentDirectoryPath(i), visitor);
+        if (isOver)
             return false;
     }
     return true;
@@ -149,17 +151,17 @@ static bool findPoseFiles(const Scan& scan)
 
 // ---- phases 2 to 9
 
-static ScanWatch watchFor(const Scan& scan, const char* info)
+static ScanWatch watchFor(Scan* scan, const char* info)
 {
-    DzProgress* progress = scan.progress;
+    DzProgress* progress = scan->progress;
     ScanWatch watch;
     watch.show = [progress, info](int entry, int count) {
         progress->setInfo(QString::fromLatin1(info)
                               .arg(entry, 0, 10, QLatin1Char(' '))
                               .arg(count, 0, 10, QLatin1Char(' ')));
-        progress->update(entry * kProgressSteps / count);
+        progress->update(scanPosition(entry, count));
     };
-    watch.isCancelled = [&scan] { return scan.isOver(); };
+    watch.isCancelled = [scan] { return scan->isOver(); };
     return watch;
 }
 
@@ -168,14 +170,24 @@ static bool isBrowsable(const PoseIndexEntry& entry)
     return entry.figureCode == kFemaleCode || entry.figureCode == kMaleCode;
 }
 
+static int lastBrowsable()
+{
+    int entry = poseCount() - 1;
+    while (entry >= 0 && !isBrowsable(*poseEntry(entry)))
+        --entry;
+    return entry;
+}
+
 // Entries that are marked already need no signature.
 static bool takeSignatures(const ScanWatch& watch, const ScanFigure& scan, const HeldNode& held)
 {
     const int count = poseCount();
+    EntriesToTell toTell(count, lastBrowsable());
     for (int entry = 0; entry < count; ++entry) {
         const PoseIndexEntry& e = *poseEntry(entry);
         if (isBrowsable(e)) {
-            watch.show(entry, count);
+            if (toTell.isDue(entry))
+                watch.show(entry, count);
             if (held.isGone())
                 return false;
             if (e.contentHash != 0 && tryPose(scan, e.path))
@@ -221,13 +233,13 @@ const PhaseRow kPhases[] = {
 
 } // namespace
 
-static bool runPhases(const Scan& scan)
+static bool runPhases(Scan* scan)
 {
     if (!findPoseFiles(scan))
         return false;
     for (const PhaseRow& phase : kPhases) {
         const ScanWatch watch = watchFor(scan, phase.info);
-        if (!(phase.run ? phase.run(watch) : indexPoses(watch, scan)))
+        if (!(phase.run ? phase.run(watch) : indexPoses(watch, *scan)))
             return false;
     }
     return true;
@@ -256,13 +268,13 @@ static bool runScan(DzSkeleton* figure, DzTime time, bool* poseChanged)
 {
     const HeldNode held(figure);
     DzProgress progress(QLatin1String("Scanning..."), kProgressSteps, true);
-    const Scan scan = {&progress, figure, time, held};
+    Scan scan(&progress, figure, time, held);
     progress.step(kFirstStep);
     if (scan.held.isGone())
         return false;
     forgetPoses();
     *poseChanged = clearPose(figure, time);
-    const bool finished = runPhases(scan);
+    const bool finished = runPhases(&scan);
     if (!finished)
         truncatePoseIndex(0);
     if (!scan.held.isGone())

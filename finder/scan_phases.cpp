@@ -14,13 +14,41 @@ namespace quillon {
 static const char kMakerPoses[] = "data/Brannoc/poses";
 static const char* const kVariantWords[] = {"mirror", "noexpression"};
 
+// ---- telling
+
+static const int kPositions = 100;
+static const int kMostTold = 1000; // beside those at a new position
+
+int scanPosition(int entry, int count)
+{
+    return entry * kPositions / count;
+}
+
+EntriesToTell::EntriesToTell(int count, int last)
+    : m_count(count)
+    , m_last(last)
+    , m_step(std::max(1, (count + kMostTold - 1) / kMostTold))
+    , m_position(-1)
+{
+}
+
+bool EntriesToTell::isDue(int entry)
+{
+    const int position = scanPosition(entry, m_count);
+    const bool isDue = position != m_position || entry == m_last || entry % m_step == 0;
+    m_position = position;
+    return isDue;
+}
+
 // ---- the two kinds of pass
 
 template <typename Work> static bool forEachEntry(const ScanWatch& watch, Work work)
 {
     const int count = poseCount();
+    EntriesToTell toTell(count, count - 1);
     for (int entry = 0; entry < count; ++entry) {
-        watch.show(entry, count);
+        if (toTell.isDue(entry))
+            watch.show(entry, count);
         work(entry);
         if (watch.isCancelled())
             return false;

@@ -1,6 +1,7 @@
 // scan_phases.h - the phases of a scan that work on the pose index alone.
-// Each goes over the entries in order and tells its watch about every one; false: cancelled, with
-// the entries reached so far changed. A content hash of 0 marks an entry that is to go.
+// Each goes over the entries in order, tells its watch of those that EntriesToTell picks, and asks
+// it after every one whether the scan is cancelled. False: it is, with the entries reached so far
+// changed. A content hash of 0 marks an entry that is to go.
 // An entry of the custom library is never dropped as a duplicate, mirror or near-duplicate, and
 // drops no other entry. Owns: nothing.
 #pragma once
@@ -12,6 +13,21 @@ namespace quillon {
 struct ScanWatch {
     std::function<void(int entry, int count)> show;
     std::function<bool()> isCancelled; // asked after every entry
+};
+
+// Where the progress stands at an entry, of 100.
+int scanPosition(int entry, int count);
+
+// Of which entries of a phase the progress window is told, so that telling tens of thousands takes
+// no time: the first and the last one, each at which the position is a new one, and every
+// ceil(count / 1000)th; up to 1000 that is every one. Asked in the order of the entries.
+class EntriesToTell {
+public:
+    EntriesToTell(int count, int last);
+    bool isDue(int entry);
+
+private:
+    int m_count, m_last, m_step, m_position;
 };
 
 bool identifyPoses(const ScanWatch&); // figure codes and hashes, from the files

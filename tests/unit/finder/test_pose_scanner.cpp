@@ -4,6 +4,8 @@
 
 #include "ground/status_message.h"
 
+#include "dzhostcalls.h"
+
 #include <unistd.h>
 
 #include <QElapsedTimer>
@@ -27,6 +29,7 @@ private slots:
     void hiddenFilesAndLinksAreNotWalked();
     void directoriesAreWalkedInTheHostsOrder();
     void moreFilesThanTheTableHoldsAreIgnored();
+    void theLastPoseIsTold();
     void pathsOfAllScriptsAreIndexed();
 
     // what it leaves
@@ -194,30 +197,61 @@ void TestPoseScanner::directoriesAreWalkedInTheHostsOrder()
     QCOMPARE(indexedPaths(), QStringList() << f.content("a/twin.duf"));
 }
 
+// Links are quick to make; a file system without them gets files.
+static void addTwins(ScanFixture* f, const QByteArray& folder, int count, const QByteArray& bytes)
+{
+    const QString path = f->addText((folder + "/pose.duf").constData(), bytes);
+    for (int n = 1; n < count; ++n) {
+        const QString twin
+            = f->content((folder + "/" + QByteArray::number(n) + ".duf").constData());
+        if (::link(QFile::encodeName(path).constData(), QFile::encodeName(twin).constData()))
+            writeFile(twin, bytes);
+    }
+}
+
+static int g_gzipFiles;
+
+static bool countGzipFiles(const char* call, const void*)
+{
+    g_gzipFiles += qstrcmp(call, "gzOpen") == 0;
+    return false;
+}
+
 void TestPoseScanner::moreFilesThanTheTableHoldsAreIgnored()
 {
     ScanFixture f;
-    const int folders = 257, filesInEach = 256;
-    for (int folder = 0; folder < folders; ++folder) {
-        const QByteArray name = QByteArray::number(folder) + "/";
-        const QString path = f.add((name + "pose.duf").constData(), poseNumber(1));
-        for (int n = 1; n < filesInEach; ++n) {
-            const QString twin = f.content((name + QByteArray::number(n) + ".duf").constData());
-            // Links are quick to make; a file system without them gets files.
-            if (::link(QFile::encodeName(path).constData(), QFile::encodeName(twin).constData()))
-                writeFile(twin, fileBytes(path));
-        }
-    }
+    for (int folder = 0; folder < 257; ++folder)
+        addTwins(&f, QByteArray::number(folder), 256, poseFileText(poseNumber(1)));
     ProgressLog log;
+    g_gzipFiles = 0;
+    dzHostCallHook = countGzipFiles;
     scanPoses();
+    dzHostCallHook = nullptr;
     QCOMPARE(log.infosOf("Scanning pose files").last(), s("Scanning pose files... 65536"));
     QCOMPARE(poseCount(), 1);
+    QCOMPARE(g_gzipFiles, 2 * 65536 + 1); // the rest is not opened, and only one is posed
     QMap<QString, int> last; // position by info text
     for (const DzProgressRecord& each : log.records())
         last[each.info] = each.position;
     QCOMPARE(last[s("Scanning pose files... 9800")], 98);
     for (const char* found : {"9801", "9999", "10000", "10001", "65536"}) // the walk never ends it
         QCOMPARE(last[s("Scanning pose files... ") + s(found)], 99);
+    const QStringList identifying = log.infosOf("Identifying");
+    QCOMPARE(identifying.first(), s("Identifying pose files... 0 of 65536"));
+    QCOMPARE(identifying.last(), s("Identifying pose files... 65535 of 65536"));
+    QVERIFY(identifying.size() >= 993 && identifying.size() <= 1101);
+}
+
+// Where the last entries are no whole bodies.
+void TestPoseScanner::theLastPoseIsTold()
+{
+    ScanFixture f;
+    addTwins(&f, "poses", 1500, poseFileText(poseNumber(1)));
+    addTwins(&f, "others", 20, "preset_pose");
+    f.setContent(QStringList() << f.content("poses") << f.content("others"));
+    ProgressLog log;
+    scanPoses();
+    QCOMPARE(log.infosOf("Indexing").last(), s("Indexing poses... 1499 of 1520"));
 }
 
 void TestPoseScanner::pathsOfAllScriptsAreIndexed()

@@ -1,0 +1,20 @@
+// content_walk.h - goes through a content directory and all folders below it, in the order of the
+// file system. Hidden entries and links are passed over. Owns: nothing; nothing of a folder is
+// listed ahead.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace quillon {
+
+struct ContentVisitor {
+    std::function<void(const QString& path)> visitPreset; // a file that ends in ".duf", in any case
+    std::function<bool()> isDone; // asked after every file of any name, and every folder
+};
+
+// Nothing is visited any more once it is done; a directory that is missing has no entries.
+void walkContent(const QString& directory, const ContentVisitor& visitor);
+
+} // namespace quillon
