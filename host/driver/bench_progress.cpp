@@ -104,6 +104,7 @@ QScriptValue progress(QScriptContext*, QScriptEngine* engine)
         entry.setProperty("position", record.position);
         entry.setProperty("total", record.total);
         entry.setProperty("cancellable", record.cancellable);
+        entry.setProperty("ms", double(g_log.at(i).ms));
         list.setProperty(quint32(i), entry);
     }
     return list;

@@ -6,7 +6,9 @@
 //                                          which cannot be cancelled is used up by it.
 //   pendingCancels()                       the orders that were not needed so far
 //   dropCancels()                          forgets them; how many there were
-//   progress()                             an entry for each change that a user could have seen
+//   progress()                             an entry for each change that a user could have seen:
+//                                          {title, info, position, total, cancellable, ms}; ms by
+//                                          the clock, since posebench began to watch
 #pragma once
 
 #include "dzprogresswatch.h"
