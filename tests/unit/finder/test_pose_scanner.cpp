@@ -222,6 +222,7 @@ void TestPoseScanner::moreFilesThanTheTableHoldsAreIgnored()
     ScanFixture f;
     for (int folder = 0; folder < 257; ++folder)
         addTwins(&f, QByteArray::number(folder), 256, poseFileText(poseNumber(1)));
+    f.setContent(QStringList() << f.content() << f.content("0"));
     ProgressLog log;
     g_gzipFiles = 0;
     dzHostCallHook = countGzipFiles;
@@ -251,7 +252,9 @@ void TestPoseScanner::theLastPoseIsTold()
     f.setContent(QStringList() << f.content("poses") << f.content("others"));
     ProgressLog log;
     scanPoses();
-    QCOMPARE(log.infosOf("Indexing").last(), s("Indexing poses... 1499 of 1520"));
+    const QStringList indexing = log.infosOf("Indexing");
+    QCOMPARE(indexing.last(), s("Indexing poses... 1499 of 1520"));
+    QVERIFY(indexing.size() >= 750 && indexing.size() <= 850); // every second one and new positions
 }
 
 void TestPoseScanner::pathsOfAllScriptsAreIndexed()
