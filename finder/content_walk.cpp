@@ -8,9 +8,9 @@ namespace quillon {
 static const char kPresetSuffix[] = ".duf";
 
 // The name is looked at first: a file system may have to be asked for the rest.
-static bool isPreset(const QDirIterator& at)
+static bool isPreset(const QString& path, const QDirIterator& at)
 {
-    return at.fileName().endsWith(QLatin1String(kPresetSuffix), Qt::CaseInsensitive)
+    return path.endsWith(QLatin1String(kPresetSuffix), Qt::CaseInsensitive)
         && at.fileInfo().isFile();
 }
 
@@ -23,7 +23,7 @@ void walkContent(const QString& directory, const ContentVisitor& visitor)
         QDirIterator::Subdirectories);
     while (entries.hasNext()) {
         const QString path = entries.next();
-        if (isPreset(entries))
+        if (isPreset(path, entries))
             visitor.visitPreset(path);
         if (visitor.isDone())
             return;
