@@ -30,25 +30,45 @@ static const EmbeddedPng kPngs[] = {
     {Picture::Icon, kIconPng, &kIconPngSize},
 };
 
-static std::vector<QPixmap> g_pictures; // empty at load: without an application no pixmap can be
+namespace {
+
+struct Decoded {
+    QPixmap pixmap;
+    FlatPicture flat; // without an image until it is asked for
+};
+
+} // namespace
+
+static std::vector<Decoded> g_pictures; // empty at load: without an application no pixmap can be
 
 QPixmap picture(Picture which)
 {
-    return g_pictures.empty() ? QPixmap() : g_pictures[std::size_t(which)];
+    return g_pictures.empty() ? QPixmap() : g_pictures[std::size_t(which)].pixmap;
+}
+
+const FlatPicture* flatPicture(Picture which)
+{
+    if (picture(which).isNull())
+        return nullptr;
+    Decoded& decoded = g_pictures[std::size_t(which)];
+    if (decoded.flat.image.isNull())
+        decoded.flat = flatPicture(decoded.pixmap.toImage());
+    return &decoded.flat;
 }
 
 void decodeArtwork()
 {
+    g_pictures.clear();
     g_pictures.resize(std::size(kPngs));
     for (const EmbeddedPng& png : kPngs)
-        g_pictures[std::size_t(png.picture)].loadFromData(png.bytes, uint(*png.size), "PNG");
+        g_pictures[std::size_t(png.picture)].pixmap.loadFromData(png.bytes, uint(*png.size), "PNG");
 }
 
 void releasePageArtwork()
 {
     for (const EmbeddedPng& png : kPngs) {
         if (png.picture != Picture::Icon)
-            g_pictures[std::size_t(png.picture)] = QPixmap();
+            g_pictures[std::size_t(png.picture)] = Decoded();
     }
 }
 

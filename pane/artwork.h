@@ -3,6 +3,8 @@
 // when the panes are gone, the page pictures do not.
 #pragma once
 
+#include "pane/area_average.h"
+
 #include <QPixmap>
 
 namespace quillon {
@@ -10,6 +12,9 @@ namespace quillon {
 enum class Picture { MainPage, PickerPage, BrowsingPage, Icon };
 
 QPixmap picture(Picture which);
+
+// To scale pieces of it; made when first asked for. Null while the picture is.
+const FlatPicture* flatPicture(Picture which);
 
 void decodeArtwork();
 void releasePageArtwork();

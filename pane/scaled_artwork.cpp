@@ -25,27 +25,25 @@ static ScaledArtwork& scaled()
     return g_scaled;
 }
 
-static QPixmap atlasPicture(AtlasImage image)
+static Picture atlasPicture(AtlasImage image)
 {
     switch (image) {
     case AtlasImage::Main:
-        return picture(Picture::MainPage);
+        return Picture::MainPage;
     case AtlasImage::Picker:
-        return picture(Picture::PickerPage);
+        return Picture::PickerPage;
     case AtlasImage::Browsing:
         break;
     }
-    return picture(Picture::BrowsingPage);
+    return Picture::BrowsingPage;
 }
 
 static QPixmap scaledCell(const AtlasCell& cell, const QSize& size)
 {
-    const QPixmap piece = atlasPicture(cell.image).copy(cell.x, cell.y, cell.w, cell.h);
-    if (piece.isNull())
-        return piece;
-    // area averaging wants real colours, not a palette
-    const QImage pixels = piece.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    return QPixmap::fromImage(pixels.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    const FlatPicture* page = flatPicture(atlasPicture(cell.image));
+    if (!page)
+        return QPixmap();
+    return QPixmap::fromImage(scaledPiece(*page, QRect(cell.x, cell.y, cell.w, cell.h), size));
 }
 
 void drawArtwork(QPainter* painter, const QRect& rect, int button, int state)
