@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace quillon {
 
@@ -56,31 +57,46 @@ Rgb floorColor(const Rgb& sky, float x, float z, float pixelX, float pixelZ, flo
 }
 
 // One row of the picture. The camera never rolls, so a row meets the floor at one distance.
-void paintBackdropRow(
-    const View& view, int row, const Mask& shadow, bool floor, int width, QRgb* out)
-{
-    const float share = float(row) / std::max(1, shadow.height - 1);
-    const Rgb sky = mixed(kSkyTop, kSkyBottom, share);
-    const float v = (view.centerY - row) / view.focalPx;
-    const DzVec3 middle = view.forward + view.up * v;
-    const DzVec3 below = view.forward + view.up * (v - 1 / view.focalPx);
-    const float t = -view.eye.m_y / middle.m_y;
-    const float tBelow = -view.eye.m_y / below.m_y;
-    if (!floor || std::fabs(middle.m_y) < 1e-5f || t <= 0 || tBelow <= 0) {
-        std::fill(out, out + width, packed(sky));
-        return;
+class BackdropRow {
+public:
+    BackdropRow(const View& view, const QSize& size, bool floor, int row)
+        : m_sky(mixed(kSkyTop, kSkyBottom, float(row) / std::max(1, size.height() - 1)))
+    {
+        const float v = (view.centerY - row) / view.focalPx;
+        const DzVec3 middle = view.forward + view.up * v;
+        const DzVec3 below = view.forward + view.up * (v - 1 / view.focalPx);
+        const float t = -view.eye.m_y / middle.m_y;
+        const float tBelow = -view.eye.m_y / below.m_y;
+        m_floor = floor && !(std::fabs(middle.m_y) < 1e-5f || t <= 0 || tBelow <= 0);
+        m_stepX = t * view.right.m_x / view.focalPx;
+        m_stepZ = t * view.right.m_z / view.focalPx;
+        m_startX = view.eye.m_x + t * middle.m_x - view.centerX * m_stepX;
+        m_startZ = view.eye.m_z + t * middle.m_z - view.centerX * m_stepZ;
+        m_pixelX = std::fabs(m_stepX) + std::fabs(tBelow * below.m_x - t * middle.m_x);
+        m_pixelZ = std::fabs(m_stepZ) + std::fabs(tBelow * below.m_z - t * middle.m_z);
     }
-    const float stepX = t * view.right.m_x / view.focalPx;
-    const float stepZ = t * view.right.m_z / view.focalPx;
-    const float startX = view.eye.m_x + t * middle.m_x - view.centerX * stepX;
-    const float startZ = view.eye.m_z + t * middle.m_z - view.centerX * stepZ;
-    const float downX = std::fabs(tBelow * below.m_x - t * middle.m_x);
-    const float downZ = std::fabs(tBelow * below.m_z - t * middle.m_z);
-    const unsigned char* cover = &shadow.cover[size_t(row) * width];
-    for (int i = 0; i < width; ++i)
-        out[i] = packed(floorColor(sky, startX + i * stepX, startZ + i * stepZ,
-            std::fabs(stepX) + downX, std::fabs(stepZ) + downZ, cover[i] / 255.f));
-}
+    bool hasFloor() const
+    {
+        return m_floor;
+    }
+    QRgb sky() const
+    {
+        return packed(m_sky);
+    }
+    QRgb floor(int column, float shadow) const
+    {
+        return packed(floorColor(m_sky, m_startX + column * m_stepX, m_startZ + column * m_stepZ,
+            m_pixelX, m_pixelZ, shadow));
+    }
+
+private:
+    Rgb m_sky;
+    bool m_floor;
+    float m_startX, m_startZ, m_stepX, m_stepZ; // on the floor, cm; of no meaning without it
+    float m_pixelX, m_pixelZ; // what a pixel covers there
+};
+
+// ---- shadow --------------------------------------------------------------------------------
 
 Mask floorShadow(const View& view, const SceneMesh& mesh, const QSize& size)
 {
@@ -109,76 +125,206 @@ Mask floorShadow(const View& view, const SceneMesh& mesh, const QSize& size)
     return mask;
 }
 
-QImage paintBackdrop(const View& view, const SceneMesh& mesh, const QSize& size, bool floor)
+// ---- backdrop ------------------------------------------------------------------------------
+
+struct Backdrop {
+    Camera camera;
+    bool floor = false;
+    QImage image; // without shadow; null: none yet
+};
+
+bool isOf(const Backdrop& b, const Camera& c, const QSize& size, bool floor)
+{
+    return b.image.size() == size && b.floor == floor && b.camera.target.m_x == c.target.m_x
+        && b.camera.target.m_y == c.target.m_y && b.camera.target.m_z == c.target.m_z
+        && b.camera.yawDeg == c.yawDeg && b.camera.pitchDeg == c.pitchDeg
+        && b.camera.distanceCm == c.distanceCm && b.camera.fieldDeg == c.fieldDeg;
+}
+
+QImage emptyBackdrop(const View& view, const QSize& size, bool floor)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    const Mask shadow = floor && view.eye.m_y > 0 ? floorShadow(view, mesh, size)
-                                                  : makeMask(size.width(), size.height());
-    for (int row = 0; row < size.height(); ++row)
-        paintBackdropRow(
-            view, row, shadow, floor, size.width(), reinterpret_cast<QRgb*>(image.scanLine(row)));
+    for (int y = 0; y < size.height(); ++y) {
+        const BackdropRow row(view, size, floor, y);
+        QRgb* out = reinterpret_cast<QRgb*>(image.scanLine(y));
+        if (row.hasFloor())
+            for (int x = 0; x < size.width(); ++x)
+                out[x] = row.floor(x, 0);
+        else
+            std::fill(out, out + size.width(), row.sky());
+    }
+    return image;
+}
+
+// The one of the last picture, as most cameras stand still.
+const QImage& keptBackdrop(const View& view, const Camera& camera, const QSize& size, bool floor)
+{
+    static Backdrop kept;
+    if (!isOf(kept, camera, size, floor))
+        kept = {camera, floor, emptyBackdrop(view, size, floor)};
+    return kept.image;
+}
+
+void paintShadow(const View& view, const Mask& shadow, QImage* image)
+{
+    for (int y = 0; y < shadow.height; ++y) {
+        const BackdropRow row(view, image->size(), true, y);
+        const unsigned char* cover = &shadow.cover[size_t(y) * size_t(shadow.width)];
+        QRgb* out = reinterpret_cast<QRgb*>(image->scanLine(y));
+        for (int x = 0; row.hasFloor() && x < shadow.width; ++x)
+            if (cover[x])
+                out[x] = row.floor(x, cover[x] / 255.f);
+    }
+}
+
+QImage paintBackdrop(
+    const View& view, const Camera& camera, const SceneMesh& mesh, const QSize& size, bool floor)
+{
+    QImage image = keptBackdrop(view, camera, size, floor).copy();
+    if (floor && view.eye.m_y > 0)
+        paintShadow(view, floorShadow(view, mesh, size), &image);
     return image;
 }
 
 // ---- bodies --------------------------------------------------------------------------------
 
-Raster rasterBodies(const View& view, const SceneMesh& mesh, const QSize& size, int samples)
+// In samples.
+std::vector<RasterPoint> projected(const View& view, const SceneMesh& mesh, int samples)
 {
-    Raster raster = makeRaster(size.width() * samples, size.height() * samples);
-    std::vector<RasterVertex> seen;
-    seen.reserve(mesh.vertices.size());
+    std::vector<RasterPoint> points;
+    points.reserve(mesh.vertices.size());
     for (const SceneVertex& vertex : mesh.vertices) {
-        RasterVertex out = {0, 0, 0, vertex.color, vertex.paint, vertex.cover};
+        RasterPoint out = {0, 0, 0};
         float depth;
         if (projectPoint(view, vertex.position, &out.x, &out.y, &depth)) {
             out.x = (out.x + 0.5f) * samples - 0.5f;
             out.y = (out.y + 0.5f) * samples - 0.5f;
             out.inverseDepth = 1.f / depth;
         }
-        seen.push_back(out);
+        points.push_back(out);
     }
+    return points;
+}
+
+// The pixels that the points in front of the eye lie in or between.
+QRect pixelsOf(const std::vector<RasterPoint>& points, const QSize& size, int samples)
+{
+    const float right = float(size.width() * samples), bottom = float(size.height() * samples);
+    float x[2] = {right, 0}, y[2] = {bottom, 0};
+    for (const RasterPoint& point : points) {
+        if (point.inverseDepth <= 0)
+            continue;
+        x[0] = std::min(x[0], point.x);
+        x[1] = std::max(x[1], point.x);
+        y[0] = std::min(y[0], point.y);
+        y[1] = std::max(y[1], point.y);
+    }
+    if (x[0] > x[1] || y[0] > y[1])
+        return QRect();
+    const QPoint first(int(std::max(0.f, x[0])) / samples, int(std::max(0.f, y[0])) / samples);
+    const QPoint last(int(std::min(right, x[1])) / samples, int(std::min(bottom, y[1])) / samples);
+    return QRect(first, last) & QRect(QPoint(), size);
+}
+
+struct Bodies {
+    const SceneMesh& mesh;
+    Lights lights;
+    int samples; // along each side of a pixel
+    QRect pixels;
+    Raster raster; // of the samples of these
+};
+
+Bodies rasterBodies(const View& view, const SceneMesh& mesh, const QSize& size, int samples)
+{
+    const std::vector<RasterPoint> points = projected(view, mesh, samples);
+    const QRect pixels = pixelsOf(points, size, samples);
+    Bodies bodies = {mesh, makeLights(view), samples, pixels,
+        makeRaster(pixels.left() * samples, pixels.top() * samples,
+            std::max(0, pixels.width()) * samples, std::max(0, pixels.height()) * samples)};
     for (size_t i = 0; i + 2 < mesh.triangles.size(); i += 3)
-        fillTriangle(&raster, seen[mesh.triangles[i]], seen[mesh.triangles[i + 1]],
-            seen[mesh.triangles[i + 2]], mesh.ids[i / 3]);
-    return raster;
+        fillTriangle(&bodies.raster, points[mesh.triangles[i]], points[mesh.triangles[i + 1]],
+            points[mesh.triangles[i + 2]], int(i / 3));
+    return bodies;
+}
+
+// Vertices are lit when something of theirs is seen: a half of a body is not.
+class LitVertices {
+public:
+    explicit LitVertices(const Bodies& bodies)
+        : m_bodies(bodies)
+        , m_isLit(bodies.mesh.vertices.size(), 0)
+        , m_colors(new PointColor[bodies.mesh.vertices.size()])
+    {
+    }
+    const PointColor& at(int vertex)
+    {
+        PointColor& color = m_colors[size_t(vertex)];
+        if (!m_isLit[size_t(vertex)]) {
+            m_isLit[size_t(vertex)] = 1;
+            color = lightVertex(m_bodies.mesh.vertices[size_t(vertex)], m_bodies.lights);
+        }
+        return color;
+    }
+
+private:
+    const Bodies& m_bodies;
+    std::vector<char> m_isLit;
+    std::unique_ptr<PointColor[]> m_colors;
+};
+
+Rgb colorOf(const Hit& hit, const SceneMesh& mesh, LitVertices* lit)
+{
+    const int* corner = &mesh.triangles[size_t(hit.triangle) * 3];
+    return colorAt(hit, lit->at(corner[0]), lit->at(corner[1]), lit->at(corner[2]));
 }
 
 // The mean of the samples of a pixel, over the backdrop where some are empty.
-void blend(const Raster& raster, int samples, QImage* image)
+QRgb blended(const Bodies& bodies, int x, int y, QRgb backdrop, LitVertices* lit)
 {
+    const int samples = bodies.samples;
+    Rgb sum = {0, 0, 0};
+    int covered = 0;
+    for (int s = 0; s < samples * samples; ++s) {
+        const size_t at = bodies.raster.at(x * samples + s % samples, y * samples + s / samples);
+        if (isEmpty(bodies.raster, at))
+            continue;
+        const Rgb c = colorOf(bodies.raster.hits[at], bodies.mesh, lit);
+        sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b};
+        ++covered;
+    }
+    if (!covered)
+        return backdrop;
     const float whole = float(samples * samples);
-    for (int y = 0; y < image->height(); ++y) {
+    const float rest = (whole - covered) / 255.f;
+    return packed({(sum.r + qRed(backdrop) * rest) / whole,
+        (sum.g + qGreen(backdrop) * rest) / whole, (sum.b + qBlue(backdrop) * rest) / whole});
+}
+
+void blend(const Bodies& bodies, QImage* image)
+{
+    LitVertices lit(bodies);
+    const QRect& pixels = bodies.pixels;
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
         QRgb* line = reinterpret_cast<QRgb*>(image->scanLine(y));
-        for (int x = 0; x < image->width(); ++x) {
-            Rgb sum = {0, 0, 0};
-            int covered = 0;
-            for (int s = 0; s < samples * samples; ++s) {
-                const size_t at
-                    = size_t(y * samples + s / samples) * raster.width + x * samples + s % samples;
-                if (raster.id[at] < 0)
-                    continue;
-                const Rgb& c = raster.color[at];
-                sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b};
-                ++covered;
-            }
-            if (!covered)
-                continue;
-            const float rest = (whole - covered) / 255.f;
-            line[x] = packed({(sum.r + qRed(line[x]) * rest) / whole,
-                (sum.g + qGreen(line[x]) * rest) / whole, (sum.b + qBlue(line[x]) * rest) / whole});
-        }
+        for (int x = pixels.left(); x <= pixels.right(); ++x)
+            line[x] = blended(bodies, x, y, line[x], &lit);
     }
 }
 
-void fillPickMap(const Raster& raster, const SceneMesh& mesh, int samples, PickMap* pick)
+void fillPickMap(const Bodies& bodies, const QSize& size, PickMap* pick)
 {
-    pick->width = raster.width / samples;
-    pick->height = raster.height / samples;
-    pick->nodes = mesh.nodes;
-    pick->node.clear();
-    for (int y = 0; y < pick->height; ++y)
-        for (int x = 0; x < pick->width; ++x)
-            pick->node.push_back(raster.id[size_t(y) * samples * raster.width + x * samples]);
+    pick->width = size.width();
+    pick->height = size.height();
+    pick->nodes = bodies.mesh.nodes;
+    pick->node.assign(size_t(size.width()) * size_t(size.height()), -1);
+    const QRect& pixels = bodies.pixels;
+    for (int y = pixels.top(); y <= pixels.bottom(); ++y)
+        for (int x = pixels.left(); x <= pixels.right(); ++x) {
+            const size_t at = bodies.raster.at(x * bodies.samples, y * bodies.samples);
+            if (!isEmpty(bodies.raster, at))
+                pick->node[size_t(y) * size_t(size.width()) + size_t(x)]
+                    = bodies.mesh.ids[size_t(bodies.raster.hits[at].triangle)];
+        }
 }
 
 } // namespace
@@ -198,12 +344,12 @@ QImage renderSceneImage(
         return QImage();
     const int samples = std::min(4, std::max(1, options.samples));
     const View view = makeView(camera, size);
-    const SceneMesh mesh = sceneMesh(view, options.highlight);
-    QImage image = paintBackdrop(view, mesh, size, options.floor);
-    const Raster raster = rasterBodies(view, mesh, size, samples);
-    blend(raster, samples, &image);
+    const SceneMesh mesh = sceneMesh(options.highlight);
+    QImage image = paintBackdrop(view, camera, mesh, size, options.floor);
+    const Bodies bodies = rasterBodies(view, mesh, size, samples);
+    blend(bodies, &image);
     if (pick)
-        fillPickMap(raster, mesh, samples, pick);
+        fillPickMap(bodies, size, pick);
     return image;
 }
 

@@ -5,11 +5,11 @@
 
 namespace quillon {
 
-Raster makeRaster(int width, int height)
+Raster makeRaster(int left, int top, int width, int height)
 {
     const size_t pixels = size_t(width) * size_t(height);
-    return {width, height, std::vector<Rgb>(pixels, Rgb {0, 0, 0}), std::vector<float>(pixels, 0.f),
-        std::vector<int>(pixels, -1)};
+    return {left, top, width, height, std::vector<float>(pixels, 0.f),
+        std::unique_ptr<Hit[]>(new Hit[pixels])};
 }
 
 Mask makeMask(int width, int height)
@@ -34,30 +34,79 @@ struct Edges {
     }
 };
 
-// False for a triangle without area, outside the picture, or seen from behind when oneSided.
+struct Bounds {
+    int left, top, right, bottom; // right and bottom are inside
+};
+
+// The pixels from the first to the last coordinate, no less than low and no more than high. False:
+// there is none, or the last is out of reach.
+bool clampSpan(float first, float last, int low, int high, int* from, int* to)
+{
+    if (!(last >= 0 && last < 2147483648.f))
+        return false;
+    const float start = std::max(0.f, first);
+    *from = std::max(low, int(start) + (start > float(int(start)))); // ceil
+    *to = std::min(high, int(last)); // floor
+    return *from <= *to;
+}
+
+// False for a triangle without area, outside the bounds, or seen from behind when oneSided.
 bool makeEdges(
-    const float (&x)[3], const float (&y)[3], int width, int height, bool oneSided, Edges* e)
+    const float (&x)[3], const float (&y)[3], const Bounds& bounds, bool oneSided, Edges* e)
 {
     const float area = (x[1] - x[0]) * (y[2] - y[0]) - (x[2] - x[0]) * (y[1] - y[0]);
     if (oneSided ? area >= 0 : std::fabs(area) < 1e-6f) // y grows down: front faces are negative
+        return false;
+    if (!clampSpan(std::min({x[0], x[1], x[2]}), std::max({x[0], x[1], x[2]}), bounds.left,
+            bounds.right, &e->left, &e->right)
+        || !clampSpan(std::min({y[0], y[1], y[2]}), std::max({y[0], y[1], y[2]}), bounds.top,
+            bounds.bottom, &e->top, &e->bottom))
         return false;
     std::copy(x, x + 3, e->x);
     std::copy(y, y + 3, e->y);
     e->inverseArea = 1.f / area;
     e->dx0 = (y[1] - y[2]) * e->inverseArea;
     e->dx1 = (y[2] - y[0]) * e->inverseArea;
-    e->left = std::max(0, int(std::ceil(std::min({x[0], x[1], x[2]}))));
-    e->right = std::min(width - 1, int(std::floor(std::max({x[0], x[1], x[2]}))));
-    e->top = std::max(0, int(std::ceil(std::min({y[0], y[1], y[2]}))));
-    e->bottom = std::min(height - 1, int(std::floor(std::max({y[0], y[1], y[2]}))));
-    return e->left <= e->right && e->top <= e->bottom;
+    return true;
 }
 
 // The share of the paint at a pixel: a narrow ramp around cover 0.
 const float kPaintRampCm = 0.12f;
 
-Rgb shaded(const RasterVertex& a, const RasterVertex& b, const RasterVertex& c, float w0, float w1)
+} // namespace
+
+void fillTriangle(
+    Raster* raster, const RasterPoint& a, const RasterPoint& b, const RasterPoint& c, int triangle)
 {
+    if (a.inverseDepth <= 0 || b.inverseDepth <= 0 || c.inverseDepth <= 0)
+        return;
+    const Bounds bounds = {raster->left, raster->top, raster->left + raster->width - 1,
+        raster->top + raster->height - 1};
+    Edges e;
+    if (!makeEdges({a.x, b.x, c.x}, {a.y, b.y, c.y}, bounds, true, &e))
+        return;
+    const float slack = -1e-4f; // neighbours share their border pixels
+    for (int y = e.top; y <= e.bottom; ++y) {
+        float w0 = e.weight(0, e.left, y);
+        float w1 = e.weight(1, e.left, y);
+        size_t at = raster->at(e.left, y);
+        for (int x = e.left; x <= e.right; ++x, ++at, w0 += e.dx0, w1 += e.dx1) {
+            const float w2 = 1.f - w0 - w1;
+            if (w0 < slack || w1 < slack || w2 < slack)
+                continue;
+            const float depth = w0 * a.inverseDepth + w1 * b.inverseDepth + w2 * c.inverseDepth;
+            if (depth <= raster->inverseDepth[at])
+                continue;
+            raster->inverseDepth[at] = depth;
+            raster->hits[at] = {triangle, w0, w1};
+        }
+    }
+}
+
+Rgb colorAt(const Hit& hit, const PointColor& a, const PointColor& b, const PointColor& c)
+{
+    const float w0 = hit.w0;
+    const float w1 = hit.w1;
     const float w2 = 1.f - w0 - w1;
     const float cover = w0 * a.cover + w1 * b.cover + w2 * c.cover;
     const float share = std::min(1.f, std::max(0.f, 0.5f + cover / kPaintRampCm));
@@ -76,39 +125,10 @@ Rgb shaded(const RasterVertex& a, const RasterVertex& b, const RasterVertex& c, 
         bare.b * rest + paint.b * share};
 }
 
-} // namespace
-
-void fillTriangle(
-    Raster* raster, const RasterVertex& a, const RasterVertex& b, const RasterVertex& c, int id)
-{
-    if (a.inverseDepth <= 0 || b.inverseDepth <= 0 || c.inverseDepth <= 0)
-        return;
-    Edges e;
-    if (!makeEdges({a.x, b.x, c.x}, {a.y, b.y, c.y}, raster->width, raster->height, true, &e))
-        return;
-    const float slack = -1e-4f; // neighbours share their border pixels
-    for (int y = e.top; y <= e.bottom; ++y) {
-        float w0 = e.weight(0, e.left, y);
-        float w1 = e.weight(1, e.left, y);
-        size_t at = size_t(y) * raster->width + e.left;
-        for (int x = e.left; x <= e.right; ++x, ++at, w0 += e.dx0, w1 += e.dx1) {
-            const float w2 = 1.f - w0 - w1;
-            if (w0 < slack || w1 < slack || w2 < slack)
-                continue;
-            const float depth = w0 * a.inverseDepth + w1 * b.inverseDepth + w2 * c.inverseDepth;
-            if (depth <= raster->inverseDepth[at])
-                continue;
-            raster->inverseDepth[at] = depth;
-            raster->id[at] = id;
-            raster->color[at] = shaded(a, b, c, w0, w1);
-        }
-    }
-}
-
 void fillMask(Mask* mask, const float (&x)[3], const float (&y)[3])
 {
     Edges e;
-    if (!makeEdges(x, y, mask->width, mask->height, false, &e))
+    if (!makeEdges(x, y, {0, 0, mask->width - 1, mask->height - 1}, false, &e))
         return;
     for (int row = e.top; row <= e.bottom; ++row) {
         float w0 = e.weight(0, e.left, row);
@@ -120,31 +140,86 @@ void fillMask(Mask* mask, const float (&x)[3], const float (&y)[3])
     }
 }
 
-// One running mean along count cells that lie step apart.
-static void blurLine(unsigned char* cells, int count, int step, int radius)
+// ---- blur --------------------------------------------------------------------------------------
+
+namespace {
+
+// What is covered and what three passes can reach of the rest. Beyond it all stays empty.
+Bounds blurBounds(const Mask& mask, int radius)
 {
-    static thread_local std::vector<unsigned char> before;
-    before.resize(size_t(count));
-    for (int i = 0; i < count; ++i)
-        before[i] = cells[size_t(i) * step];
+    Bounds box = {mask.width, mask.height, -1, -1};
+    for (int y = 0; y < mask.height; ++y) {
+        const unsigned char* row = &mask.cover[size_t(y) * size_t(mask.width)];
+        const unsigned char* end = row + mask.width;
+        const unsigned char* first = std::find_if(row, end, [](unsigned char c) { return c; });
+        if (first == end)
+            continue;
+        while (!end[-1])
+            --end;
+        box = {std::min(box.left, int(first - row)), std::min(box.top, y),
+            std::max(box.right, int(end - row) - 1), y};
+    }
+    const int reach = 3 * radius;
+    return {std::max(0, box.left - reach), std::max(0, box.top - reach),
+        std::min(mask.width - 1, box.right + reach), std::min(mask.height - 1, box.bottom + reach)};
+}
+
+// Running means over 2 * radius + 1 cells of a row; the ends are repeated beyond them.
+void blurRow(
+    const unsigned char* from, int count, int radius, const unsigned char* means, unsigned char* to)
+{
     int sum = 0;
     for (int i = -radius; i <= radius; ++i)
-        sum += before[std::min(count - 1, std::max(0, i))];
+        sum += from[std::min(count - 1, std::max(0, i))];
     for (int i = 0; i < count; ++i) {
-        cells[size_t(i) * step] = static_cast<unsigned char>(sum / (2 * radius + 1));
-        sum += before[std::min(count - 1, i + radius + 1)] - before[std::max(0, i - radius)];
+        to[i] = means[sum];
+        sum += from[std::min(count - 1, i + radius + 1)] - from[std::max(0, i - radius)];
     }
 }
+
+// The same down the columns of a block, all of them row by row.
+void blurColumns(const std::vector<unsigned char>& from, int width, int radius,
+    const unsigned char* means, unsigned char* to, size_t toStride)
+{
+    const int height = int(from.size()) / width;
+    const auto rowAt = [&](int y) {
+        return &from[size_t(std::min(height - 1, std::max(0, y))) * size_t(width)];
+    };
+    std::vector<int> sums(size_t(width), 0);
+    for (int y = -radius; y <= radius; ++y)
+        for (int x = 0; x < width; ++x)
+            sums[size_t(x)] += rowAt(y)[x];
+    for (int y = 0; y < height; ++y, to += toStride) {
+        const unsigned char* enters = rowAt(y + radius + 1);
+        const unsigned char* leaves = rowAt(y - radius);
+        for (int x = 0; x < width; ++x) {
+            to[x] = means[sums[size_t(x)]];
+            sums[size_t(x)] += enters[x] - leaves[x];
+        }
+    }
+}
+
+} // namespace
 
 void blurMask(Mask* mask, int radius)
 {
     if (radius < 1 || mask->cover.empty())
         return;
+    const Bounds box = blurBounds(*mask, radius);
+    const int width = box.right - box.left + 1;
+    const int height = box.bottom - box.top + 1;
+    if (width <= 0 || height <= 0)
+        return;
+    std::vector<unsigned char> means; // by sum
+    for (int sum = 0; sum <= 255 * (2 * radius + 1); ++sum)
+        means.push_back(static_cast<unsigned char>(sum / (2 * radius + 1)));
+    std::vector<unsigned char> block(size_t(width) * size_t(height));
+    unsigned char* cells = &mask->cover[size_t(box.top) * size_t(mask->width) + size_t(box.left)];
     for (int pass = 0; pass < 3; ++pass) {
-        for (int y = 0; y < mask->height; ++y)
-            blurLine(&mask->cover[size_t(y) * mask->width], mask->width, 1, radius);
-        for (int x = 0; x < mask->width; ++x)
-            blurLine(&mask->cover[x], mask->height, mask->width, radius);
+        for (int y = 0; y < height; ++y)
+            blurRow(cells + size_t(y) * size_t(mask->width), width, radius, means.data(),
+                &block[size_t(y) * size_t(width)]);
+        blurColumns(block, width, radius, means.data(), cells, size_t(mask->width));
     }
 }
 

@@ -1,7 +1,9 @@
 // raster.h - a picture with depth into which triangles are filled. Software only, no toolkit.
-// Depths are inverse distances: larger is nearer, 0 is nothing there.
+// Depths are inverse distances: larger is nearer, 0 is nothing there. A triangle leaves where in it
+// a sample lies, so that only what is seen in the end is coloured.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 namespace quillon {
@@ -10,26 +12,47 @@ struct Rgb {
     float r, g, b; // 0..1, as shown
 };
 
-struct RasterVertex {
+struct RasterPoint {
     float x, y; // pixels; integers are pixel centres
     float inverseDepth; // 0 or less: behind the eye
+};
+
+struct PointColor {
     Rgb color;
     Rgb paint; // over the colour where ...
-    float cover; // ... this is above 0; the edge is sharp between vertices
+    float cover; // ... this is above 0; the edge is sharp between points
 };
 
+// What is nearest at a pixel.
+struct Hit {
+    int triangle; // as it was called
+    float w0, w1; // weights of its first two points; the third has the rest of 1
+};
+
+// A part of a larger picture, in whose pixels points are given.
 struct Raster {
-    int width, height;
-    std::vector<Rgb> color;
+    int left, top, width, height;
     std::vector<float> inverseDepth;
-    std::vector<int> id; // what covers the pixel; -1: nothing
+    std::unique_ptr<Hit[]> hits; // as many; of no meaning where nothing is
+
+    size_t at(int x, int y) const // of a pixel of the picture
+    {
+        return size_t(y - top) * size_t(width) + size_t(x - left);
+    }
 };
 
-Raster makeRaster(int width, int height); // empty
+inline bool isEmpty(const Raster& raster, size_t at)
+{
+    return raster.inverseDepth[at] == 0;
+}
 
-// Front faces only: counter-clockwise as seen. A triangle with a vertex behind the eye is left out.
+Raster makeRaster(int left, int top, int width, int height); // empty
+
+// Front faces only: counter-clockwise as seen. A triangle with a point behind the eye is left out.
 void fillTriangle(
-    Raster* raster, const RasterVertex& a, const RasterVertex& b, const RasterVertex& c, int id);
+    Raster* raster, const RasterPoint& a, const RasterPoint& b, const RasterPoint& c, int triangle);
+
+Rgb colorAt(const Hit& hit, const PointColor& a, const PointColor& b, const PointColor& c);
 
 // Coverage without depth, either side: what casts a shadow.
 struct Mask {

@@ -18,42 +18,41 @@ namespace {
 
 // ---- light ---------------------------------------------------------------------------------
 
-struct Lights {
-    DzVec3 key, fill, eyeward; // unit, towards the light
-};
-
-// The lamps go with the camera, so that no view is dark.
-Lights makeLights(const View& view)
-{
-    const DzVec3 back = -view.forward;
-    return {(view.up * 0.75f - view.right * 0.55f + back * 0.75f).normalized(),
-        (view.right * 0.9f + back * 0.25f + view.up * 0.1f).normalized(), back};
-}
-
 float squared(float v)
 {
     return v * v;
 }
 
-// Colours are mixed as light: squared before, rooted after.
-Rgb lit(const Lights& lights, const DzVec3& normal, QRgb color, float openness, float gloss)
+// What falls on a point.
+struct Light {
+    float rgb[3];
+    float rim, shine; // of any colour
+};
+
+Light lightOn(const Lights& lights, const DzVec3& normal, float openness, float gloss)
 {
     const float key = std::max(0.f, (normal.dot(lights.key) + 0.12f) / 1.12f);
     const float fill = std::max(0.f, normal.dot(lights.fill));
     const float sky = 0.5f + 0.5f * normal.m_y;
     const float facing = std::max(0.f, normal.dot(lights.eyeward));
     const float rim = squared(squared(1.f - facing)) * 0.12f * openness;
-    const DzVec3 half = (lights.key + lights.eyeward).normalized();
-    const float shine = gloss * std::pow(std::max(0.f, normal.dot(half)), 24.f) * openness;
+    const float shine = gloss * std::pow(std::max(0.f, normal.dot(lights.half)), 24.f) * openness;
     const float shade = 0.55f + 0.45f * openness;
-    const float light[3] = {openness * (0.10f + 0.16f * sky) + shade * (0.80f * key + 0.08f * fill),
-        openness * (0.10f + 0.17f * sky) + shade * (0.76f * key + 0.10f * fill),
-        openness * (0.12f + 0.19f * sky) + shade * (0.70f * key + 0.14f * fill)};
+    return {{openness * (0.10f + 0.16f * sky) + shade * (0.80f * key + 0.08f * fill),
+                openness * (0.10f + 0.17f * sky) + shade * (0.76f * key + 0.10f * fill),
+                openness * (0.12f + 0.19f * sky) + shade * (0.70f * key + 0.14f * fill)},
+        rim, shine};
+}
+
+// Colours are mixed as light: squared before, rooted after.
+Rgb lit(const Light& light, QRgb color)
+{
     const int part[3] = {qRed(color), qGreen(color), qBlue(color)};
     float out[3];
     for (int i = 0; i < 3; ++i)
-        out[i] = std::min(
-            1.f, std::sqrt(squared(part[i] / 255.f) * light[i] * 1.05f + rim * 0.5f + shine));
+        out[i] = std::min(1.f,
+            std::sqrt(
+                squared(part[i] / 255.f) * light.rgb[i] * 1.05f + light.rim * 0.5f + light.shine));
     return {out[0], out[1], out[2]};
 }
 
@@ -94,6 +93,8 @@ DzVec3 turned(const DzMatrix3& m, const DzVec3& v)
 
 // ---- figures -------------------------------------------------------------------------------
 
+const float kBodyGloss = 0.045f;
+
 struct FigureInPlace {
     const FigureData* data;
     std::vector<Placement> bones; // a removed bone goes with its parent
@@ -121,38 +122,30 @@ FigureInPlace placeFigure(const FigureData& data, DzSkeleton* figure, SceneMesh*
     return placed;
 }
 
-SceneVertex placeVertex(
-    const FigureInPlace& figure, const MeshVertex& vertex, const Lights& lights, bool highlight)
+SceneVertex placeVertex(const FigureInPlace& figure, const MeshVertex& vertex, bool highlight)
 {
-    DzVec3 position, normal;
-    float selected = 0;
+    SceneVertex out = {DzVec3(), DzVec3(), 0, &vertex};
     for (int i = 0; i < 4 && vertex.weight[i] > 0; ++i) {
         const Placement& bone = figure.bones[vertex.bone[i]];
-        position += bone.points.multVec(vertex.position) * vertex.weight[i];
-        normal += turned(bone.normals, vertex.normal) * vertex.weight[i];
-        selected += bone.selected ? vertex.weight[i] : 0.f;
+        out.position += bone.points.multVec(vertex.position) * vertex.weight[i];
+        out.normal += turned(bone.normals, vertex.normal) * vertex.weight[i];
+        out.selected += bone.selected ? vertex.weight[i] : 0.f;
     }
-    const DzVec3 unit = normal.normalized();
-    const float gloss = 0.045f;
-    SceneVertex out = {
-        position, lit(lights, unit, vertex.color, vertex.openness, gloss), {0, 0, 0}, vertex.cover};
-    if (vertex.cover > kNoPaintCm)
-        out.paint = lit(lights, unit, vertex.paint, vertex.openness, gloss);
-    if (highlight && selected > 0) {
-        out.color = tinted(out.color, selected);
-        out.paint = tinted(out.paint, selected);
-    }
+    if (!highlight)
+        out.selected = 0;
     return out;
 }
 
-void addFigure(const FigureData& data, DzSkeleton* figure, const Lights& lights, bool highlight,
-    SceneMesh* out)
+void addFigure(const FigureData& data, DzSkeleton* figure, bool highlight, SceneMesh* out)
 {
     const FigureInPlace placed = placeFigure(data, figure, out);
     const BodyMesh& body = bodyMesh(data);
     const int first = int(out->vertices.size());
+    out->vertices.reserve(out->vertices.size() + body.vertices.size());
+    out->triangles.reserve(out->triangles.size() + body.triangles.size());
+    out->ids.reserve(out->ids.size() + body.triangles.size() / 3);
     for (const MeshVertex& vertex : body.vertices)
-        out->vertices.push_back(placeVertex(placed, vertex, lights, highlight));
+        out->vertices.push_back(placeVertex(placed, vertex, highlight));
     for (size_t i = 0; i < body.triangles.size(); ++i) {
         out->triangles.push_back(first + body.triangles[i]);
         if (i % 3 == 0)
@@ -162,21 +155,23 @@ void addFigure(const FigureData& data, DzSkeleton* figure, const Lights& lights,
 
 // ---- boxes ---------------------------------------------------------------------------------
 
-void addBox(DzNode* node, const Lights& lights, bool highlight, SceneMesh* out)
+const QRgb kBoxColor = qRgb(150, 160, 172);
+const float kBoxGloss = 0.02f;
+const float kSelectedBoxShare = 0.7f;
+
+void addBox(DzNode* node, bool highlight, SceneMesh* out)
 {
     const DzBox3 box = node->getObject()->getGeometryBox();
     const Placement placed = placementOf(node);
     const DzVec3 corner[2] = {box.getMin(), box.getMax()};
-    const QRgb color = qRgb(150, 160, 172);
+    const float selected = highlight && placed.selected ? kSelectedBoxShare : 0.f;
     const int id = int(out->nodes.size());
     out->nodes.push_back(node);
     for (int axis = 0; axis < 3; ++axis)
         for (int side = 0; side < 2; ++side) {
             DzVec3 normal;
             normal[axis] = side ? 1.f : -1.f;
-            Rgb shade = lit(lights, turned(placed.normals, normal), color, 1.f, 0.02f);
-            if (highlight && placed.selected)
-                shade = tinted(shade, 0.7f);
+            const DzVec3 outward = turned(placed.normals, normal);
             const int first = int(out->vertices.size());
             for (int n = 0; n < 4; ++n) { // counter-clockwise for side 1
                 const int u = n == 1 || n == 2;
@@ -185,7 +180,7 @@ void addBox(DzNode* node, const Lights& lights, bool highlight, SceneMesh* out)
                 p[axis] = corner[side][axis];
                 p[(axis + 1) % 3] = corner[u][(axis + 1) % 3];
                 p[(axis + 2) % 3] = corner[v][(axis + 2) % 3];
-                out->vertices.push_back({placed.points.multVec(p), shade, shade, -1.f});
+                out->vertices.push_back({placed.points.multVec(p), outward, selected, nullptr});
             }
             const int front[6] = {0, 1, 2, 0, 2, 3};
             const int back[6] = {0, 2, 1, 0, 3, 2};
@@ -198,10 +193,9 @@ void addBox(DzNode* node, const Lights& lights, bool highlight, SceneMesh* out)
 
 } // namespace
 
-SceneMesh sceneMesh(const View& view, bool highlight)
+SceneMesh sceneMesh(bool highlight)
 {
     SceneMesh mesh;
-    const Lights lights = makeLights(view);
     for (int i = 0; dzScene && i < dzScene->getNumNodes(); ++i) {
         DzNode* node = dzScene->getNode(i);
         QString why;
@@ -209,11 +203,39 @@ SceneMesh sceneMesh(const View& view, bool highlight)
             ? figureData(node->getObject() ? node->getObject()->getName() : QString(), &why)
             : nullptr;
         if (data)
-            addFigure(*data, static_cast<DzSkeleton*>(node), lights, highlight, &mesh);
+            addFigure(*data, static_cast<DzSkeleton*>(node), highlight, &mesh);
         else if (node->getObject() && node->getObject()->getGeometryBox().isValid())
-            addBox(node, lights, highlight, &mesh);
+            addBox(node, highlight, &mesh);
     }
     return mesh;
+}
+
+Lights makeLights(const View& view)
+{
+    const DzVec3 back = -view.forward;
+    const DzVec3 key = (view.up * 0.75f - view.right * 0.55f + back * 0.75f).normalized();
+    return {key, (view.right * 0.9f + back * 0.25f + view.up * 0.1f).normalized(), back,
+        (key + back).normalized()};
+}
+
+PointColor lightVertex(const SceneVertex& vertex, const Lights& lights)
+{
+    PointColor out = {{0, 0, 0}, {0, 0, 0}, -1.f};
+    if (!vertex.body) {
+        out.color = lit(lightOn(lights, vertex.normal, 1.f, kBoxGloss), kBoxColor);
+    } else {
+        const MeshVertex& body = *vertex.body;
+        const Light light = lightOn(lights, vertex.normal.normalized(), body.openness, kBodyGloss);
+        out.color = lit(light, body.color);
+        out.cover = body.cover;
+        if (body.cover > kNoPaintCm)
+            out.paint = lit(light, body.paint);
+    }
+    if (vertex.selected > 0) {
+        out.color = tinted(out.color, vertex.selected);
+        out.paint = tinted(out.paint, vertex.selected);
+    }
+    return out;
 }
 
 } // namespace quillon

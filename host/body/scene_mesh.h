@@ -1,4 +1,4 @@
-// scene_mesh.h - the scene at the current time as lit triangles in the world.
+// scene_mesh.h - the scene at the current time as triangles in the world, and the light on them.
 // Owns: nothing; the nodes are the scene's. GUI thread only.
 #pragma once
 
@@ -13,10 +13,13 @@ class DzNode;
 
 namespace quillon {
 
+struct MeshVertex;
+
 struct SceneVertex {
     DzVec3 position; // world, cm
-    Rgb color, paint; // lit
-    float cover; // as in raster.h
+    DzVec3 normal; // world, of any length
+    float selected; // share of it that is marked as selected
+    const MeshVertex* body; // lives with body_mesh's cache; null: the side of a box
 };
 
 struct SceneMesh {
@@ -27,7 +30,16 @@ struct SceneMesh {
 };
 
 // Of dzScene; empty without one. highlight: selected nodes are tinted with kSelectionColor.
-SceneMesh sceneMesh(const View& view, bool highlight);
+SceneMesh sceneMesh(bool highlight);
+
+// The lamps go with the camera, so that no view is dark.
+struct Lights {
+    DzVec3 key, fill, eyeward; // unit, towards the light
+    DzVec3 half; // between key and eyeward, unit
+};
+
+Lights makeLights(const View& view);
+PointColor lightVertex(const SceneVertex& vertex, const Lights& lights);
 
 extern const QColor kSelectionColor;
 

@@ -1,7 +1,6 @@
 #include "reference/scene_mesh_reference.h"
 
 #include "host/body/body_mesh.h"
-#include "host/body/scene_mesh.h"
 
 #include "dzbone.h"
 #include "dzfigure.h"
@@ -17,6 +16,8 @@ namespace quillon {
 namespace reference {
 
 namespace {
+
+const QColor kSelectionColor(255, 176, 46);
 
 // ---- light ---------------------------------------------------------------------------------
 

@@ -362,26 +362,26 @@ void TestFigureRenderer::meshIsSymmetric()
 // A square of two triangles far from the origin: no pixel is missed, none is outside.
 void TestFigureRenderer::triangleCoversItsPixelsOnce()
 {
-    Raster raster = makeRaster(1200, 900);
-    const auto corner = [](float x, float y) {
-        return RasterVertex {x, y, 0.01f, {1, 1, 1}, {0, 0, 0}, -1};
-    };
-    const RasterVertex a = corner(1000.3f, 700.2f);
-    const RasterVertex b = corner(1000.3f, 704.7f);
-    const RasterVertex c = corner(1004.9f, 704.7f);
-    const RasterVertex d = corner(1004.9f, 700.2f);
+    Raster raster = makeRaster(990, 690, 30, 20);
+    const auto corner = [](float x, float y) { return RasterPoint {x, y, 0.01f}; };
+    const RasterPoint a = corner(1000.3f, 700.2f);
+    const RasterPoint b = corner(1000.3f, 704.7f);
+    const RasterPoint c = corner(1004.9f, 704.7f);
+    const RasterPoint d = corner(1004.9f, 700.2f);
     fillTriangle(&raster, a, b, c, 1);
     fillTriangle(&raster, a, c, d, 2);
     int covered = 0;
-    for (int y = 0; y < raster.height; ++y)
-        for (int x = 0; x < raster.width; ++x)
-            if (raster.id[size_t(y) * raster.width + x] >= 0) {
+    for (int y = 690; y < 710; ++y)
+        for (int x = 990; x < 1020; ++x)
+            if (!isEmpty(raster, raster.at(x, y))) {
                 QVERIFY(x >= 1001 && x <= 1004 && y >= 701 && y <= 704);
                 ++covered;
             }
     QCOMPARE(covered, 16);
     fillTriangle(&raster, a, c, b, 3); // seen from behind
-    QVERIFY(std::find(raster.id.begin(), raster.id.end(), 3) == raster.id.end());
+    for (int y = 701; y <= 704; ++y)
+        for (int x = 1001; x <= 1004; ++x)
+            QVERIFY(raster.hits[raster.at(x, y)].triangle != 3);
 }
 
 void TestFigureRenderer::projectionGoesBothWays()
