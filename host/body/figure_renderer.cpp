@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 namespace quillon {
 
@@ -226,72 +225,75 @@ QRect pixelsOf(const std::vector<RasterPoint>& points, const QSize& size, int sa
     return QRect(first, last) & QRect(QPoint(), size);
 }
 
+// The bodies are drawn band by band, so that the samples stay in the cache.
+const int kBandRows = 16; // of pixels
+
 struct Bodies {
     const SceneMesh& mesh;
-    Lights lights;
     int samples; // along each side of a pixel
+    std::vector<RasterPoint> points;
+    std::vector<PointColor> colors; // of the vertices of front faces; else of no meaning
     QRect pixels;
-    Raster raster; // of the samples of these
+    std::vector<std::vector<int>> bands; // their triangles, from the top
 };
 
-Bodies rasterBodies(const View& view, const SceneMesh& mesh, const QSize& size, int samples)
+// What faces the eye, by bands; marks its vertices.
+void sortIntoBands(Bodies* bodies, std::vector<char>* isFront)
 {
-    const std::vector<RasterPoint> points = projected(view, mesh, samples);
-    const QRect pixels = pixelsOf(points, size, samples);
-    Bodies bodies = {mesh, makeLights(view), samples, pixels,
-        makeRaster(pixels.left() * samples, pixels.top() * samples,
-            std::max(0, pixels.width()) * samples, std::max(0, pixels.height()) * samples)};
-    for (size_t i = 0; i + 2 < mesh.triangles.size(); i += 3)
-        fillTriangle(&bodies.raster, points[mesh.triangles[i]], points[mesh.triangles[i + 1]],
-            points[mesh.triangles[i + 2]], int(i / 3));
+    const int bandSamples = kBandRows * bodies->samples;
+    const int top = bodies->pixels.top() * bodies->samples;
+    const int count = (std::max(0, bodies->pixels.height()) + kBandRows - 1) / kBandRows;
+    bodies->bands.resize(size_t(count));
+    const std::vector<int>& corners = bodies->mesh.triangles;
+    for (size_t i = 0; i + 2 < corners.size(); i += 3) {
+        int first, last;
+        if (!rowsOf(bodies->points[corners[i]], bodies->points[corners[i + 1]],
+                bodies->points[corners[i + 2]], &first, &last))
+            continue;
+        const int end = std::min(count - 1, (last - top) / bandSamples);
+        for (int band = std::max(0, first - top) / bandSamples; band <= end; ++band)
+            bodies->bands[size_t(band)].push_back(int(i / 3));
+        for (int n = 0; n < 3; ++n)
+            (*isFront)[size_t(corners[i + size_t(n)])] = 1;
+    }
+}
+
+Bodies makeBodies(const View& view, const SceneMesh& mesh, const QSize& size, int samples)
+{
+    Bodies bodies = {mesh, samples, projected(view, mesh, samples), {}, QRect(), {}};
+    bodies.pixels = pixelsOf(bodies.points, size, samples);
+    std::vector<char> isFront(mesh.vertices.size(), 0);
+    sortIntoBands(&bodies, &isFront);
+    const Lights lights = makeLights(view);
+    bodies.colors.resize(mesh.vertices.size());
+    for (size_t i = 0; i < mesh.vertices.size(); ++i)
+        if (isFront[i])
+            bodies.colors[i] = lightVertex(mesh.vertices[i], lights);
     return bodies;
 }
 
-// Vertices are lit when something of theirs is seen: a half of a body is not.
-class LitVertices {
-public:
-    explicit LitVertices(const Bodies& bodies)
-        : m_bodies(bodies)
-        , m_isLit(bodies.mesh.vertices.size(), 0)
-        , m_colors(new PointColor[bodies.mesh.vertices.size()])
-    {
-    }
-    const PointColor& at(int vertex)
-    {
-        PointColor& color = m_colors[size_t(vertex)];
-        if (!m_isLit[size_t(vertex)]) {
-            m_isLit[size_t(vertex)] = 1;
-            color = lightVertex(m_bodies.mesh.vertices[size_t(vertex)], m_bodies.lights);
-        }
-        return color;
-    }
-
-private:
-    const Bodies& m_bodies;
-    std::vector<char> m_isLit;
-    std::unique_ptr<PointColor[]> m_colors;
-};
-
-Rgb colorOf(const Hit& hit, const SceneMesh& mesh, LitVertices* lit)
+Rgb colorOf(const Hit& hit, const Bodies& bodies)
 {
-    const int* corner = &mesh.triangles[size_t(hit.triangle) * 3];
-    return colorAt(hit, lit->at(corner[0]), lit->at(corner[1]), lit->at(corner[2]));
+    const int* corner = &bodies.mesh.triangles[size_t(hit.triangle) * 3];
+    return colorAt(hit, bodies.colors[size_t(corner[0])], bodies.colors[size_t(corner[1])],
+        bodies.colors[size_t(corner[2])]);
 }
 
 // The mean of the samples of a pixel, over the backdrop where some are empty.
-QRgb blended(const Bodies& bodies, int x, int y, QRgb backdrop, LitVertices* lit)
+QRgb blended(const Bodies& bodies, const Raster& raster, int x, int y, QRgb backdrop)
 {
     const int samples = bodies.samples;
     Rgb sum = {0, 0, 0};
     int covered = 0;
-    for (int s = 0; s < samples * samples; ++s) {
-        const size_t at = bodies.raster.at(x * samples + s % samples, y * samples + s / samples);
-        if (isEmpty(bodies.raster, at))
-            continue;
-        const Rgb c = colorOf(bodies.raster.hits[at], bodies.mesh, lit);
-        sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b};
-        ++covered;
-    }
+    for (int row = 0; row < samples; ++row)
+        for (int column = 0; column < samples; ++column) {
+            const size_t at = raster.at(x * samples + column, y * samples + row);
+            if (isEmpty(raster, at))
+                continue;
+            const Rgb c = colorOf(raster.hits[at], bodies);
+            sum = {sum.r + c.r, sum.g + c.g, sum.b + c.b};
+            ++covered;
+        }
     if (!covered)
         return backdrop;
     const float whole = float(samples * samples);
@@ -300,31 +302,56 @@ QRgb blended(const Bodies& bodies, int x, int y, QRgb backdrop, LitVertices* lit
         (sum.g + qGreen(backdrop) * rest) / whole, (sum.b + qBlue(backdrop) * rest) / whole});
 }
 
-void blend(const Bodies& bodies, QImage* image)
+// Of one row of pixels.
+void pickRow(const Bodies& bodies, const Raster& raster, int y, PickMap* pick)
 {
-    LitVertices lit(bodies);
-    const QRect& pixels = bodies.pixels;
-    for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
-        QRgb* line = reinterpret_cast<QRgb*>(image->scanLine(y));
-        for (int x = pixels.left(); x <= pixels.right(); ++x)
-            line[x] = blended(bodies, x, y, line[x], &lit);
+    for (int x = bodies.pixels.left(); x <= bodies.pixels.right(); ++x) {
+        const size_t at = raster.at(x * bodies.samples, y * bodies.samples);
+        if (!isEmpty(raster, at))
+            pick->node[size_t(y) * size_t(pick->width) + size_t(x)]
+                = bodies.mesh.ids[size_t(raster.hits[at].triangle)];
     }
 }
 
-void fillPickMap(const Bodies& bodies, const QSize& size, PickMap* pick)
+void fillBand(const Bodies& bodies, size_t band, Raster* raster)
 {
-    pick->width = size.width();
-    pick->height = size.height();
-    pick->nodes = bodies.mesh.nodes;
-    pick->node.assign(size_t(size.width()) * size_t(size.height()), -1);
+    raster->top = (bodies.pixels.top() + int(band) * kBandRows) * bodies.samples;
+    clearRaster(raster);
+    const std::vector<int>& corners = bodies.mesh.triangles;
+    for (const int triangle : bodies.bands[band]) {
+        const size_t i = size_t(triangle) * 3;
+        fillTriangle(raster, bodies.points[corners[i]], bodies.points[corners[i + 1]],
+            bodies.points[corners[i + 2]], triangle);
+    }
+}
+
+void drawBodies(const Bodies& bodies, QImage* image, PickMap* pick)
+{
     const QRect& pixels = bodies.pixels;
-    for (int y = pixels.top(); y <= pixels.bottom(); ++y)
-        for (int x = pixels.left(); x <= pixels.right(); ++x) {
-            const size_t at = bodies.raster.at(x * bodies.samples, y * bodies.samples);
-            if (!isEmpty(bodies.raster, at))
-                pick->node[size_t(y) * size_t(size.width()) + size_t(x)]
-                    = bodies.mesh.ids[size_t(bodies.raster.hits[at].triangle)];
+    Raster raster = makeRaster(pixels.left() * bodies.samples, 0,
+        std::max(0, pixels.width()) * bodies.samples, kBandRows * bodies.samples);
+    for (size_t band = 0; band < bodies.bands.size(); ++band) {
+        fillBand(bodies, band, &raster);
+        const int first = pixels.top() + int(band) * kBandRows;
+        const int end = std::min(first + kBandRows, pixels.bottom() + 1);
+        for (int y = first; y < end; ++y) {
+            QRgb* line = reinterpret_cast<QRgb*>(image->scanLine(y));
+            for (int x = pixels.left(); x <= pixels.right(); ++x)
+                line[x] = blended(bodies, raster, x, y, line[x]);
+            if (pick)
+                pickRow(bodies, raster, y, pick);
         }
+    }
+}
+
+PickMap emptyPickMap(const SceneMesh& mesh, const QSize& size)
+{
+    PickMap pick;
+    pick.width = size.width();
+    pick.height = size.height();
+    pick.nodes = mesh.nodes;
+    pick.node.assign(size_t(size.width()) * size_t(size.height()), -1);
+    return pick;
 }
 
 } // namespace
@@ -346,10 +373,9 @@ QImage renderSceneImage(
     const View view = makeView(camera, size);
     const SceneMesh mesh = sceneMesh(options.highlight);
     QImage image = paintBackdrop(view, camera, mesh, size, options.floor);
-    const Bodies bodies = rasterBodies(view, mesh, size, samples);
-    blend(bodies, &image);
     if (pick)
-        fillPickMap(bodies, size, pick);
+        *pick = emptyPickMap(mesh, size);
+    drawBodies(makeBodies(view, mesh, size, samples), &image, pick);
     return image;
 }
 

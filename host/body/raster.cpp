@@ -1,6 +1,7 @@
 #include "host/body/raster.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 
 namespace quillon {
@@ -10,6 +11,11 @@ Raster makeRaster(int left, int top, int width, int height)
     const size_t pixels = size_t(width) * size_t(height);
     return {left, top, width, height, std::vector<float>(pixels, 0.f),
         std::unique_ptr<Hit[]>(new Hit[pixels])};
+}
+
+void clearRaster(Raster* raster)
+{
+    std::fill(raster->inverseDepth.begin(), raster->inverseDepth.end(), 0.f);
 }
 
 Mask makeMask(int width, int height)
@@ -50,12 +56,18 @@ bool clampSpan(float first, float last, int low, int high, int* from, int* to)
     return *from <= *to;
 }
 
+// Twice that of the triangle. y grows down: front faces are negative.
+float areaOf(const float (&x)[3], const float (&y)[3])
+{
+    return (x[1] - x[0]) * (y[2] - y[0]) - (x[2] - x[0]) * (y[1] - y[0]);
+}
+
 // False for a triangle without area, outside the bounds, or seen from behind when oneSided.
 bool makeEdges(
     const float (&x)[3], const float (&y)[3], const Bounds& bounds, bool oneSided, Edges* e)
 {
-    const float area = (x[1] - x[0]) * (y[2] - y[0]) - (x[2] - x[0]) * (y[1] - y[0]);
-    if (oneSided ? area >= 0 : std::fabs(area) < 1e-6f) // y grows down: front faces are negative
+    const float area = areaOf(x, y);
+    if (oneSided ? area >= 0 : std::fabs(area) < 1e-6f)
         return false;
     if (!clampSpan(std::min({x[0], x[1], x[2]}), std::max({x[0], x[1], x[2]}), bounds.left,
             bounds.right, &e->left, &e->right)
@@ -74,6 +86,14 @@ bool makeEdges(
 const float kPaintRampCm = 0.12f;
 
 } // namespace
+
+bool rowsOf(const RasterPoint& a, const RasterPoint& b, const RasterPoint& c, int* first, int* last)
+{
+    if (a.inverseDepth <= 0 || b.inverseDepth <= 0 || c.inverseDepth <= 0
+        || areaOf({a.x, b.x, c.x}, {a.y, b.y, c.y}) >= 0)
+        return false;
+    return clampSpan(std::min({a.y, b.y, c.y}), std::max({a.y, b.y, c.y}), 0, INT_MAX, first, last);
+}
 
 void fillTriangle(
     Raster* raster, const RasterPoint& a, const RasterPoint& b, const RasterPoint& c, int triangle)

@@ -29,7 +29,7 @@ struct Hit {
     float w0, w1; // weights of its first two points; the third has the rest of 1
 };
 
-// A part of a larger picture, in whose pixels points are given.
+// A part of a larger picture, in whose pixels points are given. The part may be moved.
 struct Raster {
     int left, top, width, height;
     std::vector<float> inverseDepth;
@@ -47,6 +47,11 @@ inline bool isEmpty(const Raster& raster, size_t at)
 }
 
 Raster makeRaster(int left, int top, int width, int height); // empty
+void clearRaster(Raster* raster);
+
+// The rows that a triangle is filled in. False: none.
+bool rowsOf(
+    const RasterPoint& a, const RasterPoint& b, const RasterPoint& c, int* first, int* last);
 
 // Front faces only: counter-clockwise as seen. A triangle with a point behind the eye is left out.
 void fillTriangle(

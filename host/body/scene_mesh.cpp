@@ -8,6 +8,7 @@
 #include "dzscene.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace quillon {
@@ -44,15 +45,25 @@ Light lightOn(const Lights& lights, const DzVec3& normal, float openness, float 
         rim, shine};
 }
 
+// By channel of a colour, as light.
+std::array<float, 256> squares()
+{
+    std::array<float, 256> all;
+    for (size_t i = 0; i < all.size(); ++i)
+        all[i] = squared(float(i) / 255.f);
+    return all;
+}
+
 // Colours are mixed as light: squared before, rooted after.
 Rgb lit(const Light& light, QRgb color)
 {
+    static const std::array<float, 256> kSquares = squares();
     const int part[3] = {qRed(color), qGreen(color), qBlue(color)};
     float out[3];
     for (int i = 0; i < 3; ++i)
         out[i] = std::min(1.f,
             std::sqrt(
-                squared(part[i] / 255.f) * light.rgb[i] * 1.05f + light.rim * 0.5f + light.shine));
+                kSquares[size_t(part[i])] * light.rgb[i] * 1.05f + light.rim * 0.5f + light.shine));
     return {out[0], out[1], out[2]};
 }
 
