@@ -64,6 +64,7 @@ std::vector<PassKind> passKinds(const char* indexPath)
         kinds.push_back({"index 0.18", real, 0.18});
         kinds.push_back({"index 0.1", real, 0.1});
     }
+    kinds.push_back({"one cluster 0.14", one, 0.14});
     kinds.push_back({"one cluster 0.1", one, 0.1});
     kinds.push_back({"one cluster 0.05", one, 0.05});
     kinds.push_back({"one cluster 0.02", one, 0.02});

@@ -2,7 +2,7 @@
 """bench/performance.py - measures the Pose Finder and brings docs/developer/performance.md up to date.
 
     bench/performance.py                 build the programs, run all, write the page and its picture
-    bench/performance.py --scan          with whole scans of 1,024 to 65,536 files, too (long)
+    bench/performance.py --scan          with a whole scan of 65,536 files, too (long; half a gigabyte)
     bench/performance.py --only passes   programs with this in their name; the others' rows stay
     bench/performance.py --page          the page once more, from the rows of the last runs
 
@@ -156,8 +156,8 @@ def main():
     parser.add_argument("--no-build", action="store_true", help="take the programs as they are")
     parser.add_argument("--page", action="store_true", help="measure nothing")
     options = parser.parse_args()
-    os.environ.setdefault("QT_QPA_PLATFORM", "offscreen")
     tree = options.tree.resolve()
+    os.environ.update(QT_QPA_PLATFORM="offscreen", BUILD=str(tree))  # BUILD: for the scan
     folder = tree / "bench/performance"
     folder.mkdir(exist_ok=True)
     if not (options.page or options.no_build):

@@ -13,6 +13,8 @@ def plain(value):
 
 
 def time(ms):
+    if ms is None:
+        return ""
     if ms >= 10000:
         return f"{plain(ms / 1000)} s"
     return f"{plain(ms)} ms" if ms >= 1 else f"{plain(ms * 1000)} \u00b5s"
@@ -36,8 +38,6 @@ def limit_of(goal):
 
 
 def reference_of(row):
-    if row.reference is None:
-        return ""
     return ("~" if row.sampled else "") + time(row.reference)
 
 

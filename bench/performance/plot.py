@@ -7,7 +7,7 @@ import math
 from xml.sax.saxutils import escape
 
 WIDTH, HEIGHT = 960, 520
-LEFT, RIGHT, TOP, BOTTOM = 76, 600, 48, 456  # of the axes
+LEFT, RIGHT, TOP, BOTTOM = 88, 600, 48, 456  # of the axes
 COLORS = ["#2f7fd6", "#d9622b", "#2f9e5f", "#a259c4", "#c79a12", "#d6456f", "#3aa6a6", "#8a7a5c"]
 
 STYLE = """
@@ -31,7 +31,8 @@ def curves(goals, rows):
     """For each goal with a curve: its name and its rows by rising n; two sizes at least."""
     found = []
     for goal in goals:
-        own = sorted((row for row in rows if fnmatch.fnmatchcase(row.name, goal.curve) and row.n),
+        own = sorted((row for row in rows if fnmatch.fnmatchcase(row.name, goal.curve) and row.n
+                      and (row.ms or 0) > 0),
                      key=lambda row: row.n)
         if len({row.n for row in own}) > 1:
             found.append((goal.name, own))
@@ -97,7 +98,7 @@ def curve(axes, own, color):
     parts = [path([(axes.x(row.n), axes.y(row.ms)) for row in own], "line", color)]
     parts += [f'  <circle cx="{axes.x(row.n):.1f}" cy="{axes.y(row.ms):.1f}" r="3.5" fill="{color}"/>'
               for row in own]
-    beside = [(axes.x(row.n), axes.y(row.reference)) for row in own if row.reference]
+    beside = [(axes.x(row.n), axes.y(row.reference)) for row in own if (row.reference or 0) > 0]
     return parts + ([path(beside, "line reference", color)] if len(beside) > 1 else [])
 
 
@@ -120,7 +121,7 @@ def picture(goals, rows):
         return ""
     shown = [row for _, own in found for row in own]
     axes = Axes({row.n for row in shown},
-                [ms for row in shown for ms in (row.ms, row.reference) if ms])
+                [ms for row in shown for ms in (row.ms, row.reference) if (ms or 0) > 0])
     parts = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}"'
              f' width="{WIDTH}" height="{HEIGHT}">',
              f"  <style>{STYLE}  </style>",

@@ -14,7 +14,7 @@ UNITS = {"ms": 1.0, "us": 1000.0, "MB": 1.0}  # of one millisecond; MB stand in 
 class Row:
     name: str
     n: int  # 0: nothing
-    ms: float
+    ms: float | None  # None: nothing
     reference: float | None
     sampled: bool  # the reference
     ratio: float | None
@@ -39,7 +39,7 @@ def parse(text):
         if cells == COLUMNS:
             started = True
         elif started and len(cells) == len(COLUMNS):
-            rows.append(Row(cells[0], int(number(cells[1]) or 0), number(cells[2]) or 0.0,
+            rows.append(Row(cells[0], int(number(cells[1]) or 0), number(cells[2]),
                             number(cells[3]), cells[3].startswith("~"), number(cells[4]),
                             number(cells[5]), cells[6], "" if cells[7] == "-" else cells[7]))
     return rows
@@ -59,10 +59,10 @@ class Goal:
     def value(self, row):
         """A row's time in the goal's unit."""
         unit, _, each = self.unit.partition("/")
-        return row.ms * UNITS[unit] / (max(row.n, 1) if each else 1)
+        return (row.ms or 0) * UNITS[unit] / (max(row.n, 1) if each else 1)
 
     def meets(self, row):
-        fast = self.at_most is None or self.value(row) <= self.at_most
+        fast = self.at_most is None or (row.ms is not None and 0 <= self.value(row) <= self.at_most)
         return fast and (self.ratio is None or (row.ratio or 0) >= self.ratio) and not row.differs
 
 

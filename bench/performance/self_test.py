@@ -42,6 +42,11 @@ class Rows(unittest.TestCase):
         (row,) = rows("x\t-\t1\t-\t-\t-\t-\t-")
         self.assertEqual((row.n, row.reference, row.ratio, row.sampled), (0, None, None, False))
 
+    def test_a_row_may_have_no_time(self):
+        (row,) = rows("fast one\t8192\t-\t-\t9\t-\tabcd\tof all files")
+        self.assertFalse(goal("Fast").meets(row))
+        self.assertEqual(page.time(row.ms), "")
+
 
 class Goals(unittest.TestCase):
     def meets(self, name, line):
@@ -50,6 +55,7 @@ class Goals(unittest.TestCase):
     def test_time_and_ratio_count_both(self):
         self.assertTrue(self.meets("Fast", "fast one\t8192\t10\t20\t2\t-\t-\t-"))
         self.assertFalse(self.meets("Fast", "fast one\t8192\t10.1\t30\t3\t-\t-\t-"))
+        self.assertFalse(self.meets("Fast", "fast one\t8192\t-1\t20\t20\t-\t-\t-"))
         self.assertFalse(self.meets("Fast", "fast one\t8192\t9\t17\t1.9\t-\t-\t-"))
         self.assertFalse(self.meets("Fast", "fast one\t8192\t9\t-\t-\t-\t-\t-"))
 
@@ -114,6 +120,10 @@ class Picture(unittest.TestCase):
                                                         "fast one\t8192\t9\t~90\t10\t-\t-\t-")))
         paths = [each.get("class") for each in drawn.iter("{http://www.w3.org/2000/svg}path")]
         self.assertEqual(paths, ["line", "line reference"])
+
+    def test_what_took_no_time_is_not_drawn(self):
+        self.assertEqual(plot.picture(GOALS, rows("fast one\t1024\t-1\t5\t5\t-\t-\t-",
+                                                  "fast one\t8192\t9\t90\t10\t-\t-\t-")), "")
 
     def test_one_size_gives_no_picture(self):
         self.assertEqual(plot.picture(GOALS, rows("fast one\t1024\t1\t5\t5\t-\t-\t-")), "")
