@@ -40,6 +40,7 @@ static void numberPreset(QByteArray* text, int number)
 static ScanWatch quietWatch()
 {
     ScanWatch watch;
+    watch.missFile = [](const QString&) {};
     watch.show = [](int, int) {};
     watch.isCancelled = [] { return false; };
     return watch;

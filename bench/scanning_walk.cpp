@@ -58,6 +58,7 @@ void timeWalk()
     row.n = count;
     Walk walk;
     ContentVisitor visitor;
+    visitor.missFolder = [](const QString&) {};
     visitor.visitPreset = [](const QString&) {};
     visitor.isDone = [&walk] { return walk.isDone(); };
     walkContent(folder.path(), visitor);

@@ -1,5 +1,6 @@
 #include "finder/content_walk.h"
 
+#include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 
@@ -14,20 +15,44 @@ static bool isPreset(const QString& path, const QDirIterator& at)
         && at.fileInfo().isFile();
 }
 
-// The iterator is given no names to look for: it would not come back before it has found one, be
-// there ever so many others.
-void walkContent(const QString& directory, const ContentVisitor& visitor)
+// The folder's own "." comes with them.
+static const QDir::Filters kEntries = QDir::Files | QDir::Dirs | QDir::NoSymLinks;
+
+// A folder that gives nothing at all could not be read: every other one has itself as an entry, but
+// for the root of a drive.
+static bool isMissed(const QString& folder)
 {
-    QDirIterator entries(directory,
-        QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::NoSymLinks,
-        QDirIterator::Subdirectories);
+    const QDir asked(folder);
+    return !asked.isRoot() || !asked.exists();
+}
+
+// The iterator is given no names to look for: it would not come back before it has found one, be
+// there ever so many others. False: the visitor is done.
+static bool walkFolder(const QString& folder, const ContentVisitor& visitor)
+{
+    QDirIterator entries(folder, kEntries);
+    if (!entries.hasNext() && isMissed(folder))
+        visitor.missFolder(folder);
     while (entries.hasNext()) {
         const QString path = entries.next();
+        if (path.endsWith(QLatin1String("/.")) || path.endsWith(QLatin1String("/..")))
+            continue;
         if (isPreset(path, entries))
             visitor.visitPreset(path);
-        if (visitor.isDone())
-            return;
+        if (visitor.isDone() || (entries.fileInfo().isDir() && !walkFolder(path, visitor)))
+            return false;
     }
+    return true;
+}
+
+void walkContent(const QString& directory, const ContentVisitor& visitor)
+{
+    walkFolder(directory, visitor);
+}
+
+bool canBeListed(const QString& folder)
+{
+    return QDirIterator(folder, kEntries).hasNext() || !isMissed(folder);
 }
 
 } // namespace quillon

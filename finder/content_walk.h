@@ -11,10 +11,14 @@ namespace quillon {
 
 struct ContentVisitor {
     std::function<void(const QString& path)> visitPreset; // a file that ends in ".duf", in any case
+    std::function<void(const QString& folder)> missFolder; // one that cannot be read
     std::function<bool()> isDone; // asked after every file of any name, and every folder
 };
 
-// Nothing is visited any more once it is done; a directory that is missing has no entries.
+// Nothing is visited any more once it is done.
 void walkContent(const QString& directory, const ContentVisitor& visitor);
+
+// Whether there is such a folder and it gives its entries.
+bool canBeListed(const QString& folder);
 
 } // namespace quillon

@@ -84,22 +84,23 @@ quint32 figureCodeOf(const char* bytes, int count, const QString& path)
     return generationOf(words) + (male ? kMaleMark : 0);
 }
 
-void identifyPose(int entry)
+bool identifyPose(int entry)
 {
     PoseIndexEntry* e = poseEntry(entry);
     if (!e)
-        return;
+        return false;
     e->figureCode = 0;
     e->contentHash = 0;
     char* buffer = readBuffer();
     const int count = buffer ? readPoseFileText(e->path, buffer, kReadBufferBytes, false) : 0;
     if (count <= 0)
-        return;
+        return false;
     const quint32 code = figureCodeOf(buffer, count, e->path);
     if (code != kFemaleCode && code != kMaleCode)
-        return;
+        return true;
     e->figureCode = code;
     e->contentHash = djb2Hash(buffer, count);
+    return true;
 }
 
 } // namespace quillon

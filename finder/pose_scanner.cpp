@@ -12,6 +12,8 @@
 #include "finder/pose_signature.h"
 #include "finder/scan_figure.h"
 #include "finder/scan_phases.h"
+#include "ground/backup_folder.h"
+#include "ground/data_folder.h"
 #include "ground/message_boxes.h"
 #include "ground/plugin_settings.h"
 #include "ground/save_result.h"
@@ -31,6 +33,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QPointer>
 
 #include <algorithm>
@@ -41,6 +44,9 @@ namespace quillon {
 static const int kProgressSteps = 100;
 static const int kFirstStep = 50;
 static const int kHeadBytes = 1024;
+static const int kMissedLogged = 200; // paths in the host's log
+static const char kMissedText[]
+    = "\r\n%1 files or folders\r\ncould not be read.\r\nThe log tells which.\r\n";
 static const int kEventsMs = 25; // with what a pass begins with, a cancel is seen within 100
 
 static DzContentMgr* contentManager()
@@ -97,7 +103,15 @@ public:
         return progress->isCancelled() || held.isGone();
     }
 
+    // A folder or a file that could not be read.
+    void miss(const QString& path)
+    {
+        if (++missed <= kMissedLogged)
+            logLine(QLatin1String("the scan cannot read ") + path);
+    }
+
     DzProgress* const progress;
+    int missed = 0;
     DzSkeleton* const figure;
     const DzTime time;
     const HeldNode held;
@@ -110,10 +124,12 @@ private:
 
 // ---- phase 1
 
-static bool looksLikePose(const QString& path)
+static bool looksLikePose(const QString& path, Scan* scan)
 {
     char head[kHeadBytes];
     const int count = readPoseFileText(path, head, kHeadBytes, false);
+    if (count <= 0 && QFileInfo(path).size() != 0)
+        scan->miss(path);
     return count > 0 && containsWord(head, count, "preset_pose");
 }
 
@@ -132,9 +148,10 @@ static bool findPoseFiles(Scan* scan)
     const DzContentMgr* content = contentManager();
     ContentVisitor visitor;
     visitor.visitPreset = [scan](const QString& path) {
-        if (looksLikePose(path))
+        if (looksLikePose(path, scan))
             addPose(scan->progress, path);
     };
+    visitor.missFolder = [scan](const QString& folder) { scan->miss(folder); };
     bool isOver = false;
     visitor.isDone = [scan, &isOver] {
         isOver = scan->isOver();
@@ -161,6 +178,7 @@ static ScanWatch watchFor(Scan* scan, const char* info)
                               .arg(count, 0, 10, QLatin1Char(' ')));
         progress->update(scanPosition(entry, count));
     };
+    watch.missFile = [scan](const QString& path) { scan->miss(path); };
     watch.isCancelled = [scan] { return scan->isOver(); };
     return watch;
 }
@@ -190,8 +208,12 @@ static bool takeSignatures(const ScanWatch& watch, const ScanFigure& scan, const
                 watch.show(entry, count);
             if (held.isGone())
                 return false;
-            if (e.contentHash != 0 && tryPose(scan, e.path))
-                takeSignature(entry, scan.figure, scan.time);
+            if (e.contentHash != 0) {
+                if (tryPose(scan, e.path))
+                    takeSignature(entry, scan.figure, scan.time);
+                else
+                    watch.missFile(e.path);
+            }
         }
         if (watch.isCancelled())
             return false;
@@ -250,21 +272,30 @@ static bool runPhases(Scan* scan)
 static void forgetPoses()
 {
     resetPoseIndex();
-    if (QFile::exists(referencePosePath()))
-        QFile::remove(referencePosePath());
+    noteSaveResult(setAside(referencePosePath()));
     pluginSettings().currentPose = 0;
     refreshCurrentRank(); // the pane is painted while the scan runs
     forgetApplied(&browseSession());
 }
 
-static void saveIndex()
+static bool saveIndex()
 {
-    noteSaveResult(writePoseIndex());
-    if (pruneRanks())
-        noteSaveResult(writeRanks());
+    const bool kept = backUp(dataFiles().poseIndex, kIndexGenerations);
+    const bool saved = kept && writePoseIndex();
+    return (!pruneRanks() || writeRanks()) && saved;
 }
 
-static bool runScan(DzSkeleton* figure, DzTime time, bool* poseChanged)
+static bool anyContentCanBeListed()
+{
+    const DzContentMgr* content = contentManager();
+    for (int i = 0; i < content->getNumContentDirectories(); ++i) {
+        if (canBeListed(content->getContentDirectoryPath(i)))
+            return true;
+    }
+    return false;
+}
+
+static bool runScan(DzSkeleton* figure, DzTime time, bool* poseChanged, int* missed)
 {
     const HeldNode held(figure);
     DzProgress progress(QLatin1String("Scanning..."), kProgressSteps, true);
@@ -275,6 +306,7 @@ static bool runScan(DzSkeleton* figure, DzTime time, bool* poseChanged)
     forgetPoses();
     *poseChanged = clearPose(figure, time);
     const bool finished = runPhases(&scan);
+    *missed = scan.missed;
     if (!finished)
         truncatePoseIndex(0);
     if (!scan.held.isGone())
@@ -292,17 +324,24 @@ bool scanPosesOn(DzSkeleton* figure, DzTime time)
         showBox(Box::NoFigure);
         return false;
     }
+    if (!anyContentCanBeListed()) {
+        showBox(Box::NoContent);
+        return false;
+    }
     bool poseChanged = false;
+    int missed = 0;
     setBusy(true);
-    const bool finished = runScan(figure, time, &poseChanged);
-    if (finished)
-        saveIndex();
+    const bool finished = runScan(figure, time, &poseChanged, &missed);
+    const bool saved = !finished || saveIndex();
     refreshCurrentRank(); // of the first pose, or of none
     setBusy(false);
-    if (finished)
-        showBox(Box::ScanDone, QString::number(poseCount()));
-    else
+    noteSaveResult(saved);
+    if (saved && missed > 0)
+        showStatusMessage(QString::fromLatin1(kMissedText).arg(missed));
+    if (!finished)
         showBox(Box::ScanAborted);
+    else if (saved)
+        showBox(Box::ScanDone, QString::number(poseCount()));
     refreshPane();
     return poseChanged;
 }

@@ -70,7 +70,10 @@ template <typename Keep> static bool compact(const ScanWatch& watch, Keep keep)
 
 bool identifyPoses(const ScanWatch& watch)
 {
-    return forEachEntry(watch, identifyPose);
+    return forEachEntry(watch, [&watch](int entry) {
+        if (!identifyPose(entry))
+            watch.missFile(poseEntry(entry)->path);
+    });
 }
 
 bool keepIdentified(const ScanWatch& watch)

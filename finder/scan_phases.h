@@ -6,12 +6,15 @@
 // drops no other entry. Owns: nothing.
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 namespace quillon {
 
 struct ScanWatch {
     std::function<void(int entry, int count)> show;
+    std::function<void(const QString& path)> missFile; // that could not be read
     std::function<bool()> isCancelled; // asked after every entry
 };
 

@@ -50,6 +50,8 @@ static const BoxRow kBoxes[] = {
      "Success! Indexed pose files: %1"},
     {Box::ScanAborted, kWarning, BoxButtons::Ok, BoxParent::HostDialog, "Info",
      "Scanning aborted"},
+    {Box::NoContent, kWarning, BoxButtons::Ok, BoxParent::HostDialog, "Error",
+     "None of the content folders can be opened.\nIs a drive missing? Nothing was changed."},
     {Box::NoCustomFolder, kWarning, BoxButtons::Ok, BoxParent::HostDialog, "Error",
      "Could not find Custom Pose Library folder."},
     {Box::DeletePose, kQuestion, BoxButtons::YesNo, BoxParent::None,

@@ -19,6 +19,7 @@ enum class Box {
     FirstScan,
     ScanDone, // %1: the number of poses
     ScanAborted,
+    NoContent,
     NoCustomFolder,
     DeletePose, // %1: the pose's name
 };

@@ -27,9 +27,9 @@ void checkCrashMarker()
     if (!hasCrashMarker())
         return;
     showBox(Box::CrashWarning);
-    noteSaveResult(setAside(dataFiles().settings));
-    noteSaveResult(setAside(dataFiles().ranks));
-    noteSaveResult(setAside(dataFiles().poseIndex, kIndexGenerations));
+    logSaveResult(setAside(dataFiles().settings));
+    logSaveResult(setAside(dataFiles().ranks));
+    logSaveResult(setAside(dataFiles().poseIndex, kIndexGenerations));
 }
 
 static void clearMarkersPlace()
@@ -62,7 +62,7 @@ void removeCrashMarker()
 
 static QString lockPath()
 {
-    noteSaveResult(ensureDataFolder()); // without it there is no lock
+    logSaveResult(ensureDataFolder()); // without it there is no lock
     return dataFiles().crashMarker + QLatin1String(".lock");
 }
 
@@ -72,7 +72,7 @@ StartGuard::StartGuard()
     if (!m_lock.isHeld())
         return;
     checkCrashMarker();
-    noteSaveResult(writeCrashMarker());
+    logSaveResult(writeCrashMarker());
 }
 
 StartGuard::~StartGuard()

@@ -73,7 +73,7 @@ static void decoratePaneAction()
     if (!action)
         return;
     const QString path = dzApp->getTempPath() + QLatin1String("/icon.png");
-    noteSaveResult(writeIconFile(path));
+    logSaveResult(writeIconFile(path));
     action->setIconFile(path);
 }
 
@@ -190,8 +190,8 @@ DzQuillonPane::~DzQuillonPane()
             static_cast<DzQuillonPane*>(currentPane())->adoptTimers();
         return;
     }
-    noteSaveResult(saveSettings());
-    noteSaveResult(writeRanks());
+    logSaveResult(saveSettings());
+    logSaveResult(writeRanks());
     removeAccessibleButtons();
     deleteTimers();
     freeStores();

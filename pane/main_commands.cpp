@@ -167,24 +167,26 @@ bool patchInstalledProducts(const PressContext&)
 
 bool saveToCustomLibrary(const PressContext& press)
 {
-    noteSaveResult(savePoseOf(press.figure, press.time));
+    const bool saved = savePoseOf(press.figure, press.time);
     clearStatusMessage();
+    noteSaveResult(saved);
     return true;
 }
 
 bool scanAfterQuestion(const PressContext& press)
 {
     const HeldNode held(press.figure);
+    clearStatusMessage();
     if (showBox(Box::ScanPoses) && !held.isGone())
         scanPosesOn(press.figure, press.time);
-    clearStatusMessage();
     return true;
 }
 
 bool openSettings(const PressContext&)
 {
-    noteSaveResult(showSettings());
+    const bool saved = showSettings();
     clearStatusMessage();
+    noteSaveResult(saved);
     return true;
 }
 

@@ -29,7 +29,8 @@ bool memorizeReferenceOf(DzSkeleton* figure, DzTime time)
         return true;
     const bool male = false, compressed = true;
     const bool saved = ensureDataFolder() && writePose(figure, time, path, male, compressed);
-    showStatusMessage(QLatin1String("\r\n\r\nReference Pose memorized\r\n\r\n"));
+    if (saved)
+        showStatusMessage(QLatin1String("\r\n\r\nReference Pose memorized\r\n\r\n"));
     return saved;
 }
 

@@ -105,7 +105,7 @@ void checkForUpdate(int limitMs)
     } else if (reply->error() == QNetworkReply::NoError) {
         const QByteArray body = reply->readAll();
         if (!body.isEmpty())
-            noteSaveResult(keepPicture(body));
+            logSaveResult(keepPicture(body));
     }
     reply->deleteLater();
 }

@@ -238,6 +238,7 @@ static void fillWithNeighbours(Random* random, int count)
 static ScanWatch quietWatch()
 {
     ScanWatch watch;
+    watch.missFile = [](const QString&) {};
     watch.show = [](int, int) {};
     watch.isCancelled = [] { return false; };
     return watch;

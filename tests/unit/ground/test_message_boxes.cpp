@@ -47,6 +47,8 @@ static const ExpectedBox kExpected[] = {
         "take some time, but\nit can be stopped and done later. Proceed?"},
     {Box::ScanDone, QMessageBox::Warning, false, true, "Info", "Success! Indexed pose files: 150"},
     {Box::ScanAborted, QMessageBox::Warning, false, true, "Info", "Scanning aborted"},
+    {Box::NoContent, QMessageBox::Warning, false, true, "Error",
+        "None of the content folders can be opened.\nIs a drive missing? Nothing was changed."},
     {Box::NoCustomFolder, QMessageBox::Warning, false, true, "Error",
         "Could not find Custom Pose Library folder."},
     {Box::DeletePose, QMessageBox::Question, true, false, "Quillon - Delete Custom Pose",

@@ -1,0 +1,138 @@
+// What a scan that cannot look, or cannot write, leaves and tells.
+#include "room_tests.h"
+#include "scan_fixture.h"
+
+#include "finder/content_walk.h"
+#include "ground/backup_folder.h"
+#include "ground/status_message.h"
+
+using namespace quillon;
+
+class TestScanSafety : public QObject {
+    Q_OBJECT
+
+private:
+    // Copies of a file in the backups, oldest first.
+    static QList<QByteArray> copiesOf(const QString& path)
+    {
+        QList<QByteArray> copies;
+        const QString start = QFileInfo(path).fileName() + QLatin1Char('.');
+        for (const QString& name : filesIn(backupFolder())) {
+            if (name.startsWith(start))
+                copies << fileBytes(backupFolder() + name);
+        }
+        return copies;
+    }
+
+private slots:
+    void whereNoContentCanBeListedNothingChanges()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        scanPoses();
+        pluginSettings().currentPose = 0;
+        QVERIFY(setCurrentRank(Favorite));
+        writeFile(referencePosePath(), "a reference pose");
+        const QByteArray index = f.indexBytes(), ranks = fileBytes(dataFiles().ranks);
+        f.boxes.boxes.clear();
+        f.setContent(QStringList() << f.host.home.path("missing") << f.host.home.path("gone"));
+        QVERIFY(!scanPoses());
+        QCOMPARE(f.boxes.boxes.size(), 1);
+        QCOMPARE(f.boxes.boxes.first().text.left(41),
+            QString("None of the content folders can be opened"));
+        QCOMPARE(indexedPaths().size(), 1);
+        QCOMPARE(f.indexBytes(), index);
+        QCOMPARE(fileBytes(dataFiles().ranks), ranks);
+        QCOMPARE(fileBytes(referencePosePath()), QByteArray("a reference pose"));
+    }
+
+    void aDirectoryThatIsMissingIsTold()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        QStringList content = f.content();
+        f.setContent(content << f.host.home.path("missing"));
+        clearStatusMessage();
+        scanPoses();
+        QCOMPARE(indexedPaths().size(), 1);
+        QCOMPARE(f.boxes.boxes.last().text, QString("Success! Indexed pose files: 1"));
+        QVERIFY2(statusMessage().contains("1 files or folders"), qPrintable(statusMessage()));
+        const QStringList log = dzApp->getLogLines().filter("cannot read");
+        QCOMPARE(log.size(), 1);
+        QVERIFY2(log.first().endsWith("/missing"), qPrintable(log.first()));
+    }
+
+    void whatCanBeReadIsNotTold()
+    {
+        ScanFixture f;
+        f.add("deep/er/a.duf", poseNumber(1));
+        f.add("empty.duf", "");
+        QVERIFY(QDir().mkpath(f.content().first() + "/empty folder"));
+        clearStatusMessage();
+        scanPoses();
+        QCOMPARE(indexedPaths().size(), 1);
+        QVERIFY2(statusMessage().isEmpty(), qPrintable(statusMessage()));
+        QCOMPARE(dzApp->getLogLines().filter("cannot read"), QStringList());
+    }
+
+    void emptyFoldersCanBeListedAndMissingOnesCannot()
+    {
+        TempFolder folder;
+        writeFile(folder.path("file"), "x");
+        QVERIFY(canBeListed(folder.path()));
+        QVERIFY(QDir().mkpath(folder.path("empty")));
+        QVERIFY(canBeListed(folder.path("empty")));
+        QVERIFY(canBeListed("/"));
+        QVERIFY(!canBeListed(folder.path("missing")));
+        QVERIFY(!canBeListed(folder.path("file")));
+    }
+
+    void theReferenceThatAScanDropsIsKept()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        writeFile(referencePosePath(), "a reference pose");
+        scanPoses();
+        QVERIFY(!QFile::exists(referencePosePath()));
+        QCOMPARE(copiesOf(referencePosePath()), QList<QByteArray>() << "a reference pose");
+    }
+
+    void theIndexThatAScanReplacesIsKept()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        scanPoses();
+        const QByteArray first = f.indexBytes();
+        f.add("b.duf", poseNumber(11));
+        scanPoses();
+        QVERIFY(f.indexBytes() != first);
+        QCOMPARE(copiesOf(dataFiles().poseIndex), QList<QByteArray>() << first);
+    }
+
+    // The one that counts on the backups finding nothing is the next scan.
+    void aScanOverTheBackupsFindsNothing()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        writeFile(referencePosePath(), poseNumber(2));
+        scanPoses();
+        QVERIFY(!copiesOf(referencePosePath()).isEmpty());
+        f.setContent(QStringList() << backupFolder());
+        scanPoses();
+        QCOMPARE(indexedPaths(), QStringList());
+    }
+
+    void anIndexThatCannotBeWrittenIsNoSuccess()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        QVERIFY(QDir().mkpath(dataFiles().poseIndex + "/in the way"));
+        clearStatusMessage();
+        scanPoses();
+        QCOMPARE(f.boxes.boxes.size(), 0);
+        QVERIFY2(statusMessage().startsWith("ERROR"), qPrintable(statusMessage()));
+    }
+};
+
+QUILLON_TEST(TestScanSafety)
+#include "test_scan_safety.moc"
