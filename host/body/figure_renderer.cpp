@@ -2,6 +2,7 @@
 
 #include "host/body/raster.h"
 #include "host/body/scene_mesh.h"
+#include "host/body/together.h"
 
 #include <algorithm>
 #include <cmath>
@@ -164,6 +165,7 @@ const QImage& keptBackdrop(const View& view, const Camera& camera, const QSize& 
     return kept.image;
 }
 
+// shadow: of that size, or of none.
 void paintShadow(const View& view, const Mask& shadow, QImage* image)
 {
     for (int y = 0; y < shadow.height; ++y) {
@@ -174,15 +176,6 @@ void paintShadow(const View& view, const Mask& shadow, QImage* image)
             if (cover[x])
                 out[x] = row.floor(x, cover[x] / 255.f);
     }
-}
-
-QImage paintBackdrop(
-    const View& view, const Camera& camera, const SceneMesh& mesh, const QSize& size, bool floor)
-{
-    QImage image = keptBackdrop(view, camera, size, floor).copy();
-    if (floor && view.eye.m_y > 0)
-        paintShadow(view, floorShadow(view, mesh, size), &image);
-    return image;
 }
 
 // ---- bodies --------------------------------------------------------------------------------
@@ -230,6 +223,7 @@ const int kBandRows = 16; // of pixels
 
 struct Bodies {
     const SceneMesh& mesh;
+    QSize size; // of the picture
     int samples; // along each side of a pixel
     std::vector<RasterPoint> points;
     std::vector<PointColor> colors; // of the vertices of front faces; else of no meaning
@@ -258,18 +252,18 @@ void sortIntoBands(Bodies* bodies, std::vector<char>* isFront)
     }
 }
 
-Bodies makeBodies(const View& view, const SceneMesh& mesh, const QSize& size, int samples)
+void placeBodies(const View& view, Bodies* bodies)
 {
-    Bodies bodies = {mesh, samples, projected(view, mesh, samples), {}, QRect(), {}};
-    bodies.pixels = pixelsOf(bodies.points, size, samples);
-    std::vector<char> isFront(mesh.vertices.size(), 0);
-    sortIntoBands(&bodies, &isFront);
+    const std::vector<SceneVertex>& vertices = bodies->mesh.vertices;
+    bodies->points = projected(view, bodies->mesh, bodies->samples);
+    bodies->pixels = pixelsOf(bodies->points, bodies->size, bodies->samples);
+    std::vector<char> isFront(vertices.size(), 0);
+    sortIntoBands(bodies, &isFront);
     const Lights lights = makeLights(view);
-    bodies.colors.resize(mesh.vertices.size());
-    for (size_t i = 0; i < mesh.vertices.size(); ++i)
+    bodies->colors.resize(vertices.size());
+    for (size_t i = 0; i < vertices.size(); ++i)
         if (isFront[i])
-            bodies.colors[i] = lightVertex(mesh.vertices[i], lights);
-    return bodies;
+            bodies->colors[i] = lightVertex(vertices[i], lights);
 }
 
 Rgb colorOf(const Hit& hit, const Bodies& bodies)
@@ -325,23 +319,46 @@ void fillBand(const Bodies& bodies, size_t band, Raster* raster)
     }
 }
 
-void drawBodies(const Bodies& bodies, QImage* image, PickMap* pick)
+// Where something is in a row of pixels.
+RasterSpan pixelSpan(const Bodies& bodies, const Raster& raster, int y)
+{
+    const int samples = bodies.samples;
+    RasterSpan pixels = {bodies.pixels.right() + 1, -1};
+    for (int row = 0; row < samples; ++row) {
+        const RasterSpan& span = raster.spans[size_t(y * samples + row - raster.top)];
+        if (span.first <= span.last)
+            pixels = {std::min(pixels.first, span.first / samples),
+                std::max(pixels.last, span.last / samples)};
+    }
+    return pixels;
+}
+
+// Every step-th band from the first one on. Bands share no pixel.
+void drawBands(const Bodies& bodies, size_t first, size_t step, QRgb* image, PickMap* pick)
 {
     const QRect& pixels = bodies.pixels;
     Raster raster = makeRaster(pixels.left() * bodies.samples, 0,
         std::max(0, pixels.width()) * bodies.samples, kBandRows * bodies.samples);
-    for (size_t band = 0; band < bodies.bands.size(); ++band) {
+    for (size_t band = first; band < bodies.bands.size(); band += step) {
         fillBand(bodies, band, &raster);
-        const int first = pixels.top() + int(band) * kBandRows;
-        const int end = std::min(first + kBandRows, pixels.bottom() + 1);
-        for (int y = first; y < end; ++y) {
-            QRgb* line = reinterpret_cast<QRgb*>(image->scanLine(y));
-            for (int x = pixels.left(); x <= pixels.right(); ++x)
+        const int top = pixels.top() + int(band) * kBandRows;
+        const int end = std::min(top + kBandRows, pixels.bottom() + 1);
+        for (int y = top; y < end; ++y) {
+            QRgb* line = image + size_t(y) * size_t(bodies.size.width());
+            const RasterSpan span = pixelSpan(bodies, raster, y);
+            for (int x = span.first; x <= span.last; ++x)
                 line[x] = blended(bodies, raster, x, y, line[x]);
             if (pick)
                 pickRow(bodies, raster, y, pick);
         }
     }
+}
+
+void drawBodies(const Bodies& bodies, QImage* image, PickMap* pick)
+{
+    QRgb* const pixels = reinterpret_cast<QRgb*>(image->bits());
+    runTogether([&] { drawBands(bodies, 0, 2, pixels, pick); },
+        [&] { drawBands(bodies, 1, 2, pixels, pick); });
 }
 
 PickMap emptyPickMap(const SceneMesh& mesh, const QSize& size)
@@ -372,10 +389,19 @@ QImage renderSceneImage(
     const int samples = std::min(4, std::max(1, options.samples));
     const View view = makeView(camera, size);
     const SceneMesh mesh = sceneMesh(options.highlight);
-    QImage image = paintBackdrop(view, camera, mesh, size, options.floor);
+    QImage image = keptBackdrop(view, camera, size, options.floor).copy();
+    Mask shadow = makeMask(0, 0);
+    Bodies bodies = {mesh, size, samples, {}, {}, QRect(), {}};
+    runTogether(
+        [&] {
+            if (options.floor && view.eye.m_y > 0)
+                shadow = floorShadow(view, mesh, size);
+        },
+        [&] { placeBodies(view, &bodies); });
+    paintShadow(view, shadow, &image);
     if (pick)
         *pick = emptyPickMap(mesh, size);
-    drawBodies(makeBodies(view, mesh, size, samples), &image, pick);
+    drawBodies(bodies, &image, pick);
     return image;
 }
 

@@ -1,6 +1,7 @@
 // figure_renderer.h - draws the scene: figures as shaded bodies, other nodes as boxes, the floor
 // with grid and shadow. Needs no window. The same scene and camera give the same picture.
-// Owns: the backdrop of the last picture, beside the cache of body_mesh. GUI thread only.
+// Owns: the backdrop of the last picture, beside the cache of body_mesh. GUI thread only; a second
+// thread helps while a picture is drawn, and the picture does not depend on it.
 #pragma once
 
 #include "host/body/camera.h"

@@ -6,16 +6,26 @@
 
 namespace quillon {
 
+static const RasterSpan kNoSpan = {INT_MAX, INT_MIN};
+
 Raster makeRaster(int left, int top, int width, int height)
 {
     const size_t pixels = size_t(width) * size_t(height);
-    return {left, top, width, height, std::vector<float>(pixels, 0.f),
-        std::unique_ptr<Hit[]>(new Hit[pixels])};
+    return {left, top, width, height, std::vector<RasterSpan>(size_t(height), kNoSpan),
+        std::vector<float>(pixels, 0.f), std::unique_ptr<Hit[]>(new Hit[pixels])};
 }
 
 void clearRaster(Raster* raster)
 {
-    std::fill(raster->inverseDepth.begin(), raster->inverseDepth.end(), 0.f);
+    for (size_t row = 0; row < raster->spans.size(); ++row) {
+        RasterSpan& span = raster->spans[row];
+        if (span.first <= span.last) {
+            float* const cells = &raster->inverseDepth[row * size_t(raster->width)];
+            std::fill(
+                cells + (span.first - raster->left), cells + (span.last - raster->left) + 1, 0.f);
+        }
+        span = kNoSpan;
+    }
 }
 
 Mask makeMask(int width, int height)
@@ -82,6 +92,14 @@ bool makeEdges(
     return true;
 }
 
+const float kSlack = -1e-4f; // neighbours share their border pixels
+
+// Whether the rest of the row is outside as well: a weight that falls does not rise again.
+bool isPassed(float weight, float growth)
+{
+    return weight < kSlack && growth <= 0;
+}
+
 // The share of the paint at a pixel: a narrow ramp around cover 0.
 const float kPaintRampCm = 0.12f;
 
@@ -105,15 +123,19 @@ void fillTriangle(
     Edges e;
     if (!makeEdges({a.x, b.x, c.x}, {a.y, b.y, c.y}, bounds, true, &e))
         return;
-    const float slack = -1e-4f; // neighbours share their border pixels
     for (int y = e.top; y <= e.bottom; ++y) {
+        RasterSpan& span = raster->spans[size_t(y - raster->top)];
+        span = {std::min(span.first, e.left), std::max(span.last, e.right)};
         float w0 = e.weight(0, e.left, y);
         float w1 = e.weight(1, e.left, y);
         size_t at = raster->at(e.left, y);
         for (int x = e.left; x <= e.right; ++x, ++at, w0 += e.dx0, w1 += e.dx1) {
             const float w2 = 1.f - w0 - w1;
-            if (w0 < slack || w1 < slack || w2 < slack)
+            if (w0 < kSlack || w1 < kSlack || w2 < kSlack) {
+                if (isPassed(w0, e.dx0) || isPassed(w1, e.dx1))
+                    break;
                 continue;
+            }
             const float depth = w0 * a.inverseDepth + w1 * b.inverseDepth + w2 * c.inverseDepth;
             if (depth <= raster->inverseDepth[at])
                 continue;
@@ -154,9 +176,12 @@ void fillMask(Mask* mask, const float (&x)[3], const float (&y)[3])
         float w0 = e.weight(0, e.left, row);
         float w1 = e.weight(1, e.left, row);
         unsigned char* at = &mask->cover[size_t(row) * mask->width + e.left];
-        for (int i = e.left; i <= e.right; ++i, ++at, w0 += e.dx0, w1 += e.dx1)
+        for (int i = e.left; i <= e.right; ++i, ++at, w0 += e.dx0, w1 += e.dx1) {
             if (w0 >= 0 && w1 >= 0 && w0 + w1 <= 1)
                 *at = 255;
+            else if (isPassed(w0, e.dx0) || isPassed(w1, e.dx1))
+                break;
+        }
     }
 }
 

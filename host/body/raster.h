@@ -29,9 +29,14 @@ struct Hit {
     float w0, w1; // weights of its first two points; the third has the rest of 1
 };
 
+struct RasterSpan {
+    int first, last; // columns; none where first is larger
+};
+
 // A part of a larger picture, in whose pixels points are given. The part may be moved.
 struct Raster {
     int left, top, width, height;
+    std::vector<RasterSpan> spans; // of each row: outside of it nothing is
     std::vector<float> inverseDepth;
     std::unique_ptr<Hit[]> hits; // as many; of no meaning where nothing is
 
