@@ -10,6 +10,8 @@ namespace quillon {
 
 struct Times {
     double ms = 0; // of the processor, in all threads together
+    double ownMs = 0; // in the thread that asked: the wall's on a machine with nothing else to do,
+                      // when it waits for no other
     double wallMs = 0;
 };
 

@@ -3,8 +3,8 @@
 //
 // Prints tab-separated rows: what, how many pixels (n), milliseconds, those of the literal form,
 // their ratio, the exponent of growth since the row before of the same name, and a CRC of the
-// picture. Milliseconds are of the processor, in all threads together, the fastest run; the wall's
-// stand in the note. Both forms must draw the same bytes.
+// picture. Milliseconds are of the processor, in all threads together, the fastest run; those of
+// the thread that draws and the wall's stand in the note. Both forms must draw the same bytes.
 // --quick: each once; says only whether the bytes are the same.
 #include "art/atlas_table.h"
 #include "bench/picture_rows.h"
