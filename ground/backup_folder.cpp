@@ -1,6 +1,8 @@
 #include "ground/backup_folder.h"
 
+#include "ground/dat_file.h"
 #include "ground/data_folder.h"
+#include "ground/plain_file.h"
 #include "ground/whole_file.h"
 
 #include <QDateTime>
@@ -32,7 +34,7 @@ static QFileInfoList copiesOf(const QString& path)
 static bool readAll(const QString& path, QByteArray* bytes)
 {
     QFile file(path);
-    const bool opened = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
+    const bool opened = openPlainFile(&file, QIODevice::ReadOnly);
     if (opened)
         *bytes = file.readAll();
     return opened && bytes->size() == file.size();
@@ -99,7 +101,8 @@ static QString freshName(const QString& path)
 
 bool backUp(const QString& path, int generations)
 {
-    if (!QFileInfo(path).isFile() || QFileInfo(path).size() == 0)
+    const QFileInfo info(path);
+    if (!info.isFile() || info.size() == 0 || info.size() > kLargestDatFile)
         return true;
     QByteArray bytes;
     if (!readAll(path, &bytes))

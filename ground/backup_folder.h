@@ -19,8 +19,9 @@ const qint64 kBackupBytes = qint64(64) << 20;
 QString backupFolder(); // with its last slash; empty without a data folder
 
 // Copies the file there. True also when there is nothing that is worth a copy: no plain file, an
-// empty one, one that has a copy with the same bytes, one that is poorer than all the copies that
-// would have to go for it. False: the copy could not be made.
+// empty one, one longer than any that is read (dat_file.h), one that has a copy with the same
+// bytes, one that is poorer than all the copies that would have to go for it. False: the copy could
+// not be made.
 [[nodiscard]] bool backUp(const QString& path, int generations = kGenerations);
 
 // Removes the file once it has been copied; where no copy can be made it moves there. False: it is

@@ -1,5 +1,6 @@
 #include "ground/dat_file.h"
 
+#include "ground/plain_file.h"
 #include "ground/whole_file.h"
 
 #if Q_BYTE_ORDER != Q_LITTLE_ENDIAN
@@ -12,8 +13,8 @@ DatReader::DatReader(const QString& path)
     : m_file(path)
     , m_left(0)
 {
-    if (m_file.open(QIODevice::ReadOnly))
-        m_left = m_file.size();
+    if (openPlainFile(&m_file, QIODevice::ReadOnly))
+        m_left = qMin(m_file.size(), kLargestDatFile);
 }
 
 bool DatReader::isOpen() const
@@ -28,8 +29,9 @@ qint64 DatReader::bytesLeft() const
 
 void DatReader::read(void* field, int bytes)
 {
-    const qint64 count = m_file.isOpen() ? m_file.read(static_cast<char*>(field), bytes) : 0;
-    m_left -= qMin(qMax(count, qint64(0)), m_left);
+    const qint64 wanted = qMin(qint64(bytes), m_left);
+    const qint64 count = wanted > 0 ? m_file.read(static_cast<char*>(field), wanted) : 0;
+    m_left -= qMax(count, qint64(0));
 }
 
 void DatWriter::reserve(int bytes)

@@ -1,6 +1,8 @@
 // dat_file.h - reading and writing of the plug-in's .dat files.
 // Little-endian, packed, values as they lie in memory. Both are values for the stack: any number of
 // files may be open, and a file is written when its bytes are all there (whole_file.h).
+// Whatever lies at the path: only a plain file is opened (plain_file.h), and no more of it is read
+// than kLargestDatFile.
 #pragma once
 
 #include <QByteArray>
@@ -15,12 +17,15 @@ template <typename T> struct IsDatField {
     static constexpr bool value = std::is_arithmetic<T>::value && !std::is_same<T, bool>::value;
 };
 
+// In bytes; more than a full pose index with the longest paths that are read has.
+const qint64 kLargestDatFile = 48 * 1024 * 1024;
+
 class DatReader {
 public:
     explicit DatReader(const QString& path);
 
     bool isOpen() const;
-    qint64 bytesLeft() const; // of the size that the file had when it was opened
+    qint64 bytesLeft() const; // of what the file had when it was opened
 
     // A short read leaves the rest of the field as it was.
     void read(void* field, int bytes);

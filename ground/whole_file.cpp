@@ -1,5 +1,7 @@
 #include "ground/whole_file.h"
 
+#include "ground/plain_file.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -97,7 +99,7 @@ static QString resolveTarget(const QString& path)
 static bool mayBeWritten(const QString& path)
 {
     const QFileInfo info(path);
-    return !info.exists() || (info.isFile() && info.isWritable());
+    return mayBeOpened(path) && (!info.exists() || info.isWritable());
 }
 
 bool writeWholeFile(const QString& path, const QByteArray& bytes)
@@ -109,7 +111,8 @@ bool writeWholeFile(const QString& path, const QByteArray& bytes)
 bool writePlainFile(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+    return openPlainFile(&file, QIODevice::WriteOnly) && file.write(bytes) == bytes.size()
+        && file.flush();
 }
 
 // The process that a leftover is from, 0 if the name is no such file's.
@@ -161,7 +164,7 @@ static bool keepBytes(const QByteArray& bytes, QTemporaryFile* kept)
 static bool readOldBytes(const QString& path, QByteArray* bytes)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!openPlainFile(&file, QIODevice::ReadOnly))
         return !QFileInfo(path).isReadable();
     *bytes = file.readAll();
     if (bytes->isNull())

@@ -30,7 +30,8 @@ namespace quillon {
 [[nodiscard]] bool overwriteFile(
     const QString& path, const QByteArray& bytes, const QString& keepFolder);
 
-// For files that nobody misses: straight into the file. False leaves it cut short.
+// For files that nobody misses: straight into the file, behind a link if there is one. False leaves
+// it cut short, and what is no plain file as it is.
 [[nodiscard]] bool writePlainFile(const QString& path, const QByteArray& bytes);
 
 // As the calls of system_files.h want it.

@@ -4,6 +4,7 @@
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
 #include "ground/message_boxes.h"
+#include "ground/plain_file.h"
 #include "ground/save_result.h"
 
 #include <QDir>
@@ -55,7 +56,7 @@ void removeCrashMarker()
 {
     QFile marker(dataFiles().crashMarker);
     if (marker.exists() && !marker.remove())
-        marker.open(QIODevice::WriteOnly | QIODevice::Truncate);
+        openPlainFile(&marker, QIODevice::WriteOnly | QIODevice::Truncate);
 }
 
 // ---- the lock

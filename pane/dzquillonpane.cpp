@@ -10,6 +10,7 @@
 #include "ground/backup_folder.h"
 #include "ground/data_folder.h"
 #include "ground/live_panes.h"
+#include "ground/plain_file.h"
 #include "ground/plugin_settings.h"
 #include "ground/qt_compat.h"
 #include "ground/save_result.h"
@@ -74,7 +75,8 @@ static void decoratePaneAction()
         return;
     const QString path = dzApp->getTempPath() + QLatin1String("/icon.png");
     logSaveResult(writeIconFile(path));
-    action->setIconFile(path);
+    if (mayBeOpened(path)) // the host reads it
+        action->setIconFile(path);
 }
 
 static void createStores()

@@ -1,5 +1,7 @@
 #include "posefile/gzip_file.h"
 
+#include "ground/plain_file.h"
+
 #include "dzgzio.h"
 
 #include <QFile>
@@ -32,6 +34,8 @@ static bool isOpenAtStart(QFile* file)
 
 int readUnpackedOrAsIs(const QString& path, char* buffer, int maxBytes)
 {
+    if (!mayBeOpened(path))
+        return 0;
     QFile file(path);
     DzGzIO gzip(&file, kLevel, kBufferBytes);
     const int count = gzip.open(QIODevice::ReadOnly) ? readAsMuchAs(&gzip, buffer, maxBytes) : 0;

@@ -12,8 +12,8 @@ namespace quillon {
 int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes);
 
 // The unpacked bytes of a gzip file, as many as fit and, of a damaged one, as could be unpacked; of
-// a file that the gzip device gives nothing of, its bytes as they are. 0 when it cannot be read.
-// The file is opened once.
+// a file that the gzip device gives nothing of, its bytes as they are. 0 when it cannot be read or
+// is no plain file. The file is opened once.
 int readUnpackedOrAsIs(const QString& path, char* buffer, int maxBytes);
 
 // Packs the bytes into a device that is open for writing. False when not all were taken.

@@ -3,6 +3,7 @@
 #include "figure/body_parts.h"
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
+#include "ground/plain_file.h"
 #include "ground/whole_file.h"
 #include "posefile/mirror_tables.h"
 #include "posefile/pose_text.h"
@@ -338,7 +339,7 @@ bool rewritePoseFile(const QString& inPath, const QString& outPath, DzNode* figu
     bool withChildren, bool symmetrize, bool includeFace, bool mirrorAll)
 {
     QFile in(inPath);
-    const bool readable = in.open(QIODevice::ReadOnly);
+    const bool readable = openPlainFile(&in, QIODevice::ReadOnly);
     QByteArray text;
     if (readable) {
         const DzSkeleton* skeleton = figure ? figure->getSkeleton() : nullptr;

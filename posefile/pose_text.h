@@ -18,9 +18,9 @@ void createReadBuffer();
 void freeReadBuffer();
 char* readBuffer(); // kReadBufferBytes bytes; null without a pane
 
-// Reads through the host's gzip device, and as it is when that delivers nothing. The rest of a
-// longer file is left out. terminate: the last byte read becomes a zero byte.
-// Returns the number of bytes read; 0 or less: nothing. Memory is bounded by maxBytes.
+// Reads a plain file through the host's gzip device, and as it is when that delivers nothing. The
+// rest of a longer file is left out. terminate: the last byte read becomes a zero byte. Returns the
+// number of bytes read; 0 or less: nothing. Memory is bounded by maxBytes.
 int readPoseFileText(const QString& path, char* buffer, int maxBytes, bool terminate);
 
 // Bytes of a text that someone else keeps.

@@ -2,6 +2,7 @@
 
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
+#include "ground/plain_file.h"
 #include "posefile/gzip_file.h"
 #include "posefile/pose_channels.h"
 #include "posefile/pose_text.h"
@@ -163,7 +164,7 @@ bool writePose(
     const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed)
 {
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!openPlainFile(&file, QIODevice::WriteOnly))
         return false;
     const QByteArray text = poseFileText(figure, time, male);
     bool written = compressed ? writePacked(&file, text) : file.write(text) == text.size();

@@ -15,8 +15,8 @@ namespace quillon {
 
 // male: "G8M" as the file's id, else "G8F"; no reader looks at it. compressed: through the host's
 // gzip device. Without a figure the list of animations is empty.
-// False when the file cannot be opened (it is then as it was) or not be written in full (it is then
-// gone).
+// False when the file cannot be opened or is no plain file (it is then as it was) or not be written
+// in full (it is then gone).
 [[nodiscard]] bool writePose(
     const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed);
 

@@ -1,6 +1,7 @@
 #include "services/update_notice.h"
 
 #include "ground/data_folder.h"
+#include "ground/plain_file.h"
 #include "ground/save_result.h"
 #include "ground/version_text.h"
 #include "ground/whole_file.h"
@@ -120,7 +121,7 @@ bool isPictureSize(const QSize& size)
 static QImage readPicture(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!openPlainFile(&file, QIODevice::ReadOnly))
         return QImage();
     QImageReader reader(&file, "png");
     reader.setAutoDetectImageFormat(false);

@@ -1,6 +1,7 @@
 // Applying the found pose: locks, the reference pose, mirroring; and over whole collections of
 // poses, the real ones among them where they lie beside the project. The rows' names say which.
 #include "browse_fixture.h"
+#include "full_pipe.h"
 #include "room_tests.h"
 #include "mirror_fixture.h"
 #include "pose_corpora.h"
@@ -54,6 +55,21 @@ private slots:
     void cleanup()
     {
         m_finder.reset();
+    }
+
+    // ---- files that are none -----------------------------------------------------------------
+
+    void aPipeInPlaceOfAPoseIsDroppedUnread()
+    {
+        const int entry = m_finder->addPose("People/a.duf", {{"lShin/x", 40}});
+        m_finder->addPose("People/b.duf", {{"lShin/x", 20}});
+        m_finder->browse(AllPoses);
+        const FullPipe pipe(
+            poseEntry(entry)->path, presetOf(valueEntry("/lShin:?rotation/x", "5")));
+        m_finder->apply(entry);
+        QVERIFY(pipe.isUntouched());
+        QCOMPARE(poseCount(), 1);
+        QVERIFY(poseEntry(0)->path.endsWith("b.duf"));
     }
 
     // ---- locks -------------------------------------------------------------------------------

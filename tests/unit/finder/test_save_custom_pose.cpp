@@ -1,4 +1,5 @@
 #include "browse_fixture.h"
+#include "full_pipe.h"
 #include "room_tests.h"
 
 #include "finder/custom_pose_commands.h"
@@ -139,6 +140,14 @@ private slots:
         QCOMPARE(poseCount(), 0);
         QVERIFY(filesIn(customLibraryFolder()).isEmpty());
         QVERIFY(!QFile::exists(dataFiles().poseIndex));
+    }
+
+    void aPipeAtTheChosenNameIsNotWritten()
+    {
+        const FullPipe pipe(customLibraryFolder() + "x.duf");
+        save("x.duf");
+        QVERIFY(pipe.isUntouched());
+        QCOMPARE(poseCount(), 0);
     }
 
     void nameWithoutExtensionGetsOne()

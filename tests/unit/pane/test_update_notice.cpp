@@ -1,5 +1,6 @@
 // The update check against a server on this machine, and which pictures count.
 #include "frame_fixture.h"
+#include "full_pipe.h"
 #include "room_tests.h"
 #include "notice_server.h"
 
@@ -42,6 +43,7 @@ private slots:
     void anEndlessReplyIsNotReadForEver();
     void garbageAfterAGoodPictureIsStoredButNoNews_data();
     void garbageAfterAGoodPictureIsStoredButNoNews();
+    void aPipeAtThePicturesNameIsLeftAlone();
     void aRedirectIsNotFollowed();
     void aDataFolderThatCannotBeMadeIsSurvived();
     void theOldPictureStaysWhenTheNewOneCannotBeWritten();
@@ -327,6 +329,17 @@ void TestUpdateNotice::garbageAfterAGoodPictureIsStoredButNoNews()
     checkForUpdate();
     QCOMPARE(fileBytes(f.picturePath()), body);
     QVERIFY(updatePicture().isNull());
+}
+
+void TestUpdateNotice::aPipeAtThePicturesNameIsLeftAlone()
+{
+    const QByteArray png = smallPng(Qt::red);
+    NoticeFixture f(httpReply("200 OK", png));
+    const FullPipe pipe(f.picturePath(), png);
+    QVERIFY(updatePicture().isNull());
+    checkForUpdate();
+    QVERIFY(updatePicture().isNull());
+    QVERIFY(pipe.isUntouched());
 }
 
 void TestUpdateNotice::aRedirectIsNotFollowed()

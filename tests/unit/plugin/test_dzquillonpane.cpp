@@ -1,4 +1,5 @@
 #include "frame_fixture.h"
+#include "full_pipe.h"
 #include "room_tests.h"
 
 #include "finder/browse_session.h"
@@ -17,6 +18,7 @@
 #include "plugin/dzquillonpaneaction.h"
 #include "plugin/quillonaboutaction.h"
 #include "posefile/pose_text.h"
+#include "services/update_notice.h"
 
 #include "dzactionmgr.h"
 
@@ -189,6 +191,40 @@ private slots:
         }
         const DzQuillonPane pane;
         QCOMPARE(answers.boxes.size(), 1);
+    }
+
+    void aPipeInPlaceOfOneOfItsFilesIsLeftAlone_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes");
+        const QByteArray one("\1\0\0\0\1\0\0\0\1\0\0\0", 12);
+        QTest::newRow("settings") << "settings" << QByteArray("\1\0\0\0", 4) + QByteArray(54, '\1');
+        QTest::newRow("crash marker") << "crashed" << QByteArray("\x4d\0\0\0", 4);
+        QTest::newRow("ranks") << "ranks" << one + "abcd";
+        QTest::newRow("pose index") << "poseIndex" << one + QByteArray(170, 'a');
+        QTest::newRow("picture of a new version") << "newversion" << QByteArray("\x89PNG");
+        QTest::newRow("icon") << "icon" << QByteArray("\x89PNG");
+    }
+    void aPipeInPlaceOfOneOfItsFilesIsLeftAlone()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, bytes);
+        locateDataFiles();
+        const QMap<QString, QString> paths
+            = {{"settings", dataFiles().settings}, {"crashed", dataFiles().crashMarker},
+                {"ranks", dataFiles().ranks}, {"poseIndex", dataFiles().poseIndex},
+                {"newversion", updatePicturePath()}, {"icon", m_host->home.path("temp/icon.png")}};
+        const FullPipe pipe(paths.value(name), bytes);
+        BoxAnswers answers;
+        {
+            const DzQuillonPane pane;
+            QVERIFY(updatePicture().isNull());
+            QCOMPARE(rankRecordCount(), 0);
+            QCOMPARE(poseCount(), 0);
+            QCOMPARE(pluginSettings().currentRank, PluginSettings().currentRank);
+        }
+        QVERIFY(answers.boxes.isEmpty());
+        QVERIFY(pipe.isUntouched());
     }
 
     void writesTheIconForThePaneAction()

@@ -1,4 +1,5 @@
 // The mirror rules and the file around them.
+#include "full_pipe.h"
 #include "rewrite_fixture.h"
 #include "room_tests.h"
 
@@ -29,6 +30,7 @@ private slots:
     void lineEndsBecomeLineFeeds();
     void anUnreadableInputLeavesAnEmptyOutput();
     void anUnwritableOutputIsRefused();
+    void aPipeIsNoFileToRewrite();
     void figureEntriesAreNeverMirrored();
 };
 
@@ -285,6 +287,16 @@ void TestPoseRewriter::anUnwritableOutputIsRefused()
     const QString in = f.fileWith("in.duf", kHead);
     QVERIFY(!rewritePoseFile(in, f.file("none/out.duf"), f.figure, true, false, true, true));
     QVERIFY(!rewritePoseFile(in, f.file("temp"), f.figure, true, false, true, true));
+}
+
+void TestPoseRewriter::aPipeIsNoFileToRewrite()
+{
+    PoseFixture f;
+    const FullPipe pipe(f.file("pipe.duf"), kHead);
+    const QString pipeName = f.file("pipe.duf"), other = f.fileWith("other.duf", kHead);
+    QVERIFY(!rewritePoseFile(pipeName, f.file("out.duf"), f.figure, true, false, true, true));
+    QVERIFY(!rewritePoseFile(other, pipeName, f.figure, true, false, true, true));
+    QVERIFY(pipe.isUntouched());
 }
 
 void TestPoseRewriter::figureEntriesAreNeverMirrored()

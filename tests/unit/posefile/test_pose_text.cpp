@@ -1,7 +1,9 @@
 // Pose files as text: reading, entries, numbers.
+#include "full_pipe.h"
 #include "pose_fixture.h"
 #include "room_tests.h"
 
+#include "posefile/gzip_file.h"
 #include "posefile/pose_text.h"
 
 #include "dzhostcalls.h"
@@ -43,6 +45,8 @@ private slots:
     void aLongFileIsCutToTheBuffer();
     void nothingIsReadFrom_data();
     void nothingIsReadFrom();
+    void aPipeIsNotRead();
+    void aLinkToAPlainFileIsRead();
     void aCutGzipFileGivesWhatCouldBeUnpacked();
     void aGzipBombStaysWithinTheBuffer();
     void theBufferLivesBetweenCreateAndFree();
@@ -403,6 +407,23 @@ void TestPoseText::nothingIsReadFrom()
     const QString full = path.isEmpty() ? path : g_folder->path(path);
     QVERIFY(!loadPoseText(full));
     QVERIFY(nextEntry().isEmpty());
+}
+
+void TestPoseText::aPipeIsNotRead()
+{
+    const FullPipe pipe(g_folder->path("pipe.duf"), "\"url\" ]");
+    QVERIFY(!loadPoseText(g_folder->path("pipe.duf")));
+    QVERIFY(pipe.isUntouched());
+    char byte = 0;
+    QCOMPARE(readUnpackedOrAsIs(g_folder->path("pipe.duf"), &byte, 1), 0);
+    QVERIFY(pipe.isUntouched());
+}
+
+void TestPoseText::aLinkToAPlainFileIsRead()
+{
+    QVERIFY(QFile::link(fileWith("real.duf", "\"url\" ]  "), g_folder->path("link.duf")));
+    QVERIFY(loadPoseText(g_folder->path("link.duf")));
+    QCOMPARE(nextEntry(), QString("\"url\" ]"));
 }
 
 void TestPoseText::aCutGzipFileGivesWhatCouldBeUnpacked()

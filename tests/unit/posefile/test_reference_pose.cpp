@@ -1,3 +1,4 @@
+#include "full_pipe.h"
 #include "pose_fixture.h"
 #include "room_tests.h"
 
@@ -70,6 +71,18 @@ private slots:
         QVERIFY(fileBytes(referencePosePath()).startsWith("\x1f\x8b")); // gzip
         const QByteArray text = unpacked(referencePosePath());
         QVERIFY(text.contains("lForearmBend:?rotation/y/value") && text.contains("\"G8F\""));
+    }
+
+    void aPipeAtItsNameIsNeitherWrittenNorRead()
+    {
+        const FullPipe pipe(referencePosePath(), presetOf(valueEntry("/lShin:?rotation/x", "5")));
+        const BoxAnswers boxes(QMessageBox::Yes);
+        memorizeReferencePose();
+        QVERIFY(pipe.isUntouched());
+        elbow()->setValue(-40);
+        showReferencePose();
+        QVERIFY(pipe.isUntouched());
+        QCOMPARE(elbow()->getValue(), -40.f);
     }
 
     void memorizedPoseIsReplacedOnlyOnYes_data()
