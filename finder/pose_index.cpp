@@ -126,8 +126,8 @@ static void writeSignature(const PoseIndexEntry& entry, DatWriter* file)
     file->write(&stored, sizeof stored);
 }
 
-// False when the file does not hold the whole entry.
-static bool readEntry(DatReader* file, PoseIndexEntry* entry)
+// False when the file does not hold the whole entry or its path is longer than there is room for.
+static bool readEntry(DatReader* file, PoseIndexEntry* entry, int* roomForPaths)
 {
     if (file->bytesLeft() < kRecordBytes)
         return false;
@@ -135,6 +135,9 @@ static bool readEntry(DatReader* file, PoseIndexEntry* entry)
     file->readField(&pathBytes);
     if (pathBytes < 0 || pathBytes > file->bytesLeft() - (kRecordBytes - qint64(sizeof pathBytes)))
         return false;
+    if (pathBytes > std::min(kLongestPathBytes, *roomForPaths))
+        return false;
+    *roomForPaths -= pathBytes;
     QByteArray path(pathBytes, '\0');
     file->read(path.data(), pathBytes);
     *entry = PoseIndexEntry();
@@ -165,8 +168,10 @@ static void readEntries(DatReader* file)
     file->readField(&count);
     const int slotCount = int(g_index.entries.size());
     const int wanted = std::max(0, std::min(int(count), slotCount));
+    int roomForPaths = kAllPathsBytes;
     truncatePoseIndex(0);
-    while (g_index.count < wanted && readEntry(file, &g_index.entries[std::size_t(g_index.count)]))
+    while (g_index.count < wanted
+        && readEntry(file, &g_index.entries[std::size_t(g_index.count)], &roomForPaths))
         ++g_index.count;
 }
 

@@ -4,6 +4,8 @@
 // File: version (1), count, then the entries: path (length and UTF-8 bytes), hash, figure code,
 // ten quaternions as four floats x, y, z, w, and the flag as one byte; nothing between them. What
 // was read is written again byte for byte. A file cut short gives the entries that are whole.
+// Reading ends before a path longer than kLongestPathBytes and before the paths together pass
+// kAllPathsBytes.
 // Owns: the table, all slots of which exist as long as there is a pane, and the count of entries.
 #pragma once
 
@@ -14,6 +16,8 @@
 namespace quillon {
 
 const int kPoseIndexCapacity = 65536;
+const int kLongestPathBytes = 32767;
+const int kAllPathsBytes = 32 * 1024 * 1024;
 const quint32 kFigureNotIdentified = 0xffffffffu;
 const quint32 kFemaleCode = 8; // also of a pose that tells no sex
 const quint32 kMaleCode = 264;

@@ -45,9 +45,14 @@ template <typename Drop> static void dropRecords(Drop drop)
     indexRecords();
 }
 
+static bool isFull()
+{
+    return g_ranks.count >= int(g_ranks.records.size());
+}
+
 static void appendRecord(const RankRecord& record)
 {
-    if (g_ranks.count < int(g_ranks.records.size()))
+    if (!isFull())
         g_ranks.records[std::size_t(g_ranks.count++)] = record;
 }
 
@@ -126,16 +131,19 @@ bool pruneRanks()
 
 // ---- the file
 
+// Of the records with one key only the first is kept.
 static void readRecords(DatReader* file)
 {
+    std::unordered_set<quint32> seen;
     qint32 count = 0;
     file->readField(&count);
     g_ranks.count = 0;
-    for (qint32 n = 0; n < count && file->bytesLeft() >= qint64(sizeof(RankRecord)); ++n) {
+    for (qint32 n = 0; n < count && !isFull() && file->bytesLeft() >= qint64(sizeof(RankRecord));
+         ++n) {
         RankRecord record;
         file->readField(&record.rank);
         file->readField(&record.key);
-        if (record.rank == Favorite || record.rank == Hidden)
+        if ((record.rank == Favorite || record.rank == Hidden) && seen.insert(record.key).second)
             appendRecord(record);
     }
     indexRecords();

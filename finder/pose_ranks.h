@@ -1,6 +1,7 @@
 // pose_ranks.h - the user's ranks of poses, by the hash of the pose file's content, and their file.
 // File: version (1), count, then rank and key of each record. Records of a rank other than 1 and 2
-// are not kept. Owns: the table, which exists as long as there is a pane, and its records.
+// are not kept, nor are later ones of the same key, and reading ends when the table is full.
+// Owns: the table, which exists as long as there is a pane, and its records.
 #pragma once
 
 #include <qglobal.h>

@@ -36,6 +36,8 @@ private slots:
     void aFileCutShortGivesItsWholeEntries();
     void damagedCountsAndLengthsAreSurvived_data();
     void damagedCountsAndLengthsAreSurvived();
+    void readingEndsAtAPathThatIsTooLong();
+    void readingEndsWhereThePathsTogetherAreTooLong();
     void withoutADataFolderNothingIsWritten();
     void theFolderIsCreated();
 };
@@ -415,6 +417,46 @@ void TestPoseIndex::damagedCountsAndLengthsAreSurvived()
     QVERIFY(writePoseIndex());
     QVERIFY(f.readBytes(f.bytes().replace(4, 4, count).replace(8, 4, length)));
     QCOMPARE(poseCount(), entries);
+}
+
+static QByteArray number(int value)
+{
+    return QByteArray(reinterpret_cast<const char*>(&value), 4);
+}
+
+// An index of entries with paths of these lengths.
+static QByteArray indexWith(const std::vector<int>& pathLengths)
+{
+    const QByteArray behindPath(4 + 4 + 160 + 1, '\0');
+    QByteArray bytes = number(1) + number(int(pathLengths.size()));
+    for (const int length : pathLengths)
+        bytes += number(length) + QByteArray(length, 'p') + behindPath;
+    return bytes;
+}
+
+void TestPoseIndex::readingEndsAtAPathThatIsTooLong()
+{
+    IndexFixture f;
+    QVERIFY(f.readBytes(indexWith({5, 32767, 6})));
+    QCOMPARE(poseCount(), 3);
+    QCOMPARE(poseEntry(1)->path, QString(32767, QLatin1Char('p')));
+    QVERIFY(f.readBytes(indexWith({5, 32768, 6})));
+    QCOMPARE(poseCount(), 1);
+    QCOMPARE(poseEntry(0)->path.size(), 5);
+}
+
+void TestPoseIndex::readingEndsWhereThePathsTogetherAreTooLong()
+{
+    IndexFixture f;
+    std::vector<int> lengths(1024, 32767); // 1024 bytes less than 32 MB
+    lengths.push_back(1023);
+    lengths.push_back(1);
+    QVERIFY(f.readBytes(indexWith(lengths)));
+    QCOMPARE(poseCount(), 1026);
+    lengths.push_back(1);
+    lengths.push_back(0);
+    QVERIFY(f.readBytes(indexWith(lengths)));
+    QCOMPARE(poseCount(), 1026);
 }
 
 void TestPoseIndex::withoutADataFolderNothingIsWritten()

@@ -2,6 +2,7 @@
 #include "finder_fixture.h"
 #include "room_tests.h"
 
+#include "ground/dat_file.h"
 #include "ground/status_message.h"
 #include "reference/finder_reference.h"
 
@@ -16,7 +17,7 @@ private slots:
     void anUnrankedPoseHasNoRecord();
     void twinsShareOneRank();
     void aCustomPoseHasItsOwnRankWhateverTheTable();
-    void theFirstRecordOfAKeyCounts();
+    void onlyTheFirstRecordOfAKeyIsKept();
     void ranksEqualTheLiteralForm();
 
     // giving
@@ -42,6 +43,9 @@ private slots:
     void aFileCutShortGivesItsWholeRecords();
     void damagedCountsAreSurvived_data();
     void damagedCountsAreSurvived();
+    void repeatedKeysFillNoTable();
+    void readingEndsWhenTheTableIsFull();
+    void aFileOfNothingButOtherRanksIsReadToALimit();
     void withoutADataFolderNothingIsWritten();
 };
 
@@ -117,15 +121,16 @@ void TestPoseRanks::aCustomPoseHasItsOwnRankWhateverTheTable()
     QCOMPARE(rankOf(otherCase), int(Hidden));
 }
 
-void TestPoseRanks::theFirstRecordOfAKeyCounts()
+void TestPoseRanks::onlyTheFirstRecordOfAKeyIsKept()
 {
     RankFixture f;
     const int entry = addEntry(s("/a.duf"), 7);
     f.readBytes(numbers(QList<quint32>() << 1 << 3 << 2 << 7 << 1 << 7 << 1 << 9));
-    QCOMPARE(rankRecordCount(), 3);
+    QCOMPARE(rankRecordCount(), 2);
     QCOMPARE(rankOf(entry), int(Hidden));
-    f.rank(entry, Unranked); // removes the first; the second shows
-    QCOMPARE(rankOf(entry), int(Favorite));
+    f.rank(entry, Unranked); // no second one shows
+    QCOMPARE(rankOf(entry), int(Unranked));
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 1 << 1 << 9));
 }
 
 void TestPoseRanks::ranksEqualTheLiteralForm()
@@ -357,6 +362,56 @@ void TestPoseRanks::damagedCountsAreSurvived()
     RankFixture f;
     QVERIFY(f.readBytes(numbers(QList<quint32>() << 1 << count << 1 << 10)));
     QCOMPARE(rankRecordCount(), records);
+}
+
+void TestPoseRanks::repeatedKeysFillNoTable()
+{
+    RankFixture f;
+    QList<quint32> file = QList<quint32>() << 1 << quint32(kRankCapacity + 6);
+    for (int n = 0; n < kRankCapacity + 5; ++n)
+        file << 1u << 1000u;
+    file << 2u << 7u;
+    QVERIFY(f.readBytes(numbers(file)));
+    QCOMPARE(rankRecordCount(), 2);
+    QCOMPARE(rankOf(addEntry(s("/a.duf"), 7)), int(Hidden));
+}
+
+// All that this process has asked files for. Elsewhere than on Linux: 0.
+static qint64 bytesReadSoFar()
+{
+    const QList<QByteArray> lines = fileBytes(s("/proc/self/io")).split('\n');
+    return lines.first().mid(int(qstrlen("rchar: "))).toLongLong();
+}
+
+static qint64 bytesReadOf(const RankFixture& f, const QList<quint32>& start, qint64 fileBytes)
+{
+    writeFile(dataFiles().ranks, numbers(start));
+    QFile::resize(dataFiles().ranks, fileBytes); // the rest has no blocks and reads as zeros
+    Q_UNUSED(f);
+    const qint64 before = bytesReadSoFar();
+    readRanks();
+    return bytesReadSoFar() - before;
+}
+
+static const qint64 kOtherReads = 100000; // a buffer's worth, and what the counting itself reads
+
+void TestPoseRanks::readingEndsWhenTheTableIsFull()
+{
+    RankFixture f;
+    QList<quint32> file = QList<quint32>() << 1 << 0x7fffffff;
+    for (int n = 0; n < kRankCapacity; ++n)
+        file << 1u << quint32(1000 + n);
+    const qint64 read = bytesReadOf(f, file, 32 << 20);
+    QCOMPARE(rankRecordCount(), kRankCapacity);
+    QVERIFY2(read < 4 * file.size() + kOtherReads, qPrintable(QString::number(read)));
+}
+
+void TestPoseRanks::aFileOfNothingButOtherRanksIsReadToALimit()
+{
+    RankFixture f;
+    const qint64 read = bytesReadOf(f, QList<quint32>() << 1 << 0x7fffffff, 100 << 20);
+    QCOMPARE(rankRecordCount(), 0);
+    QVERIFY2(read < kLargestDatFile + kOtherReads, qPrintable(QString::number(read)));
 }
 
 void TestPoseRanks::withoutADataFolderNothingIsWritten()
