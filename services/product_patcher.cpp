@@ -11,7 +11,10 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QSet>
+#include <QStringList>
 
+#include <algorithm>
 #include <vector>
 
 namespace quillon {
@@ -22,14 +25,25 @@ namespace {
 
 struct InstalledScript {
     QString path; // as the content directory shows it
+    QString place; // the same below its folder's canonical path
     QString file; // the file behind it, links resolved
 };
-typedef std::vector<InstalledScript> InstalledScripts;
 
 struct Folder {
-    QString path;
+    QString path; // as the content directory shows it
     QString canonical;
-    bool behindLink;
+};
+
+struct InstalledScripts {
+    std::vector<InstalledScript> scripts;
+    std::vector<Folder> links; // other names of folders
+};
+
+struct Search {
+    const DzProgress* progress; // may be null
+    QSet<QString> foldersRead; // canonical
+    std::vector<Folder> pending;
+    InstalledScripts found;
 };
 
 } // namespace
@@ -44,56 +58,104 @@ static bool isBelow(const QString& canonical, const QString& root)
     return canonical.startsWith(root.endsWith(QLatin1Char('/')) ? root : root + QLatin1Char('/'));
 }
 
-// Adds the folder's scripts to found and its subfolders to pending. Links to folders are followed
-// once on a way down, so that a circle of them ends.
-static void readFolder(const Folder& folder, const QString& root, std::vector<Folder>* pending,
-    InstalledScripts* found)
+// What of a folder's entries leads out of the content directory, or nowhere, is left out.
+static void readEntry(
+    const QFileInfo& entry, const Folder& folder, const QString& root, Search* search)
 {
+    const QString name = QLatin1Char('/') + entry.fileName();
+    const QString path = folder.path + name, place = folder.canonical + name;
+    const bool mayBeElsewhere = entry.isSymLink() || entry.isDir();
+    const QString canonical = mayBeElsewhere ? entry.canonicalFilePath() : place;
+    if (!isBelow(canonical, root))
+        return;
+    if (entry.isDir() && canonical == place)
+        search->pending.push_back(Folder {path, canonical});
+    else if (entry.isDir())
+        search->found.links.push_back(Folder {path, canonical});
+    else if (entry.isFile() && path.endsWith(QLatin1String(".dse")))
+        search->found.scripts.push_back(InstalledScript {path, place, canonical});
+}
+
+static void readFolder(const Folder& folder, const QString& root, Search* search)
+{
+    if (search->foldersRead.contains(folder.canonical))
+        return;
+    search->foldersRead.insert(folder.canonical);
     const QFileInfoList entries
         = QDir(folder.path)
               .entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    for (int i = 0; i < entries.size(); ++i) {
-        const QFileInfo& entry = entries.at(i);
-        const QString path = folder.path + QLatin1Char('/') + entry.fileName();
-        const bool isLink = entry.isSymLink();
-        const QString canonical = isLink ? entry.canonicalFilePath()
-                                         : folder.canonical + QLatin1Char('/') + entry.fileName();
-        if (isLink && !isBelow(canonical, root))
-            continue;
-        if (entry.isDir() && !(isLink && folder.behindLink))
-            pending->push_back(Folder {path, canonical, isLink || folder.behindLink});
-        else if (entry.isFile() && path.endsWith(QLatin1String(".dse")))
-            found->push_back(InstalledScript {path, canonical});
+    for (int i = 0; i < entries.size(); ++i)
+        readEntry(entries.at(i), folder, root, search);
+    QCoreApplication::processEvents(); // the window repaints, and Cancel works
+}
+
+static void readPendingFolders(const QString& root, Search* search)
+{
+    while (!search->pending.empty() && !isCancelled(search->progress)) {
+        const Folder folder = search->pending.back();
+        search->pending.pop_back();
+        readFolder(folder, root, search);
     }
 }
 
-static void readContentDirectory(
-    const QString& path, const DzProgress* progress, InstalledScripts* found)
+// A folder that links lead to has nearly always been read by its own path before they are looked
+// at.
+static void readContentDirectory(const Folder& root, Search* search)
 {
-    const QString root = QFileInfo(path).canonicalFilePath();
-    std::vector<Folder> pending;
-    if (!root.isEmpty())
-        pending.push_back(Folder {path, root, false});
-    while (!pending.empty() && !isCancelled(progress)) {
-        const Folder folder = pending.back();
-        pending.pop_back();
-        readFolder(folder, root, &pending, found);
-        QCoreApplication::processEvents(); // the window repaints, and Cancel works
+    std::size_t link = search->found.links.size();
+    if (root.path != root.canonical)
+        search->found.links.push_back(root);
+    search->pending.push_back(root);
+    readPendingFolders(root.canonical, search);
+    for (; link < search->found.links.size(); ++link) {
+        search->pending.push_back(search->found.links[link]);
+        readPendingFolders(root.canonical, search);
     }
+}
+
+// The shorter canonical paths come first: of directories in each other the outer one may follow
+// more links.
+static std::vector<Folder> contentDirectories()
+{
+    std::vector<Folder> roots;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
+    const int count = content ? content->getNumContentDirectories() : 0;
+    for (int i = 0; i < count; ++i) {
+        const QString path = content->getContentDirectoryPath(i);
+        const QString canonical = QFileInfo(path).canonicalFilePath();
+        if (!canonical.isEmpty())
+            roots.push_back(Folder {path, canonical});
+    }
+    std::stable_sort(roots.begin(), roots.end(),
+        [](const Folder& a, const Folder& b) { return a.canonical.size() < b.canonical.size(); });
+    return roots;
 }
 
 // Not all of them once the progress, which may be null, is cancelled.
 static InstalledScripts findInstalledScripts(const DzProgress* progress)
 {
-    InstalledScripts found;
-    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
-    const int count = content ? content->getNumContentDirectories() : 0;
-    for (int i = 0; i < count; ++i)
-        readContentDirectory(content->getContentDirectoryPath(i), progress, &found);
-    return found;
+    Search search = {progress, QSet<QString>(), {}, {}};
+    for (const Folder& root : contentDirectories())
+        readContentDirectory(root, &search);
+    return search.found;
 }
 
 // ---- writing ---------------------------------------------------------------------------------
+
+// Where the script of that name lies if a link is the beginning of its name.
+static QStringList placesBehindLinks(const std::vector<Folder>& links, const QString& name)
+{
+    QStringList places;
+    for (int at = name.indexOf(QLatin1Char('/')); at >= 0;
+         at = name.indexOf(QLatin1Char('/'), at + 1)) {
+        const QString end = QLatin1Char('/') + name.left(at);
+        for (const Folder& link : links) {
+            if (link.path.endsWith(end))
+                places += link.canonical + name.mid(at);
+        }
+    }
+    return places;
+}
 
 static int overwriteAmong(
     const InstalledScripts& installed, const QString& nameSuffix, const char* data, int length)
@@ -101,10 +163,13 @@ static int overwriteAmong(
     const QString end = QLatin1Char('/') + nameSuffix;
     const QByteArray bytes = QByteArray::fromRawData(data, length);
     const QString keepFolder = dzApp ? dzApp->getTempPath() : QString();
+    const QStringList places = placesBehindLinks(installed.links, nameSuffix);
     int written = 0;
-    for (const InstalledScript& script : installed)
-        if (script.path.endsWith(end) && overwriteFile(script.file, bytes, keepFolder))
+    for (const InstalledScript& script : installed.scripts) {
+        const bool isNamedSo = script.path.endsWith(end) || places.contains(script.place);
+        if (isNamedSo && overwriteFile(script.file, bytes, keepFolder))
             ++written;
+    }
     return written;
 }
 

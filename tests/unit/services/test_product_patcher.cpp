@@ -45,6 +45,10 @@ private slots:
     void linksWithinAContentDirectoryAreFollowed_data();
     void linksWithinAContentDirectoryAreFollowed();
     void circlesOfLinksEnd();
+    void noFolderIsReadTwice();
+    void aFolderThatOnlyALinkLeadsToIsRead();
+    void contentDirectoriesInEachOtherAreOne_data();
+    void contentDirectoriesInEachOtherAreOne();
     void aFileThatCannotBeOpenedIsSkipped();
     void whatStandsBesideAScriptIsNoObstacle();
     void aLinkInPlaceOfTheNewFileIsNotWrittenThrough();
@@ -282,6 +286,87 @@ void TestProductPatcher::circlesOfLinksEnd()
     QVERIFY(QFile::link(content->path("Brannoc/Try"), content->path("Brannoc/Try/here")));
     QVERIFY(overwrite("Brannoc/Try/A 000.dse", "new") >= 1);
     QCOMPARE(fileBytes(file), QByteArray("new"));
+}
+
+// How often a folder has been listed since the watch began.
+namespace {
+struct ListingWatch {
+    explicit ListingWatch(const QString& folder)
+        : queue(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        // Closing stands between two openings, which else would be told as one.
+        inotify_add_watch(queue, qPrintable(folder), IN_OPEN | IN_CLOSE_NOWRITE);
+    }
+    ~ListingWatch()
+    {
+        ::close(queue);
+    }
+    int listings() const
+    {
+        alignas(inotify_event) char buffer[16384];
+        const ssize_t length = ::read(queue, buffer, sizeof buffer);
+        int count = 0;
+        for (ssize_t at = 0; at < length;) {
+            const auto* event = reinterpret_cast<const inotify_event*>(buffer + at);
+            count += event->len == 0 && event->mask == (IN_OPEN | IN_ISDIR);
+            at += ssize_t(sizeof *event + event->len);
+        }
+        return count;
+    }
+    int queue;
+};
+}
+
+void TestProductPatcher::noFolderIsReadTwice()
+{
+    const QString file = installed("Brannoc/Try/A 000.dse");
+    for (const char* link : {"1", "2", "Brannoc/3", "Brannoc/Try/4"})
+        QVERIFY(QFile::link(content->path(), content->path(link)));
+    QVERIFY(QFile::link(content->path("Brannoc/Try"), content->path("Brannoc/Again")));
+    dzApp->getContentMgr()->setContentDirectories({content->path(), content->path("2")});
+    const ListingWatch top(content->path()), deep(content->path("Brannoc/Try"));
+    QCOMPARE(overwrite("Brannoc/Again/A 000.dse", "new"), 1); // also by its other name
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+    QCOMPARE(top.listings(), 1);
+    QCOMPARE(deep.listings(), 1);
+}
+
+void TestProductPatcher::aFolderThatOnlyALinkLeadsToIsRead()
+{
+    const QString file = installed("closed/Brannoc/Try/A 000.dse");
+    QVERIFY(QFile::link(content->path("closed/Brannoc"), content->path("Brannoc")));
+    QVERIFY(giveToChild(dzApp->getTempPath()));
+    QVERIFY(setMode(file, 0666) && setMode(content->path("closed"), 0711)); // nobody may list it
+    QVERIFY(giveToChild(file) && giveToChild(content->path("closed/Brannoc/Try")));
+    const auto patch = [] { return overwrite("Brannoc/Try/A 000.dse", "new"); };
+    QVERIFY(setMode(content->path("closed"), 0311));
+    const int written = runWithoutRights(patch);
+    QVERIFY(setMode(content->path("closed"), 0755));
+    QCOMPARE(written, 1);
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+}
+
+void TestProductPatcher::contentDirectoriesInEachOtherAreOne_data()
+{
+    QTest::addColumn<QStringList>("directories");
+    QTest::newRow("the outer first") << QStringList({"", "/inner"});
+    QTest::newRow("the inner first") << QStringList({"/inner", ""});
+    QTest::newRow("one twice") << QStringList({"", ""});
+}
+
+// The link leads out of the inner one, but not of the outer.
+void TestProductPatcher::contentDirectoriesInEachOtherAreOne()
+{
+    QFETCH(QStringList, directories);
+    const QString file = installed("store/A 000.dse"), other = installed("inner/Brannoc/B.dse");
+    QVERIFY(QFile::link(content->path("store"), content->path("inner/Brannoc/Try")));
+    for (QString& directory : directories)
+        directory.prepend(content->path());
+    dzApp->getContentMgr()->setContentDirectories(directories);
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
+    QCOMPARE(overwrite("Brannoc/B.dse", "new"), 1);
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+    QCOMPARE(fileBytes(other), QByteArray("new"));
 }
 
 // A program that runs cannot be opened for writing by anybody, whatever the permissions say.
