@@ -118,7 +118,7 @@ static void removeAndSave(int entry)
 
 bool deletePose(int entry, DzSkeleton* figure)
 {
-    if (!isCustomPose(entry))
+    if (!isCustomPose(entry) || !isDeletableCustomPose(poseEntry(entry)->path))
         return false;
     const QString path = poseEntry(entry)->path;
     const HeldNode held(figure);

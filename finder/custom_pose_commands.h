@@ -19,8 +19,9 @@ bool isCustomPose(int entry); // false outside the index
 // False when the pose or the index cannot be written.
 [[nodiscard]] bool savePoseOf(DzSkeleton* figure, DzTime time);
 
-// Asks first: true when the answer was Yes. figure: that of the press, may be null; when it is gone
-// by then, nothing happens and the result is false. The entry goes with its file; a file that
+// Asks first: true when the answer was Yes. Without a question, false for what is no custom pose
+// or may not be deleted (isDeletableCustomPose). figure: that of the press, may be null; when it is
+// gone by then, nothing happens and the result is false. The entry goes with its file; a file that
 // cannot be deleted keeps it. A position behind the last entry goes to the first, -1 when there is
 // none. The current rank, the count of matches and the ordinal follow.
 bool deletePose(int entry, DzSkeleton* figure);

@@ -16,6 +16,10 @@ QString customLibraryFolder();
 // Case-sensitive. A pose saved elsewhere is no custom pose.
 bool isCustomLibraryPath(const QString& path);
 
+// False for a file that a damaged or forged index may name: only a pose preset can be deleted, by a
+// path without "..", and only one whose folder, links resolved, is a custom library or lies in it.
+bool isDeletableCustomPose(const QString& path);
+
 // ".duf" is added when missing: without it no scan would find the file.
 QString customPoseFileName(const QString& chosen);
 

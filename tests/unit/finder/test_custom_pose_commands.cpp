@@ -168,6 +168,33 @@ private slots:
         QCOMPARE(poseCount(), 1);
     }
 
+    // As a forged index may name them: contained in their path is what makes a custom pose.
+    void filesOutsideTheLibraryAreNotDeleted_data()
+    {
+        QTest::addColumn<QString>("name"); // below the library
+        QTest::newRow("by dots") << "../../../victim.duf";
+        QTest::newRow("by a link") << "way/victim.duf";
+        QTest::newRow("another kind of file") << "notes.txt";
+    }
+    void filesOutsideTheLibraryAreNotDeleted()
+    {
+        QFETCH(QString, name);
+        addCustom("a.duf");
+        const QString outside = m_finder->home.path("data/victim.duf");
+        writeFile(outside, "precious");
+        QVERIFY(QFile::link(m_finder->home.path("data"), customLibraryFolder() + "way"));
+        writeFile(customLibraryFolder() + "notes.txt", "precious");
+        const int entry = addEntry(customLibraryFolder() + name, 77);
+        const BoxAnswers boxes(QMessageBox::Yes);
+        QVERIFY(!deleteCustomPose(entry));
+        QVERIFY(boxes.boxes.isEmpty()); // nothing to ask about
+        QCOMPARE(fileBytes(customLibraryFolder() + name), QByteArray("precious"));
+        QCOMPARE(poseCount(), 2);
+        QVERIFY(!QFile::exists(dataFiles().poseIndex));
+        QVERIFY(deleteCustomPose(0)); // one of the library still goes
+        QCOMPARE(poseCount(), 1);
+    }
+
     // ---- the folder --------------------------------------------------------------------------
 
     void browsesToTheFolderOfThePose_data()
