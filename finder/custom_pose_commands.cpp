@@ -145,6 +145,25 @@ static const char* const kBrowseScript[] = {
 };
 // clang-format on
 
+// As it stands between the quotes of a script's text. A folder may have any name.
+static QString quoted(const QString& text)
+{
+    QString escaped;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        const bool endsLine = c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QChar(0x2028)
+            || c == QChar(0x2029);
+        if (endsLine) {
+            escaped += QString::fromLatin1("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+            continue;
+        }
+        if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
+            escaped += QLatin1Char('\\');
+        escaped += c;
+    }
+    return escaped;
+}
+
 // A path without a folder leaves out the line that would need it.
 static void runBrowseScript(const QString& path)
 {
@@ -156,7 +175,7 @@ static void runBrowseScript(const QString& path)
         if (takesFolder && slash < 0)
             continue;
         if (takesFolder)
-            text.replace(QLatin1String("%1"), path.left(slash));
+            text.replace(QLatin1String("%1"), quoted(path.left(slash)));
         script.addLine(text);
     }
     script.execute();

@@ -11,6 +11,7 @@ include("finder_lib.js");
 // One folder and one file each, all in the order of a figure's bends. The last is written with
 // combining marks, the one before it with letters that have them built in.
 var NAMES = ["姿勢集/座る 一", "Позы/Стоя на мосту", "Haltung/Fußbank", "ποζα/όρθια", "😀/wave 👋",
+    "a \"quoted\" name/a", "back\\slash\\/b", "line\nend/c",
     "caf\u00e9/d\u00e9j\u00e0 vu", "cafe\u0301/de\u0301ja\u0300 vu"];
 var library = {};
 NAMES.forEach(function (name, i) {

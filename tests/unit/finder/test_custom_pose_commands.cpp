@@ -204,6 +204,11 @@ private slots:
         QTest::newRow("a pose") << "C:/Content/People/Poses/sit.duf"
                                 << QStringList("C:/Content/People/Poses");
         QTest::newRow("no folder") << "sit.duf" << QStringList();
+        for (const char* name : {"\"quoted\"", "\\", "back\\slash\\", "\\\"", "line\nend", "\r\n",
+                 "\"); throw \"run", "%1", "\\u0041", "\xe2\x80\xa8", "\xe2\x80\xa9"}) {
+            const QString folder = "/c/" + QString::fromUtf8(name);
+            QTest::newRow(name) << folder + "/sit.duf" << QStringList(folder);
+        }
         QTest::newRow("an unknown product of the maker's")
             << "/c/data/Brannoc/poses/099/003f.duf" << QStringList("/c/data/Brannoc/poses/099");
     }
