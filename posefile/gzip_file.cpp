@@ -4,6 +4,7 @@
 
 #include "dzgzio.h"
 
+#include <QBuffer>
 #include <QFile>
 
 namespace quillon {
@@ -42,6 +43,22 @@ int readUnpackedOrAsIs(const QString& path, char* buffer, int maxBytes)
     if (count > 0 || !isOpenAtStart(&file))
         return count;
     return readAsMuchAs(&file, buffer, maxBytes);
+}
+
+bool unpackBytes(const QByteArray& packed, int maxBytes, QByteArray* bytes)
+{
+    QBuffer buffer;
+    buffer.setData(packed);
+    DzGzIO gzip(&buffer, kLevel, kBufferBytes);
+    if (!gzip.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray piece(kBufferBytes, '\0');
+    qint64 got = gzip.read(piece.data(), piece.size());
+    while (got > 0 && bytes->size() + got <= maxBytes) {
+        bytes->append(piece.constData(), int(got));
+        got = gzip.read(piece.data(), piece.size());
+    }
+    return got == 0;
 }
 
 bool writePacked(QIODevice* device, const QByteArray& bytes)

@@ -16,6 +16,10 @@ int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes);
 // is no plain file. The file is opened once.
 int readUnpackedOrAsIs(const QString& path, char* buffer, int maxBytes);
 
+// The unpacked bytes of a gzip that is all there, appended. False when they are damaged or no gzip,
+// or when there is more than maxBytes of them, which is then not unpacked.
+[[nodiscard]] bool unpackBytes(const QByteArray& packed, int maxBytes, QByteArray* bytes);
+
 // Packs the bytes into a device that is open for writing. False when not all were taken.
 [[nodiscard]] bool writePacked(QIODevice* device, const QByteArray& bytes);
 

@@ -5,6 +5,7 @@
 #include "ground/save_result.h"
 #include "ground/version_text.h"
 #include "ground/whole_file.h"
+#include "posefile/gzip_file.h"
 
 #include <QEventLoop>
 #include <QFile>
@@ -89,6 +90,35 @@ static bool waitFor(QNetworkReply* reply, int limitMs)
     return reply->isFinished();
 }
 
+// The toolkit unpacks without a limit, and one of the toolkits takes a body cut short for a whole
+// one; so both are done here.
+static const char kPackedForm[] = "gzip";
+
+static bool isCutShort(const UpdateReply& reply)
+{
+    bool isNumber = false;
+    const qint64 announced = reply.contentLength.trimmed().toLongLong(&isNumber);
+    return isNumber && reply.body.size() < announced;
+}
+
+QByteArray pictureBytesOf(const UpdateReply& reply)
+{
+    const QByteArray form = reply.contentEncoding.trimmed().toLower();
+    if (isCutShort(reply) || reply.body.size() > kLargestReply)
+        return QByteArray();
+    if (form.isEmpty() || form == "identity")
+        return reply.body;
+    QByteArray unpacked;
+    const bool whole = form == kPackedForm && unpackBytes(reply.body, kLargestReply, &unpacked);
+    return whole ? unpacked : QByteArray();
+}
+
+static UpdateReply partsOf(QNetworkReply* reply)
+{
+    return UpdateReply {
+        reply->readAll(), reply->rawHeader("Content-Length"), reply->rawHeader("Content-Encoding")};
+}
+
 void checkForUpdate(int limitMs)
 {
     g_picture.read = false;
@@ -97,6 +127,7 @@ void checkForUpdate(int limitMs)
     QNetworkAccessManager manager;
     QNetworkRequest request {QUrl(updatePictureUrl())};
     request.setRawHeader("User-Agent", "Mozilla Firefox");
+    request.setRawHeader("Accept-Encoding", kPackedForm); // asked for here, it is left packed
     QNetworkReply* reply = manager.get(request);
     // A longer reply is not read to its end and thus runs out of time.
     reply->setReadBufferSize(kLargestReply);
@@ -104,9 +135,9 @@ void checkForUpdate(int limitMs)
         reply->disconnect();
         reply->abort();
     } else if (reply->error() == QNetworkReply::NoError) {
-        const QByteArray body = reply->readAll();
-        if (!body.isEmpty())
-            logSaveResult(keepPicture(body));
+        const QByteArray bytes = pictureBytesOf(partsOf(reply));
+        if (!bytes.isEmpty())
+            logSaveResult(keepPicture(bytes));
     }
     reply->deleteLater();
 }

@@ -2,6 +2,7 @@
 #include "room_tests.h"
 
 #include "ground/backup_folder.h"
+#include "ground/dat_file.h"
 #include "ground/data_folder.h"
 
 #include <QtTest>
@@ -55,6 +56,20 @@ private slots:
         QVERIFY2(form.exactMatch(copies().first()), qPrintable(copies().first()));
         QCOMPARE(fileBytes(backupFolder() + copies().first()), QByteArray("pose"));
         QCOMPARE(fileBytes(path), QByteArray("pose"));
+    }
+
+    // Nobody reads one of that length, and its copy would push out all others.
+    void aFileLongerThanAnyThatIsReadIsNotCopied()
+    {
+        const QString path = dataFiles().poseIndex;
+        QVERIFY(backUpNow("ranks"));
+        writeFile(path, "x");
+        QVERIFY(QFile::resize(path, kLargestDatFile + 1));
+        QVERIFY(backUp(path));
+        QCOMPARE(contents(), QList<QByteArray>() << "ranks");
+        QVERIFY(setAside(path));
+        QVERIFY(!QFile::exists(path));
+        QCOMPARE(contents(), QList<QByteArray>() << "ranks");
     }
 
     void nothingIsCopiedOfMissingOrEmptyOrEqualFiles()

@@ -8,6 +8,7 @@
 #include "ground/plugin_settings.h"
 #include "ground/whole_file.h"
 #include "pane/dzquillonpane.h"
+#include "posefile/gzip_file.h"
 #include "services/update_notice.h"
 
 #include <QBuffer>
@@ -43,6 +44,11 @@ private slots:
     void anEndlessReplyIsNotReadForEver();
     void garbageAfterAGoodPictureIsStoredButNoNews_data();
     void garbageAfterAGoodPictureIsStoredButNoNews();
+    void aPackedPictureIsKeptUnpacked();
+    void theReplysPartsTellItsPicture_data();
+    void theReplysPartsTellItsPicture();
+    void aReplyThatUnpacksToTheLimitIsTaken_data();
+    void aReplyThatUnpacksToTheLimitIsTaken();
     void aPipeAtThePicturesNameIsLeftAlone();
     void aRedirectIsNotFollowed();
     void aDataFolderThatCannotBeMadeIsSurvived();
@@ -87,6 +93,15 @@ static QByteArray bigEndian(quint32 number)
         bytes += char(number >> shift & 0xff);
     return bytes;
 }
+
+static QByteArray packed(const QByteArray& bytes)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    return writePacked(&buffer, bytes) ? buffer.data() : QByteArray();
+}
+
+static const QByteArray kIsPacked = "Content-Encoding: gzip\r\n";
 
 // A PNG whose header tells that size; what follows the header fits no size of that kind.
 static QByteArray pngClaiming(quint32 width, quint32 height)
@@ -197,6 +212,14 @@ static void addFailureRows()
     QTest::newRow("closed without a reply") << QByteArray();
     QTest::newRow("body cut short")
         << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n") + smallPng(Qt::red);
+    const QByteArray png = packed(smallPng(Qt::red));
+    QTest::newRow("packed body cut short") << httpReply("200 OK", png, kIsPacked).chopped(1);
+    QTest::newRow("packed body without its end") << httpReply("200 OK", png.chopped(1), kIsPacked);
+    QTest::newRow("no gzip, though told so") << httpReply("200 OK", "not packed", kIsPacked);
+    QTest::newRow("another form of packing")
+        << httpReply("200 OK", png, "Content-Encoding: deflate\r\n");
+    QTest::newRow("more than the limit once unpacked")
+        << httpReply("200 OK", packed(QByteArray(kLargestReply + 1, '\0')), kIsPacked);
     QTest::newRow("header cut short") << QByteArray("HTTP/1.1 200 OK\r\nContent-Le");
 }
 
@@ -329,6 +352,67 @@ void TestUpdateNotice::garbageAfterAGoodPictureIsStoredButNoNews()
     checkForUpdate();
     QCOMPARE(fileBytes(f.picturePath()), body);
     QVERIFY(updatePicture().isNull());
+}
+
+void TestUpdateNotice::aPackedPictureIsKeptUnpacked()
+{
+    const QByteArray png = smallPng(Qt::red);
+    NoticeFixture f(httpReply("200 OK", packed(png), kIsPacked));
+    checkForUpdate();
+    QVERIFY2(
+        f.server.requests.at(0).contains("\r\nAccept-Encoding: gzip\r\n"), f.server.requests.at(0));
+    QCOMPARE(fileBytes(f.picturePath()), png);
+    QVERIFY(!updatePicture().isNull());
+}
+
+void TestUpdateNotice::theReplysPartsTellItsPicture_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<QByteArray>("length");
+    QTest::addColumn<QByteArray>("form");
+    QTest::addColumn<QByteArray>("bytes");
+    const QByteArray gzip = packed("bytes");
+    const QByteArray gzipLength = QByteArray::number(gzip.size());
+    const QByteArray none, all = "bytes";
+    QTest::newRow("as it came") << all << none << none << all;
+    QTest::newRow("as long as announced") << all << QByteArray("5") << none << all;
+    QTest::newRow("longer than announced") << all << QByteArray("4") << none << all;
+    QTest::newRow("shorter than announced") << all << QByteArray("6") << none << none;
+    QTest::newRow("much shorter") << all << QByteArray("99999999999") << none << none;
+    QTest::newRow("blanks around the length") << all << QByteArray(" 6 ") << none << none;
+    QTest::newRow("a length that is no number") << all << QByteArray("six") << none << all;
+    QTest::newRow("told to be as it is") << all << none << QByteArray("Identity") << all;
+    QTest::newRow("packed") << gzip << gzipLength << QByteArray("gzip") << all;
+    QTest::newRow("packed, in capitals") << gzip << none << QByteArray(" GZIP ") << all;
+    QTest::newRow("packed, shorter than announced")
+        << gzip << QByteArray::number(gzip.size() + 1) << QByteArray("gzip") << none;
+    QTest::newRow("packed and cut") << gzip.chopped(1) << none << QByteArray("gzip") << none;
+    QTest::newRow("packed in another form") << gzip << none << QByteArray("br") << none;
+}
+
+void TestUpdateNotice::theReplysPartsTellItsPicture()
+{
+    QFETCH(QByteArray, body);
+    QFETCH(QByteArray, length);
+    QFETCH(QByteArray, form);
+    QTEST(pictureBytesOf(UpdateReply {body, length, form}), "bytes");
+}
+
+void TestUpdateNotice::aReplyThatUnpacksToTheLimitIsTaken_data()
+{
+    QTest::addColumn<int>("more"); // bytes than the limit
+    QTest::newRow("at the limit") << 0;
+    QTest::newRow("one more") << 1;
+}
+
+void TestUpdateNotice::aReplyThatUnpacksToTheLimitIsTaken()
+{
+    QFETCH(int, more);
+    const int size = kLargestReply + more;
+    const int taken = more > 0 ? 0 : size;
+    const QByteArray zeros(size, '\0');
+    QCOMPARE(pictureBytesOf(UpdateReply {packed(zeros), "", "gzip"}).size(), taken);
+    QCOMPARE(pictureBytesOf(UpdateReply {zeros, "", ""}).size(), taken);
 }
 
 void TestUpdateNotice::aPipeAtThePicturesNameIsLeftAlone()

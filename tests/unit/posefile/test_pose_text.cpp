@@ -47,6 +47,9 @@ private slots:
     void nothingIsReadFrom();
     void aPipeIsNotRead();
     void aLinkToAPlainFileIsRead();
+    void bytesAreUnpackedUpToALimit();
+    void damagedBytesAreNotUnpacked_data();
+    void damagedBytesAreNotUnpacked();
     void aCutGzipFileGivesWhatCouldBeUnpacked();
     void aGzipBombStaysWithinTheBuffer();
     void theBufferLivesBetweenCreateAndFree();
@@ -424,6 +427,38 @@ void TestPoseText::aLinkToAPlainFileIsRead()
     QVERIFY(QFile::link(fileWith("real.duf", "\"url\" ]  "), g_folder->path("link.duf")));
     QVERIFY(loadPoseText(g_folder->path("link.duf")));
     QCOMPARE(nextEntry(), QString("\"url\" ]"));
+}
+
+void TestPoseText::bytesAreUnpackedUpToALimit()
+{
+    const QByteArray bytes(200000, 'x');
+    QVERIFY(writeGzip(g_folder->path("x"), bytes));
+    const QByteArray packed = fileBytes(g_folder->path("x"));
+    QByteArray unpacked;
+    QVERIFY(unpackBytes(packed, bytes.size(), &unpacked));
+    QVERIFY(unpacked == bytes);
+    unpacked.clear();
+    QVERIFY(!unpackBytes(packed, bytes.size() - 1, &unpacked));
+    QVERIFY(unpacked.size() < bytes.size());
+}
+
+void TestPoseText::damagedBytesAreNotUnpacked_data()
+{
+    QTest::addColumn<int>("kept"); // bytes of a whole gzip
+    QTest::newRow("none") << 0;
+    QTest::newRow("half of the header") << 5;
+    QTest::newRow("without the trailer") << -8;
+    QTest::newRow("without the last byte") << -1;
+}
+
+void TestPoseText::damagedBytesAreNotUnpacked()
+{
+    QFETCH(int, kept);
+    QVERIFY(writeGzip(g_folder->path("x"), QByteArray(1000, 'x')));
+    const QByteArray packed = fileBytes(g_folder->path("x"));
+    QByteArray unpacked;
+    QVERIFY(!unpackBytes(packed.left(kept < 0 ? packed.size() + kept : kept), 5000, &unpacked));
+    QVERIFY(!unpackBytes("no gzip", 5000, &unpacked));
 }
 
 void TestPoseText::aCutGzipFileGivesWhatCouldBeUnpacked()
