@@ -121,9 +121,9 @@ bool setAside(const QString& path, int generations)
 {
     if (!QFile::exists(path))
         return true;
-    if (backUp(path, generations))
+    if (QFileInfo(path).size() <= kLargestDatFile && backUp(path, generations))
         return QFile::remove(path);
-    // A full disk takes no copy, but another name.
+    // What is too long for a copy, or finds the disk full, gets another name.
     return QDir().mkpath(backupFolder()) && QFile::rename(path, freshName(path));
 }
 

@@ -50,8 +50,7 @@ private slots:
     {
         ScanFixture f;
         f.add("a.duf", poseNumber(1));
-        QStringList content = f.content();
-        f.setContent(content << f.host.home.path("missing"));
+        f.setContent(QStringList() << f.content() << f.host.home.path("missing"));
         clearStatusMessage();
         scanPoses();
         QCOMPARE(indexedPaths().size(), 1);
@@ -67,7 +66,7 @@ private slots:
         ScanFixture f;
         f.add("deep/er/a.duf", poseNumber(1));
         f.add("empty.duf", "");
-        QVERIFY(QDir().mkpath(f.content().first() + "/empty folder"));
+        QVERIFY(QDir().mkpath(f.content() + "/empty folder"));
         clearStatusMessage();
         scanPoses();
         QCOMPARE(indexedPaths().size(), 1);
