@@ -59,7 +59,8 @@ def collect(tree, workers, say):
     workers.serve(lambda: next(waiting, None), take)
     if not kept or not lines:
         raise Failed("no test reached any line of the product")
-    return {"fingerprint": tree.fingerprint(), "tests": kept, "lines": lines}
+    left_out = sorted({test["name"] for test in tests} - {test["name"] for test in kept})
+    return {"fingerprint": tree.fingerprint(), "tests": kept, "left_out": left_out, "lines": lines}
 
 
 class Coverage:
