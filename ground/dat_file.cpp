@@ -3,6 +3,10 @@
 #include "ground/plain_file.h"
 #include "ground/whole_file.h"
 
+#include <QFile>
+
+#include <cstring>
+
 #if Q_BYTE_ORDER != Q_LITTLE_ENDIAN
 #error "the .dat files hold values as they lie in the memory of a little-endian machine"
 #endif
@@ -10,28 +14,43 @@
 namespace quillon {
 
 DatReader::DatReader(const QString& path)
-    : m_file(path)
-    , m_left(0)
+    : m_at(0)
 {
-    if (openPlainFile(&m_file, QIODevice::ReadOnly))
-        m_left = qMin(m_file.size(), kLargestDatFile);
+    QFile file(path);
+    m_open = openPlainFile(&file, QIODevice::ReadOnly);
+    if (m_open)
+        m_bytes = file.read(qMin(file.size(), kLargestDatFile));
 }
 
 bool DatReader::isOpen() const
 {
-    return m_file.isOpen();
+    return m_open;
 }
 
 qint64 DatReader::bytesLeft() const
 {
-    return m_left;
+    return m_bytes.size() - m_at;
+}
+
+const char* DatReader::take(int bytes, int* taken)
+{
+    *taken = qMin(bytes, m_bytes.size() - m_at);
+    m_at += *taken;
+    return m_bytes.constData() + m_at - *taken;
 }
 
 void DatReader::read(void* field, int bytes)
 {
-    const qint64 wanted = qMin(qint64(bytes), m_left);
-    const qint64 count = wanted > 0 ? m_file.read(static_cast<char*>(field), wanted) : 0;
-    m_left -= qMax(count, qint64(0));
+    int taken;
+    const char* from = take(bytes, &taken);
+    std::memcpy(field, from, std::size_t(taken));
+}
+
+QString DatReader::readText(int bytes)
+{
+    int taken;
+    const char* from = take(bytes, &taken);
+    return QString::fromUtf8(from, taken);
 }
 
 void DatWriter::reserve(int bytes)

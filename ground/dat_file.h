@@ -6,7 +6,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QFile>
 #include <QString>
 
 #include <type_traits>
@@ -29,6 +28,7 @@ public:
 
     // A short read leaves the rest of the field as it was.
     void read(void* field, int bytes);
+    QString readText(int bytes); // UTF-8; a short read gives what there is
     template <typename T> void readField(T* field)
     {
         static_assert(IsDatField<T>::value, "a plain number");
@@ -36,8 +36,11 @@ public:
     }
 
 private:
-    QFile m_file;
-    qint64 m_left;
+    const char* take(int bytes, int* taken);
+
+    QByteArray m_bytes; // of the file, as it was opened
+    int m_at; // of the next read
+    bool m_open;
 };
 
 class DatWriter {

@@ -62,6 +62,24 @@ private slots:
         QCOMPARE(in.bytesLeft(), qint64(0));
     }
 
+    void textIsReadAsUtf8AndEndsWithTheFile()
+    {
+        TempFolder folder;
+        writeFile(folder.path("x.dat"),
+            QByteArray("b\xc3\xa4"
+                       "umed",
+                7));
+        DatReader in(folder.path("x.dat"));
+        QCOMPARE(in.readText(6),
+            QString::fromUtf8("b\xc3\xa4"
+                              "ume"));
+        QCOMPARE(in.bytesLeft(), qint64(1));
+        QVERIFY(in.isWhole());
+        QCOMPARE(in.readText(3), QString("d"));
+        QVERIFY(!in.isWhole());
+        QCOMPARE(in.bytesLeft(), qint64(0));
+    }
+
     void aFileThatIsNotThereGivesNothing()
     {
         TempFolder folder;
