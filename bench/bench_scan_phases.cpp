@@ -25,7 +25,7 @@ static void fillIndex(int count)
     std::minstd_rand random(7);
     for (int n = 0; n < count; ++n) {
         const int entry = appendPose(QString::fromLatin1("/content/%1.duf").arg(n));
-        PoseIndexEntry& e = *poseEntry(entry);
+        PoseIndexEntry& e = *entryToChange(entry);
         const int other = int(random() % unsigned(n + 1));
         for (int slot = 0; slot < kSignatureSlots; ++slot) {
             const double turnRad = double(random() % 1000) / 1000 * 0.6;
@@ -42,7 +42,7 @@ static void fillIndex(int count)
 static void restoreHashes(int count)
 {
     for (int entry = 0; entry < count; ++entry)
-        poseEntry(entry)->contentHash = quint32(entry + 1);
+        entryToChange(entry)->contentHash = quint32(entry + 1);
 }
 
 static ScanWatch quietWatch()

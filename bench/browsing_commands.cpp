@@ -137,12 +137,12 @@ static void leaveFarthestOnly(BrowsingScene* scene, int count)
     freshIndex(*scene, IndexKind::Alike, count - 1);
     appendPose(writePoseFile(scene, QLatin1String("far.duf")));
     const PoseIndexEntry first = *poseEntry(0);
-    PoseIndexEntry& far = *poseEntry(count - 1);
-    far.figureCode = first.figureCode;
-    std::copy(std::begin(first.signature), std::end(first.signature), far.signature);
-    far.hasSignature = true;
+    PoseIndexEntry& end = *entryToChange(count - 1);
+    end.figureCode = first.figureCode;
+    std::copy(std::begin(first.signature), std::end(first.signature), end.signature);
+    end.hasSignature = true;
     for (int entry = 0; entry < count - 1; ++entry) {
-        DzQuat& last = poseEntry(entry)->signature[RightForearmSlot];
+        DzQuat& last = entryToChange(entry)->signature[TorsoSlot];
         last = last * DzQuat(DzVec3(1, 1, 1), 2.5);
     }
     std::fill_n(pluginSettings().similarity, kBodyAreaCount, true);
@@ -219,8 +219,8 @@ static void saveRow(BrowsingScene* scene, int count)
 static int addMatch(const QString& path)
 {
     const int entry = appendPose(path);
-    poseEntry(entry)->figureCode = kFemaleCode;
-    poseEntry(entry)->hasSignature = true;
+    entryToChange(entry)->figureCode = kFemaleCode;
+    entryToChange(entry)->hasSignature = true;
     return entry;
 }
 

@@ -43,13 +43,11 @@ static_assert(std::size(kAreas) == std::size_t(kSignatureSlots), "one area per s
 
 void setSimilarityFilters(BrowseTables* tables, int type)
 {
-    for (int slot = 0; slot < kSignatureSlots; ++slot) {
-        bool on = false;
-        if (isCategory(type))
-            on = categoryRow(type).filtersByUser ? pluginSettings().similarity[kAreas[slot]]
-                                                 : (categoryRow(type).filters >> slot & 1u) != 0;
-        tables->filters.on[slot] = on;
-    }
+    tables->filters.slotBits = isCategory(type) ? categoryRow(type).filters : 0;
+    if (!isCategory(type) || !categoryRow(type).filtersByUser)
+        return;
+    for (int slot = 0; slot < kSignatureSlots; ++slot)
+        tables->filters.slotBits |= unsigned(pluginSettings().similarity[kAreas[slot]]) << slot;
 }
 
 float bestYawSimilarity(const BrowseTables& tables, const DzQuat& hip)
@@ -66,13 +64,13 @@ float browseScore(const BrowseTables& tables, int entry)
     const PoseIndexEntry* e = poseEntry(entry);
     if (!e || !e->hasSignature)
         return kRejected;
-    const bool* on = tables.filters.on;
-    float sum = on[HipSlot] ? bestYawSimilarity(tables, e->signature[HipSlot]) : 0;
+    const SimilarityFilters& filters = tables.filters;
+    float sum = filters.on(HipSlot) ? bestYawSimilarity(tables, e->signature[HipSlot]) : 0;
     for (int slot = TorsoSlot; slot < kSignatureSlots; ++slot)
-        sum += on[slot] ? probeSimilarity(
+        sum += filters.on(slot) ? probeSimilarity(
                    probeOf(e->signature[slot]), tables.referenceProbes[slot], kBrowseTolerance)
-                        : 1.0f;
-    return sum / float(kPartCount + (on[HipSlot] ? 1 : 0));
+                                : 1.0f;
+    return sum / float(kPartCount + (filters.on(HipSlot) ? 1 : 0));
 }
 
 } // namespace quillon

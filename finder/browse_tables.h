@@ -14,7 +14,11 @@ const int kYawCount = 360;
 
 // Which slots take part in the score.
 struct SimilarityFilters {
-    bool on[kSignatureSlots] = {};
+    unsigned slotBits = 0; // bits by SignatureSlot
+    bool on(int slot) const
+    {
+        return slotBits >> slot & 1u;
+    }
 };
 
 struct BrowseTables {

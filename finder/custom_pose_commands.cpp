@@ -30,7 +30,7 @@ namespace quillon {
 bool isCustomPose(int entry)
 {
     const PoseIndexEntry* e = poseEntry(entry);
-    return e && isCustomLibraryPath(e->path);
+    return e && e->isCustom;
 }
 
 // ---- saving
@@ -71,7 +71,7 @@ static bool indexPose(const QString& path, bool existed, DzSkeleton* figure, DzT
         entry = appendPose(path);
     if (entry < 0)
         return true;
-    poseEntry(entry)->hasSignature = false;
+    entryToChange(entry)->hasSignature = false;
     identifyPose(entry);
     takeSignature(entry, figure, time);
     refreshCurrentRank(); // of a file that was replaced: its hash has changed

@@ -94,7 +94,7 @@ static bool passes(int entry)
     const PluginSettings& settings = pluginSettings();
     const PoseIndexEntry* e = poseEntry(entry);
     return isFigureIncluded(e->figureCode) && (settings.rankFilter & (1 << rankOf(entry)))
-        && !(settings.ignorePosePairs && posePairKind(e->path).kind != 0) && e->hasSignature
+        && !(settings.ignorePosePairs && e->isOfPair) && e->hasSignature
         && browseScore(browseSession().tables, entry) > 0;
 }
 

@@ -86,7 +86,7 @@ quint32 figureCodeOf(const char* bytes, int count, const QString& path)
 
 bool identifyPose(int entry)
 {
-    PoseIndexEntry* e = poseEntry(entry);
+    PoseIndexEntry* e = entryToChange(entry);
     if (!e)
         return false;
     e->figureCode = 0;

@@ -1,7 +1,9 @@
 #include "finder/pose_index.h"
 
+#include "finder/pose_pair_products.h"
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
+#include "posefile/custom_library.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,8 +12,8 @@
 namespace quillon {
 
 struct PoseIndex {
-    std::vector<PoseIndexEntry> entries; // every slot
-    int count = 0; // of those in use
+    std::vector<PoseIndexEntry> entries; // its capacity is that of the table
+    quint32 lastStamp = 0;
 };
 static PoseIndex g_index;
 
@@ -19,40 +21,55 @@ static PoseIndex g_index;
 
 void createPoseIndex()
 {
-    g_index.entries.assign(kPoseIndexCapacity, PoseIndexEntry());
-    g_index.count = 0;
+    resetPoseIndex();
+    g_index.entries.reserve(kPoseIndexCapacity);
 }
 
 void freePoseIndex()
 {
     std::vector<PoseIndexEntry>().swap(g_index.entries);
-    g_index.count = 0;
 }
 
 void resetPoseIndex()
 {
-    std::fill(g_index.entries.begin(), g_index.entries.end(), PoseIndexEntry());
-    g_index.count = 0;
+    g_index.entries.clear();
 }
 
 int poseCount()
 {
-    return g_index.count;
+    return int(g_index.entries.size());
 }
 
-PoseIndexEntry* poseEntry(int entry)
+const PoseIndexEntry* poseEntry(int entry)
 {
-    return entry >= 0 && entry < g_index.count ? &g_index.entries[std::size_t(entry)] : nullptr;
+    return entry >= 0 && entry < poseCount() ? &g_index.entries[std::size_t(entry)] : nullptr;
+}
+
+PoseIndexEntry* entryToChange(int entry)
+{
+    if (!poseEntry(entry))
+        return nullptr;
+    PoseIndexEntry* changed = &g_index.entries[std::size_t(entry)];
+    changed->stamp = ++g_index.lastStamp;
+    return changed;
+}
+
+static int freeSlots()
+{
+    return int(g_index.entries.capacity() - g_index.entries.size());
 }
 
 int appendPose(const QString& path)
 {
-    if (g_index.count >= int(g_index.entries.size()))
+    if (freeSlots() == 0)
         return -1;
-    PoseIndexEntry& fresh = g_index.entries[std::size_t(g_index.count)];
-    fresh = PoseIndexEntry();
+    g_index.entries.emplace_back();
+    PoseIndexEntry& fresh = g_index.entries.back();
     fresh.path = path;
-    return g_index.count++;
+    fresh.stamp = ++g_index.lastStamp;
+    fresh.isCustom = isCustomLibraryPath(path);
+    fresh.isOfPair = posePairKind(path).kind != 0;
+    return poseCount() - 1;
 }
 
 void copyEntry(int from, int to)
@@ -64,19 +81,14 @@ void copyEntry(int from, int to)
 
 void removeEntry(int entry)
 {
-    if (!poseEntry(entry))
-        return;
-    const auto end = g_index.entries.begin() + g_index.count;
-    std::move(g_index.entries.begin() + entry + 1, end, g_index.entries.begin() + entry);
-    truncatePoseIndex(g_index.count - 1);
+    if (poseEntry(entry))
+        g_index.entries.erase(g_index.entries.begin() + entry);
 }
 
 void truncatePoseIndex(int count)
 {
-    const int kept = std::max(0, std::min(count, g_index.count));
-    std::fill(
-        g_index.entries.begin() + kept, g_index.entries.begin() + g_index.count, PoseIndexEntry());
-    g_index.count = kept;
+    if (count < poseCount())
+        g_index.entries.resize(std::size_t(std::max(0, count)));
 }
 
 // ---- the file
@@ -126,8 +138,9 @@ static void writeSignature(const PoseIndexEntry& entry, DatWriter* file)
     file->write(&stored, sizeof stored);
 }
 
-// False when the file does not hold the whole entry or its path is longer than there is room for.
-static bool readEntry(DatReader* file, PoseIndexEntry* entry, int* roomForPaths)
+// Appends it. False when the file does not hold the whole entry or its path is longer than there is
+// room for.
+static bool readEntry(DatReader* file, int* roomForPaths)
 {
     if (file->bytesLeft() < kRecordBytes)
         return false;
@@ -138,16 +151,14 @@ static bool readEntry(DatReader* file, PoseIndexEntry* entry, int* roomForPaths)
     if (pathBytes > std::min(kLongestPathBytes, *roomForPaths))
         return false;
     *roomForPaths -= pathBytes;
-    QByteArray path(pathBytes, '\0');
-    file->read(path.data(), pathBytes);
-    *entry = PoseIndexEntry();
-    entry->path = QString::fromUtf8(path.constData(), path.size());
-    file->readField(&entry->contentHash);
-    file->readField(&entry->figureCode);
-    readSignature(file, entry);
+    appendPose(file->readText(pathBytes));
+    PoseIndexEntry& entry = g_index.entries.back();
+    file->readField(&entry.contentHash);
+    file->readField(&entry.figureCode);
+    readSignature(file, &entry);
     quint8 flag = 0;
     file->readField(&flag);
-    entry->hasSignature = flag != 0;
+    entry.hasSignature = flag != 0;
     return true;
 }
 
@@ -166,13 +177,9 @@ static void readEntries(DatReader* file)
 {
     qint32 count = 0;
     file->readField(&count);
-    const int slotCount = int(g_index.entries.size());
-    const int wanted = std::max(0, std::min(int(count), slotCount));
     int roomForPaths = kAllPathsBytes;
-    truncatePoseIndex(0);
-    while (g_index.count < wanted
-        && readEntry(file, &g_index.entries[std::size_t(g_index.count)], &roomForPaths))
-        ++g_index.count;
+    resetPoseIndex();
+    while (poseCount() < count && freeSlots() > 0 && readEntry(file, &roomForPaths)) { }
 }
 
 bool readPoseIndex()
@@ -192,11 +199,11 @@ bool writePoseIndex()
     if (!ensureDataFolder())
         return false;
     DatWriter file;
-    file.reserve(g_index.count * kUsualEntryBytes);
+    file.reserve(poseCount() * kUsualEntryBytes);
     file.writeField(kFileVersion);
-    file.writeField(qint32(g_index.count));
-    for (int entry = 0; entry < g_index.count; ++entry)
-        writeEntry(g_index.entries[std::size_t(entry)], &file);
+    file.writeField(qint32(poseCount()));
+    for (const PoseIndexEntry& entry : g_index.entries)
+        writeEntry(entry, &file);
     return file.save(dataFiles().poseIndex);
 }
 

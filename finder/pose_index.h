@@ -6,7 +6,7 @@
 // was read is written again byte for byte. A file cut short gives the entries that are whole.
 // Reading ends before a path longer than kLongestPathBytes and before the paths together pass
 // kAllPathsBytes.
-// Owns: the table, all slots of which exist as long as there is a pane, and the count of entries.
+// Owns: the table, which has room for all slots as long as there is a pane.
 #pragma once
 
 #include "dzquat.h"
@@ -41,17 +41,20 @@ struct PoseIndexEntry {
     QString path; // as the directory walk gave it
     quint32 contentHash = 0; // 0 while a scan runs: dropped
     quint32 figureCode = kFigureNotIdentified; // kFemaleCode, kMaleCode; others: not browsable
-    DzQuat signature[kSignatureSlots]; // identity until taken
+    quint32 stamp = 0; // another one after each change; none is given twice, but a copy keeps it
     bool hasSignature = false;
+    bool isCustom = false, isOfPair = false; // what appendPose() saw in the path
+    DzQuat signature[kSignatureSlots]; // identity until taken
 };
 
 // ---- the table
 
-void createPoseIndex(); // fresh empty entries, count 0
-void freePoseIndex();
-void resetPoseIndex(); // likewise; every slot
+void createPoseIndex(); // with room for the capacity, count 0
+void freePoseIndex(); // nor any room
+void resetPoseIndex(); // count 0
 int poseCount();
-PoseIndexEntry* poseEntry(int entry); // null outside 0..poseCount()-1
+const PoseIndexEntry* poseEntry(int entry); // null outside 0..poseCount()-1
+PoseIndexEntry* entryToChange(int entry); // likewise; to be written to before anything else happens
 
 int appendPose(const QString& path); // a fresh entry at the end; -1: the table is full
 void copyEntry(int from, int to); // all fields; both below poseCount()

@@ -2,6 +2,8 @@
 
 #include "finder/pose_index.h"
 
+#include <QStringMatcher>
+
 #include <iterator>
 
 namespace quillon {
@@ -41,7 +43,8 @@ static_assert(std::size(kProducts) == 14, "the products that there are");
 
 PosePairKind posePairKind(const QString& path)
 {
-    PosePairKind pair = {path.contains(QLatin1String(kMakerFolder), Qt::CaseInsensitive), 0};
+    static const QStringMatcher folder(QLatin1String(kMakerFolder), Qt::CaseInsensitive);
+    PosePairKind pair = {folder.indexIn(path) >= 0, 0};
     if (!pair.isMakerFile)
         return pair;
     if (path.contains(QLatin1String("0.duf")))

@@ -5,7 +5,6 @@
 #include "ground/data_folder.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
-#include "posefile/custom_library.h"
 #include "posefile/part_locks.h"
 
 #include <algorithm>
@@ -80,7 +79,7 @@ int rankOf(int entry)
     const PoseIndexEntry* e = poseEntry(entry);
     if (!e)
         return Unranked;
-    if (isCustomLibraryPath(e->path))
+    if (e->isCustom)
         return CustomLibraryPose;
     const auto found = g_ranks.rankByKey.find(e->contentHash);
     return found == g_ranks.rankByKey.end() ? int(Unranked) : found->second;
@@ -112,7 +111,7 @@ bool setCurrentRank(int rank)
     PluginSettings& settings = pluginSettings();
     const PoseIndexEntry* current = poseEntry(settings.currentPose);
     const bool canBeGiven = rank >= Unranked && rank <= Hidden;
-    if (!canBeGiven || !current || isCustomLibraryPath(current->path))
+    if (!canBeGiven || !current || current->isCustom)
         return true;
     setRank(current->contentHash, rank);
     refreshCurrentRank();

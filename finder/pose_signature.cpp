@@ -55,7 +55,7 @@ DzQuat slotRotation(const DzSkeleton* figure, SignatureSlot slot, DzTime time)
 
 void takeSignature(int entry, DzSkeleton* figure, DzTime time)
 {
-    PoseIndexEntry* e = poseEntry(entry);
+    PoseIndexEntry* e = entryToChange(entry);
     if (!e || !boneOf(figure, QLatin1String(kHipName)))
         return;
     for (int slot = 0; slot < kSignatureSlots; ++slot)

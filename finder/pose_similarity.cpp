@@ -1,7 +1,5 @@
 #include "finder/pose_similarity.h"
 
-#include "posefile/custom_library.h"
-
 #include <algorithm>
 
 namespace quillon {
@@ -41,7 +39,7 @@ static_assert(kMirrorSlots == kSignatureSlots && kPassSlots == kSignatureSlots,
 
 static bool takesPart(const PoseIndexEntry& entry)
 {
-    return entry.contentHash != 0 && !isCustomLibraryPath(entry.path);
+    return entry.contentHash != 0 && !entry.isCustom;
 }
 
 MirrorRow mirrorRowOf(const PoseIndexEntry& entry)

@@ -3,7 +3,6 @@
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
 #include "finder/pose_similarity.h"
-#include "posefile/custom_library.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -106,9 +105,8 @@ bool markDuplicates(const ScanWatch& watch)
 {
     std::unordered_set<quint32> seen;
     return forEachEntry(watch, [&](int entry) {
-        PoseIndexEntry* e = poseEntry(entry);
-        if (e->contentHash != 0 && !isCustomLibraryPath(e->path)
-            && !seen.insert(e->contentHash).second)
+        PoseIndexEntry* e = entryToChange(entry);
+        if (e->contentHash != 0 && !e->isCustom && !seen.insert(e->contentHash).second)
             e->contentHash = 0;
     });
 }
@@ -130,7 +128,7 @@ bool markMirrored(const ScanWatch& watch)
     MirrorPass pass(rowsOf(mirrorRowOf));
     return forEachEntry(watch, [&](int entry) {
         if (pass.firstMirrored(entry) != kNoMirror)
-            poseEntry(entry)->contentHash = 0;
+            entryToChange(entry)->contentHash = 0;
     });
 }
 
@@ -139,7 +137,7 @@ bool markSimilar(const ScanWatch& watch)
     SimilarPass pass(rowsOf(similarRowOf));
     return forEachEntry(watch, [&](int entry) {
         if (pass.firstRepeated(entry) != kNoRepeat)
-            poseEntry(entry)->contentHash = 0;
+            entryToChange(entry)->contentHash = 0;
     });
 }
 

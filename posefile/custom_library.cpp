@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStringList>
+#include <QStringMatcher>
 
 namespace quillon {
 
@@ -24,7 +25,8 @@ bool ensureCustomLibraryFolder()
 
 bool isCustomLibraryPath(const QString& path)
 {
-    return path.contains(QLatin1String(kCustomLibraryPart));
+    static const QStringMatcher part((QLatin1String(kCustomLibraryPart)));
+    return part.indexIn(path) >= 0;
 }
 
 static bool isSameOrBelow(const QString& folder, const QString& top)

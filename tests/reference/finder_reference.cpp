@@ -81,7 +81,7 @@ static void mark(bool (*repeats)(int earlier, int later))
     for (int j = 0; j < poseCount(); ++j) {
         for (int i = 0; takesPart(j) && i < j; ++i) {
             if (takesPart(i) && repeats(i, j))
-                poseEntry(j)->contentHash = 0;
+                entryToChange(j)->contentHash = 0;
         }
     }
 }
@@ -117,13 +117,14 @@ float bestYawSimilarity(const DzQuat& hip)
 float browseScore(int entry)
 {
     const PoseIndexEntry& e = *poseEntry(entry);
-    const bool* on = browseSession().tables.filters.on;
-    float sum = on[0] ? reference::bestYawSimilarity(e.signature[0]) : 0;
+    const SimilarityFilters& filters = browseSession().tables.filters;
+    float sum = filters.on(0) ? reference::bestYawSimilarity(e.signature[0]) : 0;
     for (int slot = 1; slot < 10; ++slot) {
         const DzQuat& against = browseSession().tables.references[SignatureSlot(slot)];
-        sum += on[slot] ? reference::partSimilarity(e.signature[slot], against, 0.75f) : 1.0f;
+        sum += filters.on(slot) ? reference::partSimilarity(e.signature[slot], against, 0.75f)
+                                : 1.0f;
     }
-    return sum / (on[0] ? 10.0f : 9.0f);
+    return sum / (filters.on(0) ? 10.0f : 9.0f);
 }
 
 int rankOf(int entry, const std::vector<RankRecord>& records)

@@ -70,12 +70,12 @@ static void putOddNumber(PoseIndexEntry* e, Dice* dice)
 }
 
 static void putSignature(
-    IndexKind kind, const IndexModels& models, int near, PoseIndexEntry* e, Dice* dice)
+    IndexKind kind, const IndexModels& models, int like, PoseIndexEntry* e, Dice* dice)
 {
-    const int type = dice->below(4) ? near : int(dice->below(kCategoryCount));
+    const int type = dice->below(4) ? like : int(dice->below(kCategoryCount));
     const BrowseTables& tables
         = models.of[std::size_t(kind == IndexKind::Clustered ? int(dice->below(kCategoryCount))
-                : kind == IndexKind::Alike                   ? near
+                : kind == IndexKind::Alike                   ? like
                                                              : type)];
     if (kind == IndexKind::Random) {
         for (DzQuat& q : e->signature)
@@ -122,27 +122,27 @@ static QString madePath(bool odd, int number, Dice* dice)
 
 // ---- entries
 
-int addMadeEntry(IndexKind kind, const IndexModels& models, int near, Dice* dice)
+int addMadeEntry(IndexKind kind, const IndexModels& models, int like, Dice* dice)
 {
     const bool odd = kind == IndexKind::Adversarial;
     const int entry = appendPose(madePath(odd, poseCount(), dice));
     if (entry < 0)
         return entry;
-    PoseIndexEntry& e = *poseEntry(entry);
+    PoseIndexEntry& e = *entryToChange(entry);
     e.contentHash = odd && dice->below(3) == 0 ? dice->below(9) : dice->below(~0u);
     e.figureCode = dice->below(3) ? kFemaleCode : kMaleCode;
     if (odd && dice->below(9) == 0)
         e.figureCode = dice->below(2) ? dice->below(600) : kFigureNotIdentified;
     e.hasSignature = !odd || dice->below(9) != 0;
-    putSignature(kind, models, near, &e, dice);
+    putSignature(kind, models, like, &e, dice);
     return entry;
 }
 
-void makeIndex(IndexKind kind, int count, const IndexModels& models, int near, Dice* dice)
+void makeIndex(IndexKind kind, int count, const IndexModels& models, int like, Dice* dice)
 {
     resetPoseIndex();
     for (int n = 0; n < count; ++n)
-        addMadeEntry(kind, models, near, dice);
+        addMadeEntry(kind, models, like, dice);
 }
 
 // ---- ranks

@@ -20,9 +20,9 @@ struct IndexModels {
 };
 IndexModels modelsFor(const DzSkeleton* figure, DzTime time);
 
-// One more entry, of the kind; an Alike one matches every category's filters of the type `near`.
-int addMadeEntry(IndexKind kind, const IndexModels& models, int near, Dice* dice);
-void makeIndex(IndexKind kind, int count, const IndexModels& models, int near, Dice* dice);
+// One more entry, of the kind; an Alike one matches every category's filters of the type `like`.
+int addMadeEntry(IndexKind kind, const IndexModels& models, int like, Dice* dice);
+void makeIndex(IndexKind kind, int count, const IndexModels& models, int like, Dice* dice);
 
 // A record for about every share-th hash of the index, and some for hashes that it does not have.
 std::vector<RankRecord> madeRanks(int share, Dice* dice);

@@ -76,15 +76,15 @@ inline DzQuat randomRotation(Random* random)
 inline int addEntry(const QString& path, quint32 hash, quint32 code = kFemaleCode)
 {
     const int entry = appendPose(path);
-    poseEntry(entry)->contentHash = hash;
-    poseEntry(entry)->figureCode = code;
-    poseEntry(entry)->hasSignature = true;
+    entryToChange(entry)->contentHash = hash;
+    entryToChange(entry)->figureCode = code;
+    entryToChange(entry)->hasSignature = true;
     return entry;
 }
 
 inline void randomSignature(Random* random, int entry)
 {
-    for (DzQuat& each : poseEntry(entry)->signature)
+    for (DzQuat& each : entryToChange(entry)->signature)
         each = randomRotation(random);
 }
 

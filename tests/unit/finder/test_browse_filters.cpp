@@ -114,7 +114,7 @@ private slots:
     void poseWithoutSignatureNeverMatches()
     {
         m_finder->addFiles(3);
-        poseEntry(1)->hasSignature = false;
+        entryToChange(1)->hasSignature = false;
         m_finder->browse(AllPoses);
         QCOMPARE(countedMatches().matchCount, 2);
         pluginSettings().currentPose = 0;

@@ -40,7 +40,7 @@ static QString filterText()
         "armL", "armR", "forearmL", "forearmR"};
     QStringList on;
     for (int slot = 0; slot < kSignatureSlots; ++slot)
-        if (browseSession().tables.filters.on[slot])
+        if (browseSession().tables.filters.on(slot))
             on << s(names[slot]);
     return on.join(s(" "));
 }
@@ -203,7 +203,7 @@ void TestBrowseScore::aPoseWithoutSignatureNeverMatches()
 {
     StoreFixture f;
     const int entry = addEntry(s("/a.duf"), 1);
-    poseEntry(entry)->hasSignature = false;
+    entryToChange(entry)->hasSignature = false;
     for (int type = AllPoses; type <= ReferencePose; ++type) {
         buildYawTable(type, nullptr, 0);
         setPartReferences(&browseSession().tables, type, nullptr, 0);
@@ -228,13 +228,14 @@ void TestBrowseScore::anyYawOfATypeMatchesIt()
     setSimilarityFilters(&browseSession().tables, type);
     const int entry = addEntry(s("/a.duf"), 1);
     for (int slot = TorsoSlot; slot < kSignatureSlots; ++slot)
-        poseEntry(entry)->signature[slot] = browseSession().tables.references[SignatureSlot(slot)];
+        entryToChange(entry)->signature[slot]
+            = browseSession().tables.references[SignatureSlot(slot)];
     for (double deg = 0; deg < 360; deg += 7.3) {
-        poseEntry(entry)->signature[HipSlot] = poseTypeBase(type) * turn(0, 1, 0, deg);
+        entryToChange(entry)->signature[HipSlot] = poseTypeBase(type) * turn(0, 1, 0, deg);
         QVERIFY(browseScore(entry) > 0.99f);
         const DzQuat over = type == LyingLeftSide || type == LyingRightSide ? turn(0, 1, 0, 180)
                                                                             : turn(1, 0, 0, 180);
-        poseEntry(entry)->signature[HipSlot] = over * poseTypeBase(type) * turn(0, 1, 0, deg);
+        entryToChange(entry)->signature[HipSlot] = over * poseTypeBase(type) * turn(0, 1, 0, deg);
         QCOMPARE(browseScore(entry) > 0, type == AllPoses);
     }
 }
@@ -246,7 +247,7 @@ void TestBrowseScore::aRejectedSlotOutweighsAllOthers()
     setPartReferences(&browseSession().tables, Sitting, nullptr, 0);
     setSimilarityFilters(&browseSession().tables, Sitting);
     const int entry = addEntry(s("/a.duf"), 1);
-    PoseIndexEntry& e = *poseEntry(entry);
+    PoseIndexEntry& e = *entryToChange(entry);
     e.signature[LeftThighSlot] = browseSession().tables.references[LeftThighSlot];
     e.signature[RightThighSlot] = browseSession().tables.references[RightThighSlot];
     QVERIFY(browseScore(entry) > 0.99f); // straight shins do not count
@@ -276,7 +277,7 @@ void TestBrowseScore::scoresOfPosesEqualTheLiteralForm()
             const DzQuat& base = slot == HipSlot
                 ? browseSession().tables.yaw[random.below(kYawCount)]
                 : browseSession().tables.references[SignatureSlot(slot)];
-            poseEntry(entry)->signature[slot]
+            entryToChange(entry)->signature[slot]
                 = base * turn(random.between(-1, 1), 1, 0, random.between(0, 45));
         }
         QVERIFY(sameBits(browseScore(entry), reference::browseScore(entry)));

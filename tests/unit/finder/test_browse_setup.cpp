@@ -78,19 +78,19 @@ private slots:
     {
         m_finder->addFiles(1);
         m_finder->browse(LyingBellyUp);
-        QVERIFY(browseSession().tables.filters.on[HipSlot]
-            && browseSession().tables.filters.on[TorsoSlot]);
-        QVERIFY(!browseSession().tables.filters.on[LeftThighSlot]);
+        QVERIFY(browseSession().tables.filters.on(HipSlot)
+            && browseSession().tables.filters.on(TorsoSlot));
+        QVERIFY(!browseSession().tables.filters.on(LeftThighSlot));
         m_finder->browse(AllPoses);
-        QVERIFY(!browseSession().tables.filters.on[HipSlot]);
+        QVERIFY(!browseSession().tables.filters.on(HipSlot));
         m_finder->browse(ReferencePose);
-        QVERIFY(browseSession().tables.filters.on[HipSlot]
-            && !browseSession().tables.filters.on[LeftShinSlot]);
+        QVERIFY(browseSession().tables.filters.on(HipSlot)
+            && !browseSession().tables.filters.on(LeftShinSlot));
         pluginSettings().similarity[AreaHip] = false;
         pluginSettings().similarity[AreaLeftShin] = true;
         refreshFilters();
-        QVERIFY(!browseSession().tables.filters.on[HipSlot]
-            && browseSession().tables.filters.on[LeftShinSlot]);
+        QVERIFY(!browseSession().tables.filters.on(HipSlot)
+            && browseSession().tables.filters.on(LeftShinSlot));
     }
 
     void setUpWaitsForAFigure()

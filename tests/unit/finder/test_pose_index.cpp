@@ -73,7 +73,7 @@ static void fillAtRandom(Random* random, int count)
         const int entry = addEntry(QString("/content/pose %1.duf").arg(n), random->next(),
             random->below(2) ? kFemaleCode : kMaleCode);
         randomSignature(random, entry);
-        poseEntry(entry)->hasSignature = random->below(4) != 0;
+        entryToChange(entry)->hasSignature = random->below(4) != 0;
     }
 }
 
@@ -133,8 +133,8 @@ void TestPoseIndex::copyingTakesAllFields()
     IndexFixture f;
     Random random(1);
     fillAtRandom(&random, 2);
-    poseEntry(0)->hasSignature = false;
-    poseEntry(1)->hasSignature = true;
+    entryToChange(0)->hasSignature = false;
+    entryToChange(1)->hasSignature = true;
     copyEntry(1, 0);
     QVERIFY(sameEntry(*poseEntry(0), *poseEntry(1)));
     copyEntry(1, 1);
@@ -207,7 +207,7 @@ void TestPoseIndex::theLayoutIsFixed()
 {
     IndexFixture f;
     addEntry(QString::fromUtf8("/\xc3\xa4.duf"), 0x04030201, kMaleCode);
-    PoseIndexEntry& e = *poseEntry(0);
+    PoseIndexEntry& e = *entryToChange(0);
     for (int slot = 0; slot < kSignatureSlots; ++slot)
         e.signature[slot] = DzQuat(0, 0, 0, slot % 2 ? 1 : -1, false);
     e.signature[LeftThighSlot] = DzQuat(0.5, -0.5, 0.5, 0.5, false);
@@ -241,7 +241,7 @@ void TestPoseIndex::whatWasWrittenIsRead()
     IndexFixture f;
     Random random(4);
     fillAtRandom(&random, 40);
-    poseEntry(7)->path.clear(); // nothing follows a length of 0
+    entryToChange(7)->path.clear(); // nothing follows a length of 0
     QVERIFY(writePoseIndex());
     std::vector<PoseIndexEntry> written;
     for (int n = 0; n < 40; ++n)

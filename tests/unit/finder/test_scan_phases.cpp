@@ -220,7 +220,7 @@ static void fillWithNeighbours(Random* random, int count)
         const int entry
             = addEntry(random->below(12) ? s("/c/a.duf") : s("/data/Brannoc/Quillon/custom/a.duf"),
                 quint32(random->below(count)), random->below(3) ? kFemaleCode : kMaleCode);
-        PoseIndexEntry& e = *poseEntry(entry);
+        PoseIndexEntry& e = *entryToChange(entry);
         randomSignature(random, entry);
         if (n == 0 || random->below(4) == 0)
             continue;
@@ -269,7 +269,7 @@ void TestScanPhases::passesEqualTheLiteralForms()
             QVERIFY(pass.fast(quietWatch()));
             const std::vector<quint32> fast = hashes();
             for (int entry = 0; entry < poseCount(); ++entry)
-                poseEntry(entry)->contentHash = before[size_t(entry)];
+                entryToChange(entry)->contentHash = before[size_t(entry)];
             pass.literal();
             QVERIFY(hashes() == fast);
             QVERIFY(fast != before);

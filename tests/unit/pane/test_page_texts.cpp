@@ -26,7 +26,7 @@ private slots:
 
 static void addEntry(const char* path, quint32 code = 8)
 {
-    PoseIndexEntry* entry = poseEntry(appendPose(QLatin1String(path)));
+    PoseIndexEntry* entry = entryToChange(appendPose(QLatin1String(path)));
     entry->figureCode = code;
     entry->hasSignature = true;
 }
