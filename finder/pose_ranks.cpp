@@ -8,7 +8,6 @@
 #include "posefile/part_locks.h"
 
 #include <algorithm>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -20,19 +19,38 @@ static const char kRefusal[] = "ERROR\r\nRank cannot be changed if\r\npart of th
 struct RankStore {
     std::vector<RankRecord> records; // every slot
     int count = 0; // of those in use
-    std::unordered_map<quint32, qint32> rankByKey; // of the first record with the key
+    std::vector<RankRecord> byKey; // hashed, the first record of each key; places without a rank
+                                   // are free, and they are the most
 };
 static RankStore g_ranks;
 
 // ---- the table
 
+static const std::size_t kFewestPlaces = 16;
+
+// Where the key stands, or where it would.
+static RankRecord* placeOf(quint32 key)
+{
+    const std::size_t last = g_ranks.byKey.size() - 1; // all bits on
+    std::size_t at = quint64(key) * 0x9e3779b97f4a7c15u >> 40 & last; // the golden ratio's bits
+    while (g_ranks.byKey[at].rank != Unranked && g_ranks.byKey[at].key != key)
+        at = (at + 1) & last;
+    return &g_ranks.byKey[at];
+}
+
 // After any change of the records.
 static void indexRecords()
 {
-    g_ranks.rankByKey.clear();
-    for (int i = 0; i < g_ranks.count; ++i)
-        g_ranks.rankByKey.emplace(
-            g_ranks.records[std::size_t(i)].key, g_ranks.records[std::size_t(i)].rank);
+    std::size_t places = kFewestPlaces;
+    while (places < 2 * std::size_t(g_ranks.count))
+        places *= 2;
+    g_ranks.byKey.assign(places, RankRecord());
+    for (int i = 0; i < g_ranks.count; ++i) {
+        const RankRecord& record = g_ranks.records[std::size_t(i)];
+        RankRecord* place = placeOf(record.key);
+        if (place->rank == Unranked)
+            *place = record;
+    }
 }
 
 template <typename Drop> static void dropRecords(Drop drop)
@@ -81,8 +99,7 @@ int rankOf(int entry)
         return Unranked;
     if (e->isCustom)
         return CustomLibraryPose;
-    const auto found = g_ranks.rankByKey.find(e->contentHash);
-    return found == g_ranks.rankByKey.end() ? int(Unranked) : found->second;
+    return g_ranks.byKey.empty() ? int(Unranked) : placeOf(e->contentHash)->rank;
 }
 
 static void setRank(quint32 key, int rank)
