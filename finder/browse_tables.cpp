@@ -12,6 +12,18 @@ namespace quillon {
 static const int kPartCount = kSignatureSlots - 1; // all but the hip
 static const float kRadPerDegSingle = 0.017453292f; // single precision, as the angles made of it
 
+static Images imagesOf(const Probe& probe)
+{
+    return Images {
+        {probe.y.m_x, probe.y.m_y, probe.y.m_z}, {probe.z.m_x, probe.z.m_y, probe.z.m_z}};
+}
+
+static void forgetVerdicts(BrowseTables* tables)
+{
+    for (EntryFacts& each : tables->facts)
+        each.nearby = each.away = 0;
+}
+
 void makeYawTable(BrowseTables* tables, int type, const DzSkeleton* figure, DzTime time)
 {
     const DzQuat base
@@ -19,7 +31,10 @@ void makeYawTable(BrowseTables* tables, int type, const DzSkeleton* figure, DzTi
     for (int i = 0; i < kYawCount; ++i) {
         tables->yaw[i] = base * DzQuat(DzVec3(0, 1, 0), double(float(i) * kRadPerDegSingle));
         tables->yawProbes[i] = probeOf(tables->yaw[i]);
+        tables->yawImages.at[i] = imagesOf(tables->yawProbes[i]);
     }
+    makeBalls(&tables->yawImages);
+    forgetVerdicts(tables);
 }
 
 void setPartReferences(BrowseTables* tables, int type, const DzSkeleton* figure, DzTime time)
@@ -30,7 +45,9 @@ void setPartReferences(BrowseTables* tables, int type, const DzSkeleton* figure,
         tables->references[slot]
             = q ? DzQuat(q[0], q[1], q[2], q[3]) : slotRotation(figure, SignatureSlot(slot), time);
         tables->referenceProbes[slot] = probeOf(tables->references[slot]);
+        tables->referenceImages[slot] = imagesOf(tables->referenceProbes[slot]);
     }
+    forgetVerdicts(tables);
 }
 
 // The user's setting of each slot.
@@ -71,6 +88,78 @@ float browseScore(const BrowseTables& tables, int entry)
                    probeOf(e->signature[slot]), tables.referenceProbes[slot], kBrowseTolerance)
                                 : 1.0f;
     return sum / float(kPartCount + (filters.on(HipSlot) ? 1 : 0));
+}
+
+// ---- verdicts
+
+// Whether the images of the slot are known now; if not, they are not near.
+static bool takeImages(BrowseTables* tables, int slot, const DzQuat& q, Images* images)
+{
+    const Images guess = guessedImages(q.m_x, q.m_y, q.m_z, q.m_w);
+    const bool mayMatch = slot == HipSlot ? mayBeNearSome(tables->yawImages, guess)
+                                          : mayBeNear(guess, tables->referenceImages[slot]);
+    if (mayMatch)
+        *images = imagesOf(probeOf(q));
+    return mayMatch;
+}
+
+static bool isSlotNear(BrowseTables* tables, int entry, int slot, EntryFacts* facts)
+{
+    Images* images = &tables->images[std::size_t(entry * kSignatureSlots + slot)];
+    const quint16 bit = quint16(1u << slot);
+    if (!(facts->imaged & bit)) {
+        if (!takeImages(tables, slot, poseEntry(entry)->signature[slot], images))
+            return false;
+        facts->imaged |= bit;
+    }
+    return slot == HipSlot ? isNearSome(tables->yawImages, *images)
+                           : areNear(*images, tables->referenceImages[slot]);
+}
+
+static EntryFacts* factsOf(BrowseTables* tables, int entry, quint32 stamp)
+{
+    if (entry >= int(tables->facts.size())) {
+        tables->facts.resize(std::size_t(poseCount()));
+        tables->images.resize(std::size_t(poseCount() * kSignatureSlots));
+    }
+    EntryFacts* facts = &tables->facts[std::size_t(entry)];
+    if (facts->stamp != stamp) {
+        *facts = EntryFacts();
+        facts->stamp = stamp;
+    }
+    return facts;
+}
+
+void forgetFacts(BrowseTables* tables, int removed)
+{
+    if (removed >= int(tables->facts.size()))
+        return;
+    tables->facts.erase(tables->facts.begin() + removed);
+    const auto images = tables->images.begin() + removed * kSignatureSlots;
+    tables->images.erase(images, images + kSignatureSlots);
+}
+
+// The dear hip comes last.
+bool isMatch(BrowseTables* tables, int entry)
+{
+    const PoseIndexEntry* e = poseEntry(entry);
+    if (!e || !e->hasSignature)
+        return false;
+    EntryFacts* facts = factsOf(tables, entry, e->stamp);
+    const unsigned wanted = tables->filters.slotBits;
+    if (wanted & facts->away)
+        return false;
+    const unsigned unknown = wanted & ~facts->nearby;
+    for (int slot = kSignatureSlots - 1; unknown != 0 && slot >= 0; --slot) {
+        const quint16 bit = quint16(1u << slot);
+        if (!(unknown & bit))
+            continue;
+        const bool isNear = isSlotNear(tables, entry, slot, facts);
+        (isNear ? facts->nearby : facts->away) |= bit;
+        if (!isNear)
+            return false;
+    }
+    return true;
 }
 
 } // namespace quillon

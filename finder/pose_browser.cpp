@@ -94,8 +94,7 @@ static bool passes(int entry)
     const PluginSettings& settings = pluginSettings();
     const PoseIndexEntry* e = poseEntry(entry);
     return isFigureIncluded(e->figureCode) && (settings.rankFilter & (1 << rankOf(entry)))
-        && !(settings.ignorePosePairs && e->isOfPair) && e->hasSignature
-        && browseScore(browseSession().tables, entry) > 0;
+        && !(settings.ignorePosePairs && e->isOfPair) && isMatch(&browseSession().tables, entry);
 }
 
 // Everything that follows from the list of matches and the position.
@@ -129,6 +128,7 @@ static void listMatches()
 
 void forgetMatch(int removed)
 {
+    forgetFacts(&browseSession().tables, removed);
     std::vector<int>& matches = browseSession().matches;
     auto match = std::lower_bound(matches.begin(), matches.end(), removed);
     if (match != matches.end() && *match == removed)

@@ -5,6 +5,7 @@
 // ones outweighs; above 2 it only ranks. All scores are single precision.
 #pragma once
 
+#include "finder/image_match.h"
 #include "finder/mirror_pass.h"
 #include "finder/pose_index.h"
 #include "finder/similar_pass.h"
@@ -14,7 +15,6 @@
 namespace quillon {
 
 const float kRejected = -1000000.0f;
-const float kBrowseTolerance = 0.75f;
 
 // ---- two rotations
 

@@ -13,8 +13,8 @@ for compiler in g++ clang++; do
     fi
     for level in -O0 -O3; do
         "$compiler" -std=c++17 "$level" -ffp-contract=off -I"$source" -I"$source/tests" \
-            "$source"/finder/{box_tree,box_tree_build,mirror_pass,similar_pass}.cpp \
-            "$source"/tests/reference/{pass_reference,pass_tables,pass_differential}.cpp \
+            "$source"/finder/{box_tree,box_tree_build,image_match,mirror_pass,similar_pass}.cpp \
+            "$source"/tests/reference/{pass_reference,pass_tables,pass_differential,image_differential}.cpp \
             "$source/tests/reference/checksum_passes.cpp" -o "$work/checksum_passes"
         sum=$("$work/checksum_passes")
         echo "$compiler $level $sum"
