@@ -105,7 +105,10 @@ static bool takeImages(BrowseTables* tables, int slot, const DzQuat& q, Images* 
 
 static bool isSlotNear(BrowseTables* tables, int entry, int slot, EntryFacts* facts)
 {
-    Images* images = &tables->images[std::size_t(entry * kSignatureSlots + slot)];
+    std::vector<Images>& ofSlot = tables->images[slot];
+    if (entry >= int(ofSlot.size()))
+        ofSlot.resize(std::size_t(poseCount()));
+    Images* images = &ofSlot[std::size_t(entry)];
     const quint16 bit = quint16(1u << slot);
     if (!(facts->imaged & bit)) {
         if (!takeImages(tables, slot, poseEntry(entry)->signature[slot], images))
@@ -118,10 +121,8 @@ static bool isSlotNear(BrowseTables* tables, int entry, int slot, EntryFacts* fa
 
 static EntryFacts* factsOf(BrowseTables* tables, int entry, quint32 stamp)
 {
-    if (entry >= int(tables->facts.size())) {
+    if (entry >= int(tables->facts.size()))
         tables->facts.resize(std::size_t(poseCount()));
-        tables->images.resize(std::size_t(poseCount() * kSignatureSlots));
-    }
     EntryFacts* facts = &tables->facts[std::size_t(entry)];
     if (facts->stamp != stamp) {
         *facts = EntryFacts();
@@ -130,13 +131,17 @@ static EntryFacts* factsOf(BrowseTables* tables, int entry, quint32 stamp)
     return facts;
 }
 
+template <typename T> static void removeFrom(std::vector<T>* of, int entry)
+{
+    if (entry < int(of->size()))
+        of->erase(of->begin() + entry);
+}
+
 void forgetFacts(BrowseTables* tables, int removed)
 {
-    if (removed >= int(tables->facts.size()))
-        return;
-    tables->facts.erase(tables->facts.begin() + removed);
-    const auto images = tables->images.begin() + removed * kSignatureSlots;
-    tables->images.erase(images, images + kSignatureSlots);
+    removeFrom(&tables->facts, removed);
+    for (std::vector<Images>& ofSlot : tables->images)
+        removeFrom(&ofSlot, removed);
 }
 
 // The dear hip comes last.

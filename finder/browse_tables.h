@@ -39,7 +39,7 @@ struct BrowseTables {
     SimilarityFilters filters;
 
     std::vector<EntryFacts> facts; // by entry; verdicts are of these yaws and references
-    std::vector<Images> images; // by entry and slot
+    std::vector<Images> images[kSignatureSlots]; // likewise; empty until the slot counts
 };
 
 // From the category's row; where the row has none, from the figure.
