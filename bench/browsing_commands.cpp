@@ -126,8 +126,8 @@ static void print(const char* name, int count, const Timed& timed, const char* n
 static QString writePoseFile(BrowsingScene* scene, const QString& name)
 {
     const QString path = customLibraryFolder() + name;
-    ensureCustomLibraryFolder();
-    writePose(scene->figure(), scene->time(), path, false, true);
+    mustSucceed(ensureCustomLibraryFolder());
+    mustSucceed(writePose(scene->figure(), scene->time(), path, false, true));
     return path;
 }
 
@@ -176,13 +176,13 @@ static void rankRows(BrowsingScene* scene, int count)
         pluginSettings().currentPose = position;
         position += count / 7;
         const double start = nowMs();
-        advanceCurrentRank(scene->figure());
+        mustSucceed(advanceCurrentRank(scene->figure()));
         return nowMs() - start;
     }),
         "");
     print("back", count, fastest([&] {
         const double start = nowMs();
-        leaveCategory();
+        mustSucceed(leaveCategory());
         return nowMs() - start;
     }),
         "");
@@ -210,7 +210,7 @@ static void saveRow(BrowsingScene* scene, int count)
     print("save of a custom pose", count, fastest([&] {
         const QString name = QString::fromLatin1("saved_%1_%2.duf").arg(count).arg(++number);
         Answers answers(customLibraryFolder() + name);
-        savePoseOf(scene->figure(), scene->time());
+        mustSucceed(savePoseOf(scene->figure(), scene->time()));
         return nowMs() - answers.answeredMs;
     }),
         "from the answer on");
@@ -265,8 +265,8 @@ void timePane(BrowsingScene* scene, int count)
 {
     freshIndex(*scene, IndexKind::Clustered, count);
     pluginSettings().muteUpdateNotice = true;
-    saveSettings();
-    writePoseIndex();
+    mustSucceed(saveSettings());
+    mustSucceed(writePoseIndex());
     const qint64 bytes = QFileInfo(dataFiles().poseIndex).size();
     double ms = 1e9;
     std::uint32_t sum = 0;

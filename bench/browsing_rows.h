@@ -30,6 +30,12 @@ struct BrowsingScene {
 std::vector<RankRecord> freshIndex(const BrowsingScene&, reference::IndexKind kind, int count);
 void browse(const BrowsingScene&, int type); // its tables made, nothing counted
 
+inline void mustSucceed(bool done) // what a row is timed on has to be there
+{
+    if (!done)
+        qFatal("a file could not be written");
+}
+
 double nowMs(); // of the processor, as the machine may have other work
 
 struct BrowsingRow {

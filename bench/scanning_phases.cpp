@@ -54,7 +54,7 @@ static bool looksLikePose(const QByteArray& text)
 static void identifyNumbered(QByteArray* text, int entry)
 {
     numberPreset(text, entry);
-    PoseIndexEntry* e = poseEntry(entry);
+    PoseIndexEntry* e = entryToChange(entry);
     e->figureCode = figureCodeOf(text->constData(), text->size(), malePath());
     e->contentHash = djb2Hash(text->constData(), text->size());
 }
@@ -71,7 +71,7 @@ static void giveSignatures(const std::vector<DzQuat>& rotations)
 {
     std::size_t next = 0;
     for (int entry = 0; entry < poseCount(); ++entry) {
-        for (DzQuat& each : poseEntry(entry)->signature)
+        for (DzQuat& each : entryToChange(entry)->signature)
             each = rotations[next++];
     }
 }
@@ -115,8 +115,8 @@ static std::uint32_t literalPhases(QByteArray* text, int count)
     for (int entry = 0; entry < count; ++entry) {
         appendPose(malePath());
         numberPreset(text, entry);
-        poseEntry(entry)->figureCode = reference::figureCodeOf(*text, malePath());
-        poseEntry(entry)->contentHash = reference::djb2Hash(text->constData(), text->size());
+        entryToChange(entry)->figureCode = reference::figureCodeOf(*text, malePath());
+        entryToChange(entry)->contentHash = reference::djb2Hash(text->constData(), text->size());
     }
     return checksumOfIndex();
 }
@@ -201,7 +201,7 @@ void timePassBegins()
     createPoseIndex();
     std::minstd_rand random(8);
     for (int n = 0; n < counts().back(); ++n) {
-        PoseIndexEntry& e = *poseEntry(appendPose(malePath()));
+        PoseIndexEntry& e = *entryToChange(appendPose(malePath()));
         for (DzQuat& each : e.signature)
             each = randomRotation(&random);
         e.contentHash = quint32(n + 1);

@@ -55,7 +55,7 @@ BrowsingScene::BrowsingScene(const QString& home)
 {
     QDir().mkpath(app.getTempPath());
     locateDataFiles();
-    ensureDataFolder();
+    mustSucceed(ensureDataFolder());
     models = modelsFor(figure(), time());
 }
 

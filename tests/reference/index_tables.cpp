@@ -171,8 +171,8 @@ void putRanks(const std::vector<RankRecord>& records)
         file.writeField(record.rank);
         file.writeField(record.key);
     }
-    ensureDataFolder();
-    file.save(dataFiles().ranks);
+    if (!ensureDataFolder() || !file.save(dataFiles().ranks))
+        qFatal("the ranks cannot be written");
     readRanks();
 }
 

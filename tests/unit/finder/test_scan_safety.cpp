@@ -35,7 +35,7 @@ private slots:
         writeFile(referencePosePath(), "a reference pose");
         const QByteArray index = f.indexBytes(), ranks = fileBytes(dataFiles().ranks);
         f.boxes.boxes.clear();
-        f.setContent(QStringList() << f.host.home.path("missing") << f.host.home.path("gone"));
+        f.setContent(QStringList() << f.home.path("missing") << f.home.path("gone"));
         QVERIFY(!scanPoses());
         QCOMPARE(f.boxes.boxes.size(), 1);
         QCOMPARE(f.boxes.boxes.first().text.left(41),
@@ -50,7 +50,7 @@ private slots:
     {
         ScanFixture f;
         f.add("a.duf", poseNumber(1));
-        f.setContent(QStringList() << f.content() << f.host.home.path("missing"));
+        f.setContent(QStringList() << f.content() << f.home.path("missing"));
         clearStatusMessage();
         scanPoses();
         QCOMPARE(indexedPaths().size(), 1);
@@ -65,7 +65,7 @@ private slots:
     {
         ScanFixture f;
         f.add("deep/er/a.duf", poseNumber(1));
-        f.add("empty.duf", "");
+        f.addText("empty.duf", "");
         QVERIFY(QDir().mkpath(f.content() + "/empty folder"));
         clearStatusMessage();
         scanPoses();
@@ -113,7 +113,7 @@ private slots:
     {
         ScanFixture f;
         f.add("a.duf", poseNumber(1));
-        writeFile(referencePosePath(), poseNumber(2));
+        writeFile(referencePosePath(), poseFileText(poseNumber(2)));
         scanPoses();
         QVERIFY(!copiesOf(referencePosePath()).isEmpty());
         f.setContent(QStringList() << backupFolder());

@@ -77,7 +77,8 @@ void TestCommandDispatch::statusTextsAreExact_data()
     QTest::addColumn<QString>("text");
     QTest::newRow("show reference")
         << 0 << 2 << "\r\nReference Pose shown\r\nUse 'undo' revert\r\nto current pose\r\n";
-    QTest::newRow("memorize") << 0 << 1 << "\r\n\r\nReference Pose memorized\r\n\r\n";
+    QTest::newRow("memorize without a data folder")
+        << 0 << 1 << "ERROR\r\nThis could not be saved.\r\nIs the disk full, or a\r\nfile in use?";
     QTest::newRow("reset left") << 2 << 1 << "\r\n\r\nReset succeeded\r\n\r\n";
     QTest::newRow("reset right") << 2 << 2 << "\r\n\r\nReset succeeded\r\n\r\n";
     QTest::newRow("reset middle") << 2 << 3 << "\r\n\r\nReset succeeded\r\n\r\n";

@@ -356,7 +356,7 @@ void TestPageLayout::aLabelHasRoomForThreeLines()
     QFETCH(QString, path);
     QFETCH(QStringList, lines);
     createPoseIndex();
-    poseEntry(appendPose(path))->hasSignature = true;
+    entryToChange(appendPose(path))->hasSignature = true;
     pluginSettings().currentPose = 0;
     showPage(4, Sitting);
     Canvas canvas;

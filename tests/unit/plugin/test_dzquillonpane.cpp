@@ -44,7 +44,7 @@ public:
     {
         close(m_watch);
     }
-    // "opens ranks", "deletes crashed": without what follows the stem.
+    // "opens ranks", "deletes crashed": without what follows the stem, but for the lock's ending.
     QStringList events() const
     {
         QStringList seen;
@@ -54,7 +54,7 @@ public:
                 const inotify_event* event = reinterpret_cast<const inotify_event*>(at);
                 if (event->len > 0)
                     seen << QLatin1String(event->mask & IN_OPEN ? "opens " : "deletes ")
-                            + QFile::decodeName(event->name).section('_', 0, 0);
+                            + stemOf(QFile::decodeName(event->name));
                 at += sizeof(inotify_event) + event->len;
             }
         return seen;
@@ -62,6 +62,11 @@ public:
 
 private:
     Q_DISABLE_COPY(FolderWatch)
+    static QString stemOf(const QString& name)
+    {
+        const QString stem = name.section('_', 0, 0);
+        return name.endsWith(".lock") ? stem + ".lock" : stem;
+    }
     int m_watch;
 };
 
@@ -161,11 +166,13 @@ private slots:
         const FolderWatch watch(m_host->dataFolder());
         const DzQuillonPane pane;
         QCOMPARE(watch.events(),
-            QStringList() << "opens crashed"
+            QStringList() << "opens crashed.lock"
+                          << "opens crashed"
                           << "opens settings"
                           << "opens ranks"
                           << "opens poseIndex"
-                          << "deletes crashed");
+                          << "deletes crashed"
+                          << "deletes crashed.lock");
     }
 
     void migratesBeforeItLooksForTheMarker()
