@@ -1,8 +1,13 @@
 #include "reference/pose_rewriter_reference.h"
 
+#include "reference/pose_reader_reference.h"
+
+#include "figure/body_parts.h"
 #include "figure/bone_control_links.h"
 #include "figure/bone_table.h"
 #include "figure/figure_kind.h"
+#include "figure/figure_lookup.h"
+#include "posefile/pose_rewriter.h"
 
 #include "dzbone.h"
 #include "dzskeleton.h"
@@ -68,6 +73,56 @@ int selectionIndexFor(const QString& name, DzNode* figure, bool withChildren, bo
         }
     }
     return -1;
+}
+
+// ---- the text
+
+// A carriage return before a line feed goes with it. No empty line behind the last line feed.
+static QList<QByteArray> linesOf(const QByteArray& text)
+{
+    QList<QByteArray> lines = text.split('\n');
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    for (QByteArray& line : lines) {
+        if (line.endsWith('\r'))
+            line.chop(1);
+    }
+    return lines;
+}
+
+static bool takesPart(const QByteArray& url, const RewriteRules& rules, std::set<int>* touched)
+{
+    const QString line = QLatin1String(url.constData(), url.size()); // zero bytes and all
+    const int code = reference::channelOf(line);
+    const QString name = reference::nodeNameOf(line);
+    if (code == 0 || (boneIndex(name) < 0 && !isBodyControl(name)))
+        return false;
+    if (rules.mirrorAll)
+        return true;
+    if (!rules.includeFace && (code == 7 ? isExpressionControl(name) : isFaceBone(name)))
+        return false;
+    bool noTouch = false;
+    const int index = reference::selectionIndexFor(
+        name, rules.figure, rules.withChildren, rules.symmetrize, code == 7 ? 1 : 0, &noTouch);
+    if (index >= 0 && code != 7 && !noTouch)
+        touched->insert(index);
+    return index >= 0;
+}
+
+QByteArray rewritten(const QByteArray& text, const RewriteRules& rules, std::set<int>* touched)
+{
+    QList<QByteArray> lines = linesOf(text);
+    int at = 0;
+    while (at < lines.size() && !lines.at(at).contains("animations"))
+        ++at;
+    for (++at; at + 4 <= lines.size(); at += 4) {
+        if (takesPart(lines.at(at + 1), rules, touched))
+            mirrorEntry(&lines[at + 1], &lines[at + 2], rules.includeFace);
+    }
+    QByteArray out;
+    for (const QByteArray& line : std::as_const(lines))
+        out += line + '\n';
+    return out;
 }
 
 } // namespace reference
