@@ -46,11 +46,14 @@ void DatReader::read(void* field, int bytes)
     std::memcpy(field, from, std::size_t(taken));
 }
 
+// fromUtf8() takes a mark at the start for one of the encoding and leaves it out; here it is text.
 QString DatReader::readText(int bytes)
 {
     int taken;
     const char* from = take(bytes, &taken);
-    return QString::fromUtf8(from, taken);
+    const QString text = QString::fromUtf8(from, taken);
+    const bool marked = taken >= 3 && std::memcmp(from, "\xef\xbb\xbf", 3) == 0;
+    return marked ? QChar(QChar::ByteOrderMark) + text : text;
 }
 
 void DatWriter::reserve(int bytes)

@@ -277,6 +277,7 @@ void TestPoseIndex::pathsOfAllScriptsSurvive_data()
     QTest::newRow("combining marks") << QString::fromUtf8("/cafe\u0301/n\u0303.duf");
     QTest::newRow("composed") << QString::fromUtf8("/caf\u00e9/\u00f1.duf");
     QTest::newRow("beyond the basic plane") << QString::fromUtf8("/\U0001F938/a.duf");
+    QTest::newRow("a byte-order mark was left out") << QChar(0xfeff) + s("/a.duf");
 }
 
 void TestPoseIndex::pathsOfAllScriptsSurvive()
