@@ -31,6 +31,9 @@ static void putPoses()
     const QList<QByteArray> oddOnes = {"host", "number per line", "returns", "keys before url",
         "a zero", "broken words", "interpolation", "other channels", "cut in a number", "empty",
         "a smile", "two figures", "a page"};
+    g_seeds.put("pose_text", QLatin1String("a broken number"),
+        presetOf(valueEntry("/lShin:?rotation/x", "4\n1.5")));
+    g_seeds.put("pose_text", QLatin1String("cut in a key"), "{ \"animations\" : [ ] } \"ur");
     for (const OddPreset& each : oddPresets()) {
         if (each.bytes.size() > kLargestSeed || !oddOnes.contains(each.name))
             continue;
@@ -58,6 +61,7 @@ static void putIdentified()
         {"by the bones", "/a.duf\nbigtoe pinky head lBreast"},
         {"the second", "/male.duf\nbigtoe pinky head abdomen2 rheel"},
         {"the third", "/male.duf\nbigtoe pinky head rHeel"}, {"no toe", "/a.duf\nbigto pinky head"},
+        {"cut in a word", "/a.duf\nhead pinky bigto"},
         {"nested words", "/a.duf\nheaheadbigbigtoepinpinkyabdomenabdomen2rhrheel"}};
     for (const auto& row : kRows)
         g_seeds.put("pose_identify", QLatin1String(row.name), row.text);
@@ -81,13 +85,18 @@ static void putRewritten()
     g_seeds.put("pose_rewriter", QLatin1String("no animations"), "\x0c\2\5{\n}\n");
 }
 
+static void turnDifferently(int entry)
+{
+    for (int slot = 0; slot < kSignatureSlots; ++slot)
+        poseEntry(entry)->signature[slot] = DzQuat(slot, entry - 1, 0.5, 2, true);
+}
+
 static void putIndexes()
 {
-    Random random(3);
     for (const int count : {0, 1, 3}) {
         truncatePoseIndex(0);
         for (int i = 0; i < count; ++i)
-            randomSignature(&random, addEntry(QString("/c/%1.duf").arg(i), random.next()));
+            turnDifferently(addEntry(QString("/c/%1.duf").arg(i), quint32(i + 7) * 0x01020304u));
         if (!writePoseIndex())
             qFatal("no index");
         const QByteArray bytes = fileBytes(dataFiles().poseIndex);
@@ -99,6 +108,11 @@ static void putIndexes()
         number(1) + number(2) + number(2) + "/a" + record + number(1) + "\xff" + record);
     g_seeds.put(
         "pose_index", QLatin1String("a length beyond"), number(1) + number(1) + number(3) + record);
+    truncatePoseIndex(0);
+    addEntry(QChar(0xfeff) + QString("/a.duf"), 1);
+    if (!writePoseIndex())
+        qFatal("no index");
+    g_seeds.put("pose_index", QLatin1String("a byte order mark"), fileBytes(dataFiles().poseIndex));
     g_seeds.put("pose_index", QLatin1String("version 2"), number(2) + number(1));
 }
 
