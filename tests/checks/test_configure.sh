@@ -77,7 +77,19 @@ expect "plug-in and library are built" builds qt4_tree '^lib/libdzcore\.so'
 expect "with unit tests" builds qt4_tree '^tests/test_ground'
 expect "without posebench" builds_not qt4_tree 'bin/posebench'
 expect "against its libraries" grep -q "qt4/lib/libQtGui.so" "$work/qt4_tree/build.ninja"
+compiles() { # TREE FILE: the definitions that the file is compiled with
+    ninja -C "$work/$1" -t commands | grep -- "$2\.cpp -c\|-c .*/$2\.cpp" | tr ' ' '\n' | grep '^-D'
+}
+defines() { compiles "$1" "$2" | grep -xF -- "-D$3" >/dev/null; }
+defines_not() { ! defines "$@"; }
+for library in CORE GUI SCRIPT NETWORK TESTLIB; do
+    expect "a test knows of $library" defines qt4_tree ground/test_hash "QT_${library}_LIB"
+done
+expect "assertions are as chosen: off" defines qt4_tree ground/test_hash QT_NO_DEBUG
 expect "and no Qt 5" bash -c "! grep -qi 'qt5' '$work/qt4_tree/build.ninja'"
+
+configures asserts_tree -DQUILLON_QT=4 -DQUILLON_QT4_DIR="$work/qt4" -DQUILLON_ASSERTS=ON
+expect "and on" defines_not asserts_tree ground/test_hash QT_NO_DEBUG
 
 rm -rf "$work/none_tree"
 configures none_tree -DQUILLON_QT=4
