@@ -128,11 +128,12 @@ int QuillonRotOrderDlg::rotationOrder() const
     return checkedOf(m_orders, OrderCount);
 }
 
-// Read byte by byte: a text as such is read in the user's locale first by the older toolkit.
+// Read byte by byte: a text as such is read in the user's locale first by the older toolkit, which
+// also refuses blanks behind the number.
 float QuillonRotOrderDlg::nudgeCm() const
 {
     bool isNumber = false;
-    const float stepCm = m_nudge->text().toUtf8().toFloat(&isNumber);
+    const float stepCm = m_nudge->text().toUtf8().trimmed().toFloat(&isNumber);
     return isNumber && std::isfinite(stepCm) ? stepCm : kFallbackNudgeCm;
 }
 

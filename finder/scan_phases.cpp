@@ -5,6 +5,7 @@
 #include "finder/pose_similarity.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <unordered_set>
 #include <vector>
 
@@ -85,8 +86,9 @@ static bool isMakerVariant(const QString& path)
 {
     if (!path.contains(QLatin1String(kMakerPoses), Qt::CaseInsensitive))
         return false;
-    return std::any_of(std::begin(kVariantWords), std::end(kVariantWords),
-        [&](const char* word) { return path.contains(QLatin1String(word), Qt::CaseInsensitive); });
+    return std::any_of(std::begin(kVariantWords), std::end(kVariantWords), [&](const char* word) {
+        return bool(path.contains(QLatin1String(word), Qt::CaseInsensitive));
+    });
 }
 
 bool dropMakerVariants(const ScanWatch& watch)

@@ -63,7 +63,8 @@ void paintNotice(QPainter* painter, const QSize& pane, const ButtonRow& banner)
         drawTextLines(painter, rect, splitLines(QLatin1String(kNoticeCaption)), kText, TextFit());
         return;
     }
-    const QSize size = picture.size().scaled(rect.size(), Qt::KeepAspectRatio);
+    QSize size = picture.size();
+    size.scale(rect.size(), Qt::KeepAspectRatio);
     QRect fitted(QPoint(), size);
     fitted.moveCenter(rect.center());
     painter->setRenderHint(QPainter::SmoothPixmapTransform);

@@ -25,8 +25,9 @@ static QByteArray exchanged(const QByteArray& name, const char* word, const char
 // Empty when the name tells no side.
 static QByteArray partnerOf(const QByteArray& name, const SideWords& sides)
 {
-    const auto holds
-        = [&](const char* word) { return sides.atEnd ? name.endsWith(word) : name.contains(word); };
+    const auto holds = [&](const char* word) {
+        return sides.atEnd ? name.endsWith(word) : bool(name.contains(word));
+    };
     if (!name.startsWith(sides.prefix))
         return QByteArray();
     if (holds(sides.left))

@@ -30,7 +30,7 @@ bool parseJson(const QByteArray& text, QVariant* out, QString* why)
 bool parseJson(const QByteArray& text, QVariant* out, QString* why)
 {
     QScriptEngine engine;
-    const QScriptValue parse = engine.globalObject().property("JSON").property("parse");
+    QScriptValue parse = engine.globalObject().property("JSON").property("parse");
     QScriptValueList arguments;
     arguments << QScriptValue(QString::fromUtf8(text.constData(), text.size()));
     const QScriptValue value = parse.call(QScriptValue(), arguments);
