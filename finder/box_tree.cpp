@@ -1,6 +1,7 @@
 #include "finder/box_tree.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace quillon {
 

@@ -5,6 +5,7 @@
 #include "ground/plugin_settings.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 
 namespace quillon {

@@ -1,5 +1,6 @@
 #include "finder/category_table.h"
 
+#include <cstddef>
 #include <iterator>
 
 namespace quillon {

@@ -8,6 +8,7 @@
 #include "posefile/part_locks.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <unordered_set>
 #include <vector>
 

@@ -2,6 +2,7 @@
 
 #include "dzapp.h"
 
+#include <cstddef>
 #include <iterator>
 
 namespace quillon {

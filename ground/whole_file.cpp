@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QTemporaryFile>
 
+#include <cstddef>
+
 namespace quillon {
 
 // ---- files -----------------------------------------------------------------------------------

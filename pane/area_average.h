@@ -11,6 +11,7 @@
 #include <QRect>
 #include <QSize>
 
+#include <cstddef>
 #include <vector>
 
 namespace quillon {

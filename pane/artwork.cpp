@@ -2,6 +2,7 @@
 
 #include "ground/whole_file.h"
 
+#include <cstddef>
 #include <iterator>
 #include <vector>
 

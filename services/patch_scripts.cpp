@@ -1,5 +1,6 @@
 #include "services/patch_scripts.h"
 
+#include <cstddef>
 #include <iterator>
 
 namespace quillon {

@@ -3,6 +3,8 @@
 #include "dzclock.h"
 #include "dzundoitem.h"
 
+#include <utility>
+
 DzBase::DzBase(const QString& name)
     : m_name(name)
 {

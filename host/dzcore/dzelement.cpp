@@ -6,6 +6,8 @@
 #include "dzundoitem.h"
 #include "dzundostack.h"
 
+#include <utility>
+
 DzElement::DzElement(const QString& name)
     : DzBase(name)
 {

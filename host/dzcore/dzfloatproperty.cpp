@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 DzFloatProperty::DzFloatProperty(const QString& name, bool canAnimate, bool isUser, float def)
     : DzNumericProperty(name, canAnimate, isUser)

@@ -10,6 +10,8 @@
 #include "dzundoitem.h"
 #include "dzundostack.h"
 
+#include <utility>
+
 namespace {
 
 const float kPositionStep = 0.1f; // cm

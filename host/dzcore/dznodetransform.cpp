@@ -9,6 +9,7 @@
 #include "dzundoitem.h"
 
 #include <cmath>
+#include <utility>
 
 bool dzEulerIgnoresLimits = false;
 

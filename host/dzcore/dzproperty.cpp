@@ -4,6 +4,8 @@
 #include "dzcontroller.h"
 #include "dzelement.h"
 
+#include <utility>
+
 DzProperty::DzProperty(const QString& name, bool canAnimate, bool isUser)
     : DzBase(name)
     , m_owner(nullptr)

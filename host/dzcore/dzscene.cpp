@@ -8,6 +8,8 @@
 
 #include <QMetaType>
 
+#include <utility>
+
 DzScene* dzScene = nullptr;
 DzTime g_sceneTime = 0;
 unsigned g_valueEpoch = 1;

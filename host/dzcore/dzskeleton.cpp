@@ -5,6 +5,8 @@
 #include "dzhostcalls.h"
 #include "dzundostack.h"
 
+#include <utility>
+
 DzSkeleton::DzSkeleton(const QString& name)
     : DzNode(name)
     , m_bonesValid(false)

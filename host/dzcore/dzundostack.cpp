@@ -7,6 +7,7 @@
 #include <deque>
 #include <iterator>
 #include <memory>
+#include <utility>
 #include <vector>
 
 DzUndoStack* dzUndoStack = nullptr;

@@ -10,6 +10,7 @@
 
 #include <map>
 #include <memory>
+#include <utility>
 
 namespace quillon {
 

@@ -3,6 +3,7 @@
 #include "reference/pass_reference.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace quillon {
 namespace reference {

@@ -13,9 +13,11 @@
 
 #include <QtTest>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <random>
+#include <utility>
 
 using namespace quillon;
 

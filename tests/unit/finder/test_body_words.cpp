@@ -8,6 +8,8 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <QtTest>
+
 #include <cstring>
 
 using namespace quillon;

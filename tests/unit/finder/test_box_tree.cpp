@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <cstddef>
 #include <numeric>
 #include <vector>
 

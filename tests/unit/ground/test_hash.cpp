@@ -4,6 +4,8 @@
 #include "ground/hash.h"
 #include "reference/hash_reference.h"
 
+#include <QtTest>
+
 #include <random>
 
 using namespace quillon;
