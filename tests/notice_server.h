@@ -2,12 +2,12 @@
 // every request goes. It answers all requests alike and counts what it is asked.
 #pragma once
 
+#include "qt_test_compat.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QTcpServer>
 #include <QTcpSocket>
-
-#include <functional>
 
 class NoticeServer {
 public:
@@ -15,7 +15,7 @@ public:
     explicit NoticeServer(const QByteArray& reply = QByteArray())
         : m_reply(reply)
     {
-        QObject::connect(&m_server, &QTcpServer::newConnection, [this] { accept(); });
+        onSignal(&m_server, SIGNAL(newConnection()), [this](void**) { accept(); });
         m_server.listen(QHostAddress::LocalHost);
     }
     quint16 port() const
@@ -44,8 +44,8 @@ private:
     {
         ++connections;
         QTcpSocket* socket = m_server.nextPendingConnection();
-        QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { read(socket); });
+        QObject::connect(socket, SIGNAL(disconnected()), socket, SLOT(deleteLater()));
+        onSignal(socket, SIGNAL(readyRead()), [this, socket](void**) { read(socket); });
     }
     void read(QTcpSocket* socket)
     {
@@ -54,8 +54,8 @@ private:
         if (!header.endsWith("\r\n\r\n"))
             return;
         requests += header;
-        QObject::connect(socket, &QTcpSocket::bytesWritten, [this, socket](qint64 bytes) {
-            sent += bytes;
+        onSignal(socket, SIGNAL(bytesWritten(qint64)), [this, socket](void** arguments) {
+            sent += *static_cast<qint64*>(arguments[1]);
             sendMore(socket);
         });
         socket->write(m_reply);

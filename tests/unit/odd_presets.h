@@ -207,7 +207,10 @@ inline QByteArray manyKeys()
 
 inline QByteArray presetWith(std::initializer_list<QByteArray> entries)
 {
-    return presetText(QList<QByteArray>(entries));
+    QList<QByteArray> all;
+    for (const QByteArray& entry : entries)
+        all << entry;
+    return presetText(all);
 }
 
 // An entry with a url that need not select anything, as the host writes it.

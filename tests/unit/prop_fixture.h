@@ -2,6 +2,7 @@
 #pragma once
 
 #include "frame_fixture.h"
+#include "qt_test_compat.h"
 #include "scene_fixture.h"
 
 #include "ground/plugin_settings.h"
@@ -13,7 +14,6 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QTimer>
 #include <QtTest>
 
 #include <cmath>
@@ -118,7 +118,7 @@ public:
         QDialog* dialog = qobject_cast<QDialog*>(watched);
         if (dialog && event->type() == QEvent::Show) {
             ++shown;
-            QTimer::singleShot(0, dialog, [this, dialog] { m_answer(dialog); });
+            atNextTurn(dialog, [this, dialog] { m_answer(dialog); });
         }
         return false;
     }

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <initializer_list>
 #include <vector>
 
 namespace samples {
@@ -292,10 +293,10 @@ enum {
 typedef std::array<Q, SlotCount> Signature;
 
 // Of bones from the one that turns last to the one that turns first.
-inline Q chain(const Preset& preset, const QList<QByteArray>& names)
+inline Q chain(const Preset& preset, std::initializer_list<const char*> names)
 {
     Q turn = {0, 0, 0, 1};
-    for (const QByteArray& name : names)
+    for (const char* name : names)
         turn = turn * localTurn(preset, rig().bones[size_t(rig().number.value(name))]);
     return turn;
 }

@@ -14,6 +14,8 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
+Q_DECLARE_METATYPE(DzPaneGroup*)
+
 class OnePane : public DzPane {
     Q_OBJECT
 public:

@@ -77,7 +77,7 @@ void TestBoneTranslations::freedChannelsGetTheirFlagsBack()
         setChannelLimits(&bone, false, mask, true);
         for (int channel = 0; channel < 6; ++channel) {
             if (mask & (channel < 3 ? RotationChannels : TranslationChannels))
-                QCOMPARE(flagsOf(&bone)[2 * channel], QChar(QLatin1Char('-')));
+                QCOMPARE(flagsOf(&bone).at(2 * channel), QChar(QLatin1Char('-')));
         }
         setChannelLimits(&bone, true, mask, true);
         QCOMPARE(flagsOf(&bone), before);

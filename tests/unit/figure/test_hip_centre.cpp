@@ -114,7 +114,7 @@ void TestHipCentre::bodiesStayWhateverThePose()
 {
     QFETCH(unsigned, seed);
     QFETCH(bool, root);
-    FigureFixture f(QLatin1String(kTestFigures[seed % 4]));
+    FigureFixture f((QLatin1String(kTestFigures[seed % 4])));
     Random random(seed);
     liftAllLimits(f.figure);
     poseAtRandom(&random, f.figure);

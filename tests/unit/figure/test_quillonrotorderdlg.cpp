@@ -77,7 +77,7 @@ void TestQuillonRotOrderDlg::everythingFitsWithoutOverlap()
 {
     QuillonRotOrderDlg dialog(nullptr, DzRotationOrder::XYZ);
     dialog.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    QVERIFY(waitForWindowShown(&dialog));
     int bottom = 0;
     for (const QGroupBox* group : dialog.findChildren<QGroupBox*>()) {
         QVERIFY(group->y() >= bottom);
@@ -204,7 +204,7 @@ void TestQuillonRotOrderDlg::clicksAndKeysAreStored()
     HostFixture host;
     DialogAnswer answer([&host](QDialog* dialog) {
         QCOMPARE(dialog->parentWidget(), static_cast<QWidget*>(&host.window));
-        QVERIFY(QTest::qWaitForWindowActive(dialog)); // or keys do not move the focus
+        QVERIFY(waitForWindowActive(dialog)); // or keys do not move the focus
         QVERIFY(radioButton(dialog, "No change")->hasFocus());
         QTest::mouseClick(
             radioButton(dialog, "Object center"), Qt::LeftButton, Qt::NoModifier, QPoint(6, 8));
@@ -257,7 +257,7 @@ static int paintsAfter(const char* button)
     Canvas pane;
     enterPane(&pane);
     pane.show();
-    if (!QTest::qWaitForWindowExposed(&pane))
+    if (!waitForWindowShown(&pane))
         return -1;
     DialogAnswer answer([&pane, button](QDialog* dialog) {
         QApplication::processEvents();

@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 using namespace quillon;
 
@@ -290,7 +291,7 @@ void TestFigureLoader::everyLinkIsOneController()
                     = qobject_cast<DzERCLink*>(bone->getProperty(i)->getController(c));
                 QVERIFY(link);
                 QCOMPARE(link->getType(), DzERCLink::ERCDeltaAdd0);
-                QCOMPARE(link->getProperty()->getOwner(), static_cast<const DzElement*>(figure));
+                QVERIFY(link->getProperty()->getOwner() == figure);
                 ++controllers;
             }
     }

@@ -254,7 +254,7 @@ void TestSamples::posesTellTheControls()
                 told << i.key();
         const bool leftOut = isMale(*preset) || preset->isOf("Old Favourites");
         QVERIFY2(told == (leftOut ? male : all), qPrintable(preset->path));
-        QCOMPARE(preset->text.toLower().contains("breast"), !leftOut);
+        QCOMPARE(bool(preset->text.toLower().contains("breast")), !leftOut);
         QVERIFY(!preset->text.toLower().contains("rheel"));
         QVERIFY(!preset->text.toLower().contains("abdomen2"));
     }

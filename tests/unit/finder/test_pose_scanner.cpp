@@ -1,6 +1,7 @@
 // The scan as a whole: when it runs, which files it finds, what it tells and writes.
 #include "scan_fixture.h"
 #include "room_tests.h"
+#include "qt_test_compat.h"
 
 #include "ground/status_message.h"
 
@@ -9,7 +10,6 @@
 #include <unistd.h>
 
 #include <QElapsedTimer>
-#include <QTimer>
 
 using namespace quillon;
 
@@ -484,13 +484,12 @@ void TestPoseScanner::eventsAreHandledNowAndThenNotAtEveryFile()
     for (int n = 0; n < kFiles; ++n)
         f.addText(qPrintable(QString("no pose %1.duf").arg(n)), "{}");
     int ticks = 0;
-    QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
     QElapsedTimer watch;
     watch.start();
-    ticker.start(0);
-    scanPoses();
-    ticker.stop();
+    {
+        const EveryTurn ticker([&ticks] { ++ticks; });
+        scanPoses();
+    }
     QVERIFY2(ticks < kFiles / 3 + watch.elapsed() / 50, qPrintable(QString::number(ticks)));
 }
 

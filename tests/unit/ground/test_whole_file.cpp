@@ -1,5 +1,6 @@
 #include "frame_fixture.h"
 #include "room_tests.h"
+#include "qt_test_compat.h"
 
 #include "ground/whole_file.h"
 
@@ -71,11 +72,14 @@ private slots:
         QProcess ended; // one whose number nobody has any more
         ended.start("true", QStringList());
         QVERIFY(ended.waitForStarted());
-        const QString dead = QString::number(ended.processId());
+        const QString dead = QString::number(processIdOf(ended));
         QVERIFY(ended.waitForFinished());
         TempFolder folder;
-        const QStringList kept = {"a." + dead + ".new.dat", "a." + number + ".new", "a.1.new",
-            "a.new", "a.x" + dead + ".new", dead + ".new"};
+        const QStringList kept = QStringList() << "a." + dead + ".new.dat"
+                                               << "a." + number + ".new"
+                                               << "a.1.new"
+                                               << "a.new"
+                                               << "a.x" + dead + ".new" << dead + ".new";
         for (const QString& name : kept + QStringList("a.dat." + dead + ".new"))
             writeFile(folder.path(name), "half");
         QVERIFY(QDir().mkpath(folder.path("b." + dead + ".new"))); // a folder is nobody's leftover

@@ -58,10 +58,10 @@ private slots:
     void firstShowMovesASmallGroupsPaneIntoTheFirstGroup()
     {
         DzPaneGroup* first = newGroup(500, 900);
-        DzPaneGroup* small = newGroup(399, 900);
+        DzPaneGroup* slim = newGroup(399, 900);
         first->minimize();
         DzQuillonPane* pane = newPane();
-        pane->moveToGroup(small);
+        pane->moveToGroup(slim);
         QCOMPARE(pane->getPaneGroup(), first);
         QVERIFY(!first->isMinimized());
         QVERIFY(isDocked());
@@ -70,10 +70,10 @@ private slots:
     void firstShowMovesOnce()
     {
         newGroup(500, 900);
-        DzPaneGroup* small = newGroup(100, 100);
+        DzPaneGroup* slim = newGroup(100, 100);
         DzQuillonPane* pane = newPane();
         HostCallLog calls;
-        pane->moveToGroup(small);
+        pane->moveToGroup(slim);
         QCOMPARE(HostCallLog::names().count("moveToGroup"), 2); // the host's own and the pane's
     }
 

@@ -166,7 +166,7 @@ void TestPageLayout::tableIsTheDesign()
 
 static QString text(const QRectF& r)
 {
-    return QStringLiteral("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+    return QString("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
 }
 
 // Pictures that a repaint draws, in order.

@@ -3,6 +3,7 @@
 #include "full_pipe.h"
 #include "room_tests.h"
 #include "notice_server.h"
+#include "qt_test_compat.h"
 
 #include "ground/data_folder.h"
 #include "ground/plugin_settings.h"
@@ -15,7 +16,6 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QNetworkProxy>
-#include <QTimer>
 #include <QtTest>
 
 using namespace quillon;
@@ -303,9 +303,7 @@ void TestUpdateNotice::theHostHandlesEventsMeanwhile()
 {
     NoticeFixture f(httpReply("200 OK", smallPng(Qt::red)));
     int ticks = 0;
-    QTimer ticker;
-    QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
-    ticker.start(0);
+    const EveryTurn ticker([&ticks] { ++ticks; });
     checkForUpdate();
     QVERIFY(ticks > 0);
 }

@@ -1,6 +1,7 @@
 // The progress of a patch: what it shows, and what a cancel stops, at every time.
 #include "frame_fixture.h"
 #include "room_tests.h"
+#include "qt_test_compat.h"
 
 #include "ground/status_message.h"
 #include "services/patch_table.h"
@@ -9,8 +10,9 @@
 #include "dzcontentmgr.h"
 #include "dzprogresswatch.h"
 
-#include <QTimer>
 #include <QtTest>
+
+#include <utility>
 
 using namespace quillon;
 
@@ -62,7 +64,7 @@ void TestPatchProgress::init()
 {
     host.reset(new HostFixture);
     content.reset(new TempFolder);
-    dzApp->getContentMgr()->setContentDirectories({content->path()});
+    dzApp->getContentMgr()->setContentDirectories(QStringList(content->path()));
     g_records.clear();
     g_cancelAfterSteps = -1;
     g_busyThroughout = true;
@@ -83,7 +85,7 @@ void TestPatchProgress::theProgressGoesByScripts()
     QVERIFY(g_records.first().cancellable);
     QList<int> positions; // of the updates, in order
     QStringList infos;
-    for (const DzProgressRecord& record : qAsConst(g_records))
+    for (const DzProgressRecord& record : std::as_const(g_records))
         if (record.event == DzProgressRecord::Changed && record.calls > positions.size()) {
             positions += record.position;
             infos += record.info;
@@ -179,12 +181,10 @@ void TestPatchProgress::aCancelDuringTheSearchEndsItAndWritesNothing()
     for (int i = 0; i < 200; ++i)
         QDir().mkpath(content->path(QString("folder %1").arg(i)));
     int turns = 0;
-    QTimer everyTurn;
-    QObject::connect(&everyTurn, &QTimer::timeout, [&turns] {
+    const EveryTurn presser([&turns] {
         if (++turns == 20)
             pressCancel();
     });
-    everyTurn.start(0);
     QVERIFY(!patchProducts());
     QVERIFY2(turns >= 20 && turns < 50, qPrintable(QString::number(turns)));
     QCOMPARE(fileBytes(first), QByteArray("old"));

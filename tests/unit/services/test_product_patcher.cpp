@@ -89,7 +89,8 @@ void TestProductPatcher::init()
     host.reset(new HostFixture);
     content.reset(new TempFolder);
     second.reset(new TempFolder);
-    dzApp->getContentMgr()->setContentDirectories({content->path(), second->path()});
+    dzApp->getContentMgr()->setContentDirectories(
+        QStringList() << content->path() << second->path());
 }
 
 void TestProductPatcher::cleanup()
@@ -245,7 +246,7 @@ void TestProductPatcher::aFolderOfTheSameBeginningLiesOutside()
     writeFile(file, "old");
     QDir().mkpath(inside);
     QVERIFY(QFile::link(around.path("content~2"), inside + "/more"));
-    dzApp->getContentMgr()->setContentDirectories({inside});
+    dzApp->getContentMgr()->setContentDirectories(QStringList(inside));
     QCOMPARE(overwrite("A 000.dse", "new"), 0);
     QCOMPARE(fileBytes(file), QByteArray("old"));
 }
