@@ -16,7 +16,7 @@ static bool g_docked = false;
 
 void readDockedFlag()
 {
-    const DzAppSettings settings((QLatin1String(kSettingsGroup)));
+    DzAppSettings settings((QLatin1String(kSettingsGroup)));
     g_docked = settings.getBoolValue(QLatin1String(kDockedKey), false);
 }
 

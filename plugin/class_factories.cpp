@@ -5,8 +5,12 @@
 #include "plugin/quillonaboutaction.h"
 
 #include <QByteArray>
+#include <QMetaEnum>
+#include <QMetaObject>
 #include <QMetaType>
 #include <QScriptContext>
+#include <QScriptEngine>
+#include <QScriptValue>
 
 Q_DECLARE_METATYPE(DzQuillonPane*)
 Q_DECLARE_METATYPE(DzQuillonPaneAction*)
@@ -36,11 +40,21 @@ template <typename T> static int registerPointerType()
     return s_id;
 }
 
+void setEnumKeys(const QMetaObject& meta, QScriptValue object)
+{
+    for (int i = meta.enumeratorOffset(); i < meta.enumeratorCount(); ++i) {
+        const QMetaEnum list = meta.enumerator(i);
+        for (int k = 0; k < list.keyCount(); ++k)
+            object.setProperty(QLatin1String(list.key(k)), QScriptValue(list.value(k)),
+                QScriptValue::ReadOnly | QScriptValue::Undeletable);
+    }
+}
+
 template <typename T> static QScriptValue toScript(QScriptEngine* engine, T* const& object)
 {
     const QScriptValue value = engine->newQObject(object);
     if (scriptFactory<T>())
-        scriptFactory<T>()->registerEnums(value);
+        setEnumKeys(T::staticMetaObject, value);
     return value;
 }
 

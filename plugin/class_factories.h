@@ -7,7 +7,9 @@
 
 class DzQuillonPane;
 class DzQuillonPaneAction;
+class QScriptValue;
 class QuillonAboutAction;
+struct QMetaObject;
 
 // T: one of the three, each of which has a constructor without arguments.
 template <typename T> class QuillonClassFactory : public DzClassFactory {
@@ -21,6 +23,10 @@ public:
     // Makes "new <class>" work in scripts, and pointers to the class pass between both worlds.
     void registerClass(QScriptEngine* engine) const override;
 };
+
+// Sets every key of the class's own enumerations as a read-only number on the object. The real
+// host's call for it is not known.
+void setEnumKeys(const QMetaObject& meta, QScriptValue object);
 
 typedef QuillonClassFactory<DzQuillonPane> DzQuillonPaneFactory;
 typedef QuillonClassFactory<DzQuillonPaneAction> DzQuillonPaneActionFactory;

@@ -55,7 +55,7 @@ void DzAppSettings::write(const QString& key, const QVariant& value)
     settings->sync();
 }
 
-bool DzAppSettings::getBoolValue(const QString& key, bool def, bool* ok) const
+bool DzAppSettings::getBoolValue(const QString& key, bool def, bool* ok)
 {
     if (DZ_HOST_CALL("getBoolValue"))
         return settle(false, def, def, ok);
@@ -65,7 +65,7 @@ bool DzAppSettings::getBoolValue(const QString& key, bool def, bool* ok) const
     return settle(yes || no, yes, def, ok);
 }
 
-int DzAppSettings::getIntValue(const QString& key, int def, bool* ok) const
+int DzAppSettings::getIntValue(const QString& key, int def, bool* ok)
 {
     if (DZ_HOST_CALL("getIntValue"))
         return settle(false, def, def, ok);
@@ -74,7 +74,7 @@ int DzAppSettings::getIntValue(const QString& key, int def, bool* ok) const
     return settle(good, value, def, ok);
 }
 
-double DzAppSettings::getFloatValue(const QString& key, double def, bool* ok) const
+double DzAppSettings::getFloatValue(const QString& key, double def, bool* ok)
 {
     if (DZ_HOST_CALL("getFloatValue"))
         return settle(false, def, def, ok);
@@ -83,7 +83,7 @@ double DzAppSettings::getFloatValue(const QString& key, double def, bool* ok) co
     return settle(good, value, def, ok);
 }
 
-QString DzAppSettings::getStringValue(const QString& key, const QString& def, bool* ok) const
+QString DzAppSettings::getStringValue(const QString& key, const QString& def, bool* ok)
 {
     if (DZ_HOST_CALL("getStringValue"))
         return settle(false, def, def, ok);
@@ -95,7 +95,7 @@ QString DzAppSettings::getStringValue(const QString& key, const QString& def, bo
     return settle(value.isValid(), text, def, ok);
 }
 
-QColor DzAppSettings::getColorValue(const QString& key, const QColor& def, bool* ok) const
+QColor DzAppSettings::getColorValue(const QString& key, const QColor& def, bool* ok)
 {
     if (DZ_HOST_CALL("getColorValue"))
         return settle(false, def, def, ok);

@@ -15,14 +15,15 @@ public:
     explicit DzAppSettings(const QString& group = QString()); // "Console"; empty: the top
     ~DzAppSettings() override;
 
+    // Reads are not const: the real library is not known to have them so.
     // *ok: the value exists and reads as the type asked for; otherwise the default is returned.
-    Q_INVOKABLE bool getBoolValue(const QString& key, bool def = false, bool* ok = nullptr) const;
-    Q_INVOKABLE int getIntValue(const QString& key, int def = 0, bool* ok = nullptr) const;
-    Q_INVOKABLE double getFloatValue(const QString& key, double def = 0, bool* ok = nullptr) const;
+    Q_INVOKABLE bool getBoolValue(const QString& key, bool def = false, bool* ok = nullptr);
+    Q_INVOKABLE int getIntValue(const QString& key, int def = 0, bool* ok = nullptr);
+    Q_INVOKABLE double getFloatValue(const QString& key, double def = 0, bool* ok = nullptr);
     Q_INVOKABLE QString getStringValue(
-        const QString& key, const QString& def = QString(), bool* ok = nullptr) const;
+        const QString& key, const QString& def = QString(), bool* ok = nullptr);
     Q_INVOKABLE QColor getColorValue(
-        const QString& key, const QColor& def = QColor(), bool* ok = nullptr) const;
+        const QString& key, const QColor& def = QColor(), bool* ok = nullptr);
 
     Q_INVOKABLE void setBoolValue(const QString& key, bool);
     Q_INVOKABLE void setIntValue(const QString& key, int);

@@ -1,6 +1,5 @@
 #include "dzclassfactory.h"
 
-#include <QMetaEnum>
 #include <QMetaObject>
 
 DzClassFactory::DzClassFactory(const QMetaObject* metaObject, const DzGuid& guid)
@@ -50,14 +49,4 @@ void DzClassFactory::registerClass(QScriptEngine* engine) const
 QScriptEngine* DzClassFactory::getScriptEngine() const
 {
     return m_engine;
-}
-
-void DzClassFactory::registerEnums(QScriptValue object) const
-{
-    for (int i = m_meta->enumeratorOffset(); i < m_meta->enumeratorCount(); ++i) {
-        const QMetaEnum list = m_meta->enumerator(i);
-        for (int k = 0; k < list.keyCount(); ++k)
-            object.setProperty(QString::fromLatin1(list.key(k)), QScriptValue(list.value(k)),
-                QScriptValue::ReadOnly | QScriptValue::Undeletable);
-    }
 }

@@ -5,7 +5,6 @@
 
 #include <QPointer>
 #include <QScriptEngine>
-#include <QScriptValue>
 #include <QString>
 #include <QVariant>
 
@@ -30,8 +29,6 @@ public:
     // calls it first, then sets the constructor as a global. Called once for each engine.
     virtual void registerClass(QScriptEngine*) const;
     QScriptEngine* getScriptEngine() const; // the engine registered last; null once it is gone
-    // Sets every key of the class's own enumerations as a read-only number on the object.
-    void registerEnums(QScriptValue object) const;
 
 private:
     Q_DISABLE_COPY(DzClassFactory)

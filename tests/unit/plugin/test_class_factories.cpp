@@ -8,6 +8,7 @@
 #include "plugin/quillonaboutaction.h"
 
 #include "dzclassfactory.h"
+#include "dzerclink.h"
 #include "dzplugin.h"
 
 #include <QScriptEngine>
@@ -27,6 +28,13 @@ static const ExpectedFactory kExpected[] = {
     {"DzQuillonPane", "DzPane", "5d0c7b1e-93a4-4f6b-8f0a-2c6e41b7d913"},
     {"DzQuillonPaneAction", "DzPaneAction", "c2f4a86d-1b57-4e39-a0d8-7f95be34c620"},
     {"QuillonAboutAction", "DzAction", "8e61d3f9-47c2-4ab5-b9e7-06d28f5a1c74"},
+};
+
+class Sided : public DzERCLink {
+    Q_OBJECT
+    Q_ENUMS(Side)
+public:
+    enum Side { LeftSide = 3, RightSide = 5 };
 };
 
 class TestClassFactories : public QObject {
@@ -219,7 +227,19 @@ private slots:
         }
         QuillonAboutAction action;
         const QScriptValue value = m_engine->toScriptValue<QuillonAboutAction*>(&action);
-        QCOMPARE(value.toQObject(), &action);
+        QCOMPARE(value.toQObject(), static_cast<QObject*>(&action));
+    }
+
+    void enumKeysOfAClassAreReadOnlyNumbers()
+    {
+        const QScriptValue object = m_engine->newObject();
+        m_engine->globalObject().setProperty("Sided", object);
+        setEnumKeys(Sided::staticMetaObject, object);
+        QCOMPARE(evaluate("Sided.LeftSide + ',' + Sided.RightSide"), QString("3,5"));
+        QCOMPARE(evaluate("Sided.LeftSide = 7; delete Sided.RightSide;"
+                          "Sided.LeftSide + ',' + Sided.RightSide"),
+            QString("3,5"));
+        QCOMPARE(evaluate("'ERCDeltaAdd0' in Sided"), QString("false")); // the base class's
     }
 
     void scriptsMakeAndDeleteASecondPane()
