@@ -5,6 +5,7 @@
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/pose_limits.h"
+#include "ground/same_value.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -83,7 +84,7 @@ static void turnBack(const KeptBone& kept, DzTime time)
 {
     for (const KeptValue& channel : kept.turn)
         putBackLook(channel, time);
-    if (kept.bone->getWSRot(time) != kept.world.rot)
+    if (!sameValue(kept.bone->getWSRot(time), kept.world.rot))
         kept.bone->setWSRot(time, kept.world.rot);
 }
 
@@ -93,12 +94,12 @@ static void turnBack(const KeptBone& kept, DzTime time)
 static void putBack(const std::vector<KeptBone>& kept, DzTime time)
 {
     for (const KeptBone& each : kept) {
-        if (each.bone->getWSScale(time) != each.world.scale)
+        if (!sameValue(each.bone->getWSScale(time), each.world.scale))
             each.bone->setWSScale(time, each.world.scale);
         if (!each.inPart)
             continue;
         turnBack(each, time);
-        if (each.bone->getWSPos(time) != each.world.posCm)
+        if (!sameValue(each.bone->getWSPos(time), each.world.posCm))
             each.bone->setWSPos(time, each.world.posCm);
     }
 }

@@ -4,7 +4,7 @@
 // No undo step is opened: the caller holds. Limits are lifted meanwhile and come back as they were.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzNode;
 

@@ -1,10 +1,10 @@
 #include "figure/channel_snapshot.h"
 
 #include "figure/figure_walks.h"
+#include "ground/same_value.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
-#include "dztimerange.h"
 
 #include <algorithm>
 #include <cstring>
@@ -118,11 +118,11 @@ NodePlace localPlaceOf(const DzNode* node, DzTime time)
 
 void putBackLocalPlace(DzNode* node, DzTime time, const NodePlace& kept)
 {
-    if (node->getLocalScale(time) != kept.scale)
+    if (!sameValue(node->getLocalScale(time), kept.scale))
         node->setLocalScale(time, kept.scale);
-    if (node->getLocalRot(time) != kept.rot)
+    if (!sameValue(node->getLocalRot(time), kept.rot))
         node->setLocalRot(time, kept.rot);
-    if (node->getLocalPos(time) != kept.posCm)
+    if (!sameValue(node->getLocalPos(time), kept.posCm))
         node->setLocalPos(time, kept.posCm);
 }
 

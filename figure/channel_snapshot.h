@@ -8,10 +8,7 @@
 // it is. Owns: nothing. No undo step is opened.
 #pragma once
 
-#include "dzmatrix3.h"
-#include "dzquat.h"
-#include "dztime.h"
-#include "dzvec3.h"
+#include "ground/host_types.h"
 
 #include <limits>
 #include <vector>

@@ -2,6 +2,7 @@
 
 #include "figure/channel_snapshot.h"
 #include "figure/node_place.h"
+#include "ground/same_value.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"
@@ -22,7 +23,7 @@ static void dropNeedlessKeys(const ChannelSnapshot& before, DzTime time)
 bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time)
 {
     const DzVec3 none(0, 0, 0);
-    if (hip->getLocalPos(time) == none)
+    if (sameValue(hip->getLocalPos(time), none))
         return true;
     DzUndoStackHold hold;
     ChannelSnapshot before;
@@ -35,7 +36,7 @@ bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time)
     const DzVec3 afterCm_world = hip->getWSPos(time);
     const bool followed = moveTo(figure, time, figureCm_world + (beforeCm_world - afterCm_world));
     dropNeedlessKeys(before, time);
-    return keepOrTakeBack(&hold, followed && hip->getLocalPos(time) == none);
+    return keepOrTakeBack(&hold, followed && sameValue(hip->getLocalPos(time), none));
 }
 
 // By the dials themselves: the host may make whole turns of no rotation. Below a turned parent the

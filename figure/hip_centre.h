@@ -5,7 +5,7 @@
 // node, at whatever depth.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzNode;
 

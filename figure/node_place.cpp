@@ -4,7 +4,6 @@
 
 #include "dzfloatproperty.h"
 #include "dznode.h"
-#include "dzrotationorder.h"
 
 #include <cmath>
 

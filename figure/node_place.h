@@ -4,9 +4,7 @@
 // is read back. Nothing is undone when it did not get there: the caller holds. Centimetres, ticks.
 #pragma once
 
-#include "dzquat.h"
-#include "dztime.h"
-#include "dzvec3.h"
+#include "ground/host_types.h"
 
 class DzNode;
 class DzUndoStackHold;

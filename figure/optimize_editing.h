@@ -6,7 +6,7 @@
 // No undo step is opened: the caller holds.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzNode;
 class DzSkeleton;

@@ -10,8 +10,7 @@
 #pragma once
 
 #include "figure/figure_kind.h"
-
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzFloatProperty;
 class DzNode;

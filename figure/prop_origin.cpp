@@ -2,6 +2,7 @@
 
 #include "figure/channel_snapshot.h"
 #include "figure/node_place.h"
+#include "ground/same_value.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"
@@ -129,7 +130,7 @@ static bool setOriginAndPlaces(
 {
     const DzVec3 before = node->getOrigin();
     const DzVec3 wanted = newOrigin(node, choice, keyed.back().world);
-    if (wanted != before)
+    if (!sameValue(wanted, before))
         node->setOrigin(wanted, true);
     const DzVec3 moved = node->getOrigin() - before; // as it was taken
     bool followed = (before + moved - wanted).length() <= kOriginToleranceCm;

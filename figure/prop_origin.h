@@ -9,7 +9,7 @@
 // Lengths in centimetres, times in ticks.
 #pragma once
 
-#include "dzrotationorder.h"
+#include "ground/host_types.h"
 
 class DzNode;
 

@@ -1,8 +1,9 @@
 // quillonrotorderdlg.h - the modal dialog of a prop's origin, rotation order and nudge step.
 #pragma once
 
+#include "ground/host_types.h"
+
 #include "dzbasicdialog.h"
-#include "dzrotationorder.h"
 
 class QLineEdit;
 class QRadioButton;

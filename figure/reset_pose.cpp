@@ -6,6 +6,7 @@
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/node_place.h"
+#include "ground/same_value.h"
 
 #include "dzbone.h"
 #include "dzerclink.h"
@@ -283,7 +284,7 @@ static void resetBelow(const DzNode* bone, SelectionReset* reset)
 
 static void turnUpright(DzNode* hip, DzTime time)
 {
-    if (hip->getWSRot(time) != DzQuat())
+    if (!sameValue(hip->getWSRot(time), DzQuat()))
         turnTo(hip, time, DzQuat());
     for (DzFloatProperty* channel :
         {hip->getXRotControl(), hip->getYRotControl(), hip->getZRotControl()}) {

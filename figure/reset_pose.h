@@ -7,7 +7,7 @@
 // driver that the reset leaves alone moves the channel.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzNode;
 

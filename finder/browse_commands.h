@@ -3,7 +3,7 @@
 // be null; a command that needs one with a hip shows the box, unless it says otherwise.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

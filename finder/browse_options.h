@@ -4,7 +4,7 @@
 // text.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

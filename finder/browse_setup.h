@@ -2,7 +2,7 @@
 // lies and faces, the yaw table, part references and similarity filters.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

@@ -4,8 +4,7 @@
 #pragma once
 
 #include "finder/pose_similarity.h"
-
-#include "dztime.h"
+#include "ground/host_types.h"
 
 #include <vector>
 

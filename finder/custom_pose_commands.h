@@ -2,7 +2,7 @@
 // an installed pose comes from. The pose index is kept in step and saved.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 #include <QString>
 

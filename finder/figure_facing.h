@@ -5,9 +5,7 @@
 #pragma once
 
 #include "finder/category_table.h"
-
-#include "dztime.h"
-#include "dzvec3.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

@@ -2,6 +2,7 @@
 
 #include "figure/selected_figure.h"
 #include "finder/pose_signature.h"
+#include "ground/same_value.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -89,7 +90,7 @@ void putBackRotationUnderHip(const FigurePlace& place, DzTime time)
     const DzQuat figureRot_world = place.figure->getWSRot(time);
     const DzQuat hipRot_world = place.hip->getWSRot(time);
     putBackRotation(place, time);
-    if (place.figure->getWSRot(time) != figureRot_world)
+    if (!sameValue(place.figure->getWSRot(time), figureRot_world))
         place.hip->setWSRot(time, hipRot_world);
 }
 

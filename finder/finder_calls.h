@@ -3,9 +3,7 @@
 // have none of them; nothing that a press runs comes through here.
 #pragma once
 
-#include "dzquat.h"
-#include "dztime.h"
-#include "dzvec3.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

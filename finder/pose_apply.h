@@ -3,7 +3,7 @@
 // Each call is one undo step, or part of the caller's. The figure has a hip.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

@@ -9,7 +9,7 @@
 // Owns: the table, which has room for all slots as long as there is a pane.
 #pragma once
 
-#include "dzquat.h"
+#include "ground/host_types.h"
 
 #include <QString>
 

@@ -5,7 +5,7 @@
 // figure keeps its place, limits and locks.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

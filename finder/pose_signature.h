@@ -4,10 +4,7 @@
 #pragma once
 
 #include "finder/pose_index.h"
-
-#include "dzmatrix3.h"
-#include "dztime.h"
-#include "dzvec3.h"
+#include "ground/host_types.h"
 
 class DzSkeleton;
 

@@ -9,8 +9,7 @@
 #include "finder/mirror_pass.h"
 #include "finder/pose_index.h"
 #include "finder/similar_pass.h"
-
-#include "dzvec3.h"
+#include "ground/host_types.h"
 
 namespace quillon {
 

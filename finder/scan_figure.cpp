@@ -3,12 +3,12 @@
 #include "figure/figure_walks.h"
 #include "figure/pose_limits.h"
 #include "figure/reset_pose.h"
+#include "ground/host_types.h"
 #include "posefile/pose_reader.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
 #include "dzskeleton.h"
-#include "dztimerange.h"
 
 namespace quillon {
 

@@ -2,9 +2,10 @@
 // selection, the scene's time.
 #pragma once
 
+#include "ground/host_types.h"
+
 #include "dznode.h"
 #include "dzskeleton.h"
-#include "dztime.h"
 
 #include <QPointer>
 

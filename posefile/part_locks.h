@@ -6,7 +6,7 @@
 // without. No undo step is opened.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzNode;
 

@@ -3,9 +3,8 @@
 // room's edge for those who have none of these; nothing that a press runs comes through here.
 #pragma once
 
+#include "ground/host_types.h"
 #include "posefile/pose_channels.h"
-
-#include "dztime.h"
 
 #include <QString>
 

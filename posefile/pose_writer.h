@@ -5,7 +5,7 @@
 // control, zero or not. UTF-8, "\n".
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 #include <QString>
 

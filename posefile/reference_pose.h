@@ -3,7 +3,7 @@
 // Both commands report by their own status text.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 #include <QString>
 

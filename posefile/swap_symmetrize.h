@@ -5,7 +5,7 @@
 // scene has changed: a figure without a hip, or a temporary folder that cannot be used.
 #pragma once
 
-#include "dztime.h"
+#include "ground/host_types.h"
 
 class DzNode;
 
