@@ -37,7 +37,7 @@ static void checkRanks(const std::vector<RankRecord>& records)
     truncatePoseIndex(0);
     const int entry = appendPose(QLatin1String("/a.duf"));
     for (const RankRecord& each : records) {
-        poseEntry(entry)->contentHash = each.key;
+        entryToChange(entry)->contentHash = each.key;
         const auto first = std::find_if(records.begin(), records.end(),
             [&each](const RankRecord& other) { return other.key == each.key; });
         FUZZ_CHECK(rankOf(entry) == first->rank);
