@@ -1,9 +1,11 @@
-# prepare.sh - what ./run and ./test share: install, configure, build. Sourced, not run.
+# prepare.sh - what ./run, ./test and tests/fuzz/run share: install, configure, build. Sourced, not run.
 # Needs: $root, the top folder of the sources; $me, the name to put before messages.
-# Gives: $build, the build tree; install_missing, configure, build_targets, fail.
+# Gives: $build, the build tree, and its $preset, which a caller may set to others;
+# install_missing, configure, build_targets, fail.
 # Messages and build output go to stderr, so that stdout is the program's alone.
 # shellcheck shell=bash disable=SC2154
 
+preset=release
 build=$root/build/release
 # What tests need besides what is built: the formatter, and what runs the scripts of the artwork.
 # shellcheck disable=SC2034
@@ -73,7 +75,7 @@ configure() {
         rm -rf "$build"
     fi
     if [ ! -f "$build/build.ninja" ]; then
-        (cd "$root" && cmake --preset release) >&2 || fail "configuring failed, see above"
+        (cd "$root" && cmake --preset "$preset") >&2 || fail "configuring failed, see above"
     fi
 }
 

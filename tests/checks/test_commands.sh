@@ -1,5 +1,5 @@
 #!/bin/bash
-# test_commands.sh SOURCE WORK - ./run and ./test with every tool that they call replaced by one
+# test_commands.sh SOURCE WORK - ./run, ./test and tests/fuzz/run with every tool that they call replaced by one
 # that writes down its arguments: what is installed, built and started, and what is said when it
 # fails. Nothing is installed or built.
 set -euo pipefail
@@ -175,6 +175,32 @@ fresh
 printf '#!/bin/bash\nexit 3\n' >"$tree/build/release/bin/posebench"
 starts run --headless
 expect "posebench's exit code is handed on" [ $status = 3 ]
+
+# ---- fuzzing
+fuzz_tree() { # BODY of the one target's program
+    fresh
+    mkdir -p "$tree/tests/fuzz/corpus/sample" "$tree/build/fuzz/tests"
+    cp "$source/tests/fuzz/run" "$tree/tests/fuzz/"
+    touch "$tree/build/fuzz/build.ninja"
+    tool fuzz_sample "$1"
+    mv "$tools/fuzz_sample" "$tree/build/fuzz/tests/"
+}
+fuzz_tree 'echo "stat::number_of_executed_units: 7" >&2'
+starts tests/fuzz/run --runs 7 sample
+expect "fuzzing without a finding ends well" [ $status = 0 ]
+expect "and says how many inputs there were" grep -qx 'sample *7 inputs, no finding' <<<"$says"
+expect "only what is fuzzed is built" logged "ninja -C $tree/build/fuzz fuzz_sample"
+expect "it ends after so many inputs" grep -q '^fuzz_sample -runs=7 ' "$log"
+rm "$tree/build/fuzz/build.ninja"
+starts tests/fuzz/run sample
+expect "its tree is configured for it" logged "cmake --preset fuzz"
+expect "without a limit it is a minute" grep -q '^fuzz_sample -max_total_time=60 ' "$log"
+fuzz_tree 'echo "a.cpp:1: not so: b" >&2; exit 77'
+starts tests/fuzz/run
+expect "a finding fails it" [ $status = 1 ]
+expect "and is told" grep -qx '  a.cpp:1: not so: b' <<<"$says"
+starts tests/fuzz/run other
+expect "no other target is known" [ "$says" = "fuzz: no target 'other'; there are: sample" ]
 
 if [ $failures -gt 0 ]; then
     exit 1
