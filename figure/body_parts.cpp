@@ -18,7 +18,7 @@ static bool runTest(const Answers& answers, int test, const QString& name)
 {
     const bool exact = test >= FirstExactTest;
     for (const QString& wanted : answers.wanted[test]) {
-        if (exact ? name == wanted : name.contains(wanted))
+        if (exact ? name == wanted : bool(name.contains(wanted)))
             return true;
     }
     return false;

@@ -79,7 +79,7 @@ double DzAppSettings::getFloatValue(const QString& key, double def, bool* ok)
     if (DZ_HOST_CALL("getFloatValue"))
         return settle(false, def, def, ok);
     bool good = false;
-    const double value = read(key).toString().toLatin1().toDouble(&good);
+    const double value = read(key).toString().toLatin1().trimmed().toDouble(&good);
     return settle(good, value, def, ok);
 }
 
