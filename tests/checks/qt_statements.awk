@@ -15,6 +15,11 @@ function declared(text) {
 
 # Remembers in kind[name] which of the watched types this line declares a name of.
 function note_declarations(text,    type, name) {
+    if (match(text, /const QScriptValue /)) {
+        name = declared(substr(text, RSTART + RLENGTH))
+        if (name != "")
+            kind[name] = "const QScriptValue"
+    }
     while (match(text, /(QVector|QAtomicPointer|QList|QQueue|QStack)<[^;(){}]*>|QAtomicInt|QStringList/)) {
         type = substr(text, RSTART, RLENGTH)
         text = substr(text, RSTART + RLENGTH)
@@ -36,6 +41,8 @@ function check_methods(text,    rest, call, name, method) {
         sub(/^[^.>]*(\.|->)/, "", method)
         if (kind[name] == "QVector" && method ~ /^(take(At|First|Last)|remove(All|At|First|Last|One)|length|move|swapItemsAt|shrink_to_fit)$/)
             finding(FNR, "QVector::" method " is absent in Qt 4.8: use remove, resize, size")
+        if (kind[name] == "const QScriptValue" && method ~ /^(call|construct)$/)
+            finding(FNR, "QScriptValue::" method " is not const in Qt 4.8")
         if (kind[name] ~ /^QAtomic/ && method ~ /^(load|store)/)
             finding(FNR, "QAtomicInt::" method " is absent in Qt 4.8: use fetchAndAddOrdered(0), fetchAndStoreOrdered")
     }
@@ -63,25 +70,45 @@ function check_moc_header(text) {
         finding(FNR, "moc 4.8 cannot read raw strings")
 }
 
-# Whether the header declares a class for moc; moc reads the whole file, so the question comes first.
-function has_q_object(path,    line, found) {
+# A row function of a test cannot be skipped; and std::as_const comes with <utility> alone, which
+# Qt 5's headers happen to bring and Qt 4.8's do not.
+function check_test(text,    type) {
+    if (text ~ /^}|void .*\(\)[ ]*$/) # the end of a function, or another's first line
+        in_data = text ~ /_data\(\)/
+    if (in_data && text ~ /(^|[^A-Za-z0-9_])QSKIP[ ]*\(/)
+        finding(FNR, "Qt 4.8 cannot skip in a _data function: skip in the test itself")
+    if (match(text, /(value|fromValue|addColumn|qRegisterMetaType|qvariant_cast)<(Dz|Q)[A-Za-z]+\*>/)) {
+        type = substr(text, RSTART, RLENGTH)
+        gsub(/^[^<]*<|\*>$/, "", type)
+        if (!has_line(FILENAME, "^Q_DECLARE_METATYPE\\(" type "\\*\\)"))
+            finding(FNR, "Q_DECLARE_METATYPE(" type "*) is missing; Qt 4.8 declares no pointers by itself")
+    }
+    if (!has_utility && text ~ /std::as_const/)
+        finding(FNR, "std::as_const without #include <utility>")
+}
+
+# Whether the file has such a line; moc, for one, reads the whole file, so the question comes first.
+function has_line(path, pattern,    line, found) {
     found = 0
     while (!found && (getline line < path) > 0)
-        found = line ~ /^[ \t]*Q_OBJECT/
+        found = line ~ pattern
     close(path)
     return found
 }
 
 FNR == 1 {
+    in_data = 0
+    has_utility = has_line(FILENAME, "^#include <utility>")
     statement = ""
     for (name in kind)
         delete kind[name]
-    moc = FILENAME ~ /\.h$/ && has_q_object(FILENAME)
-    may_ask = FILENAME ~ /(^|\/)(ground\/qt_compat\.h|host\/figures\/json_text\.(h|cpp))$/
+    moc = FILENAME ~ /\.h$/ && has_line(FILENAME, "^[ \t]*Q_OBJECT")
+    may_ask = FILENAME ~ /(^|\/)(ground\/qt_compat\.h|host\/figures\/json_text\.(h|cpp)|tests\/qt_test_compat\.h)$/
 }
 
 {
     text = code($0)
+    check_test(text)
     if (!may_ask && text ~ /(^|[^A-Za-z0-9_])QT_VERSION/)
         finding(FNR, "only ground/qt_compat.h asks for the Qt version")
     if (moc)

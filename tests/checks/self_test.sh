@@ -11,7 +11,7 @@ failures=0
 # The tree that every row starts from; all checks accept it.
 fresh_tree() {
     rm -rf "$work"
-    mkdir -p "$work"/{plugin,pane,services,finder,posefile,figure,ground,art,tests}
+    mkdir -p "$work"/{plugin,pane,services,finder,posefile,figure,ground,art,tests/e2e,tests/reference}
     mkdir -p "$work"/host/{dzcore,figures,body,posebench,driver}
     printf '// dznode.h - a thing with a place.\n#pragma once\n' >"$work/host/dzcore/dznode.h"
     printf '// dzhostcalls.h - a hook.\n// Not part of the interface.\n#pragma once\n' \
@@ -131,7 +131,37 @@ QVector<int> v; v.resize(3); v.remove(0);
 enum class Kind { A, B };
 ROWS
 accepts qt_names host/driver/main.cpp 'QJsonObject object; connect(a, &A::b, c, &C::d);'
-accepts qt_names tests/test_x.cpp 'QStringLiteral("x");'
+accepts qt_names tests/e2e/test_x.cpp 'QStringLiteral("x");'
+while IFS= read -r line; do
+    refuses qt_names tests/test_x.cpp "$line"
+done <<'ROWS'
+QString s = QStringLiteral("x");
+QObject::connect(&ticker, &QTimer::timeout, [&ticks] { ++ticks; });
+QTimer::singleShot(0, dialog, [this] { answer(); });
+QTEST_GUILESS_MAIN(TestX)
+QSKIP("not as root");
+void TestX::rows_data()\n{\n    QSKIP("not as root", SkipAll);\n}
+QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+QVERIFY(QTest::qWaitForWindowActive(dialog));
+const QString dead = QString::number(ended->processId());
+const QStringList kept = {"a", "b"};
+for (const int n : std::as_const(list))
+DzPaneGroup* small = newGroup(100, 100);
+QCOMPARE(spy.at(0).at(0).value<DzPaneGroup*>(), group);
+const QScriptValue parse = engine.globalObject();\nparse.call(QScriptValue(), arguments);
+const float cm = edit->text().toUtf8().toFloat(&ok);
+ROWS
+while IFS= read -r line; do
+    accepts qt_names tests/test_x.cpp "$line"
+done <<'ROWS'
+QSKIP("not as root", SkipAll);
+Q_DECLARE_METATYPE(DzPaneGroup*)\nQCOMPARE(spy.at(0).at(0).value<DzPaneGroup*>(), group);
+QScriptValue parse = engine.globalObject();\nparse.call(QScriptValue(), arguments);
+void TestX::rows_data()\n{\n    QTest::newRow("x");\n}\n\nvoid TestX::rows()\n{\n    QSKIP("no", SkipAll);\n}
+#include <utility>\nfor (const int n : std::as_const(list))
+ROWS
+accepts qt_names tests/qt_test_compat.h '// qt_test_compat.h - x\n#pragma once\n#if QT_VERSION >= 0x050000'
+accepts qt_names tests/reference/raster_reference.cpp 'QStringLiteral("x");'
 accepts qt_names ground/qt_compat.h '// qt_compat.h - x\n#pragma once\n#if QT_VERSION >= 0x050000'
 
 # ---- includes upwards
