@@ -7,9 +7,10 @@
 
 preset=release
 build=$root/build/release
-# What tests need besides what is built: the formatter, and what runs the scripts of the artwork.
+# What tests need besides what is built: the formatter, what runs the scripts of the artwork, and what
+# reads sources as the compiler does.
 # shellcheck disable=SC2034
-test_packages=(clang-format-14 python3)
+test_packages=(clang-format-14 python3 python3-clang-14)
 
 fail() {
     printf '%s: %s\n' "$me" "$*" >&2
