@@ -6,6 +6,13 @@
 
 using namespace quillon;
 
+static bool hasKey(const std::vector<RankRecord>& records, quint32 key)
+{
+    return std::any_of(
+        records.begin(), records.end(), [key](const RankRecord& each) { return each.key == key; });
+}
+
+// Of records with the same key the first one counts.
 static std::vector<RankRecord> plainRecords(const QByteArray& bytes)
 {
     std::vector<RankRecord> records;
@@ -16,7 +23,8 @@ static std::vector<RankRecord> plainRecords(const QByteArray& bytes)
         RankRecord record;
         record.rank = file.number<qint32>();
         record.key = file.number<quint32>();
-        if ((record.rank == 1 || record.rank == 2) && records.size() < size_t(kRankCapacity))
+        const bool counts = record.rank == 1 || record.rank == 2;
+        if (counts && !hasKey(records, record.key) && records.size() < size_t(kRankCapacity))
             records.push_back(record);
     }
     return records;
@@ -31,16 +39,13 @@ static QByteArray plainFile(const std::vector<RankRecord>& records)
     return bytes;
 }
 
-// Of records with the same key the first one counts.
 static void checkRanks(const std::vector<RankRecord>& records)
 {
     truncatePoseIndex(0);
     const int entry = appendPose(QLatin1String("/a.duf"));
     for (const RankRecord& each : records) {
         entryToChange(entry)->contentHash = each.key;
-        const auto first = std::find_if(records.begin(), records.end(),
-            [&each](const RankRecord& other) { return other.key == each.key; });
-        FUZZ_CHECK(rankOf(entry) == first->rank);
+        FUZZ_CHECK(rankOf(entry) == each.rank);
     }
     truncatePoseIndex(0);
 }
