@@ -16,7 +16,7 @@ static bool isPreset(const QString& path, const QDirIterator& at)
 }
 
 // The folder's own "." comes with them.
-static const QDir::Filters kEntries = QDir::Files | QDir::Dirs | QDir::NoSymLinks;
+static const QFlags<QDir::Filter> kEntries(QDir::Files | QDir::Dirs | QDir::NoSymLinks);
 
 // A folder that gives nothing at all could not be read: every other one has itself as an entry, but
 // for the root of a drive.

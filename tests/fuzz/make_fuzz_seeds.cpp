@@ -28,9 +28,12 @@ static QByteArray number(quint32 value)
 // Few entries in every layout, and whatever else is small enough.
 static void putPoses()
 {
-    const QList<QByteArray> oddOnes = {"host", "number per line", "returns", "keys before url",
+    static const char* const kOddOnes[] = {"host", "number per line", "returns", "keys before url",
         "a zero", "broken words", "interpolation", "other channels", "cut in a number", "empty",
         "a smile", "two figures", "a page"};
+    QList<QByteArray> oddOnes;
+    for (const char* name : kOddOnes)
+        oddOnes << name;
     g_seeds.put("pose_text", QLatin1String("a broken number"),
         presetOf(valueEntry("/lShin:?rotation/x", "4\n1.5")));
     g_seeds.put("pose_text", QLatin1String("cut in a key"), "{ \"animations\" : [ ] } \"ur");

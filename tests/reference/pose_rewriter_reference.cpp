@@ -92,7 +92,9 @@ static QList<QByteArray> linesOf(const QByteArray& text)
 
 static bool takesPart(const QByteArray& url, const RewriteRules& rules, std::set<int>* touched)
 {
-    const QString line = QLatin1String(url.constData(), url.size()); // zero bytes and all
+    QString line; // zero bytes and all
+    for (char c : url)
+        line += QLatin1Char(c);
     const int code = reference::channelOf(line);
     const QString name = reference::nodeNameOf(line);
     if (code == 0 || (boneIndex(name) < 0 && !isBodyControl(name)))

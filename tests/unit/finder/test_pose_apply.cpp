@@ -8,6 +8,13 @@
 
 using namespace quillon;
 
+static PoseValues shinBent(double degrees)
+{
+    PoseValues values;
+    values["lShin/x"] = degrees;
+    return values;
+}
+
 class TestPoseApply : public QObject {
     Q_OBJECT
 
@@ -61,8 +68,8 @@ private slots:
 
     void aPipeInPlaceOfAPoseIsDroppedUnread()
     {
-        const int entry = m_finder->addPose("People/a.duf", {{"lShin/x", 40}});
-        m_finder->addPose("People/b.duf", {{"lShin/x", 20}});
+        const int entry = m_finder->addPose("People/a.duf", shinBent(40));
+        m_finder->addPose("People/b.duf", shinBent(20));
         m_finder->browse(AllPoses);
         const FullPipe pipe(
             poseEntry(entry)->path, presetOf(valueEntry("/lShin:?rotation/x", "5")));

@@ -217,10 +217,13 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QByteArray, bytes);
         locateDataFiles();
-        const QMap<QString, QString> paths
-            = {{"settings", dataFiles().settings}, {"crashed", dataFiles().crashMarker},
-                {"ranks", dataFiles().ranks}, {"poseIndex", dataFiles().poseIndex},
-                {"newversion", updatePicturePath()}, {"icon", m_host->home.path("temp/icon.png")}};
+        QMap<QString, QString> paths;
+        paths["settings"] = dataFiles().settings;
+        paths["crashed"] = dataFiles().crashMarker;
+        paths["ranks"] = dataFiles().ranks;
+        paths["poseIndex"] = dataFiles().poseIndex;
+        paths["newversion"] = updatePicturePath();
+        paths["icon"] = m_host->home.path("temp/icon.png");
         const FullPipe pipe(paths.value(name), bytes);
         BoxAnswers answers;
         {

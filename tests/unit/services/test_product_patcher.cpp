@@ -220,8 +220,7 @@ void TestProductPatcher::linksThatLeadOutAreNotFollowed_data()
                                     << "Brannoc/Try";
     QTest::newRow("maker folder") << "Brannoc"
                                   << "Brannoc";
-    QTest::newRow("folder of folders") << "more"
-                                       << "";
+    QTest::newRow("folder of folders") << "more" << QString();
 }
 
 void TestProductPatcher::linksThatLeadOutAreNotFollowed()
@@ -324,7 +323,8 @@ void TestProductPatcher::noFolderIsReadTwice()
     for (const char* link : {"1", "2", "Brannoc/3", "Brannoc/Try/4"})
         QVERIFY(QFile::link(content->path(), content->path(link)));
     QVERIFY(QFile::link(content->path("Brannoc/Try"), content->path("Brannoc/Again")));
-    dzApp->getContentMgr()->setContentDirectories({content->path(), content->path("2")});
+    dzApp->getContentMgr()->setContentDirectories(
+        QStringList() << content->path() << content->path("2"));
     const ListingWatch top(content->path()), deep(content->path("Brannoc/Try"));
     QCOMPARE(overwrite("Brannoc/Try/B 000.dse", "new"), 0); // there is none to be written
     QCOMPARE(top.listings(), 1);
@@ -351,9 +351,9 @@ void TestProductPatcher::aFolderThatOnlyALinkLeadsToIsRead()
 void TestProductPatcher::contentDirectoriesInEachOtherAreOne_data()
 {
     QTest::addColumn<QStringList>("directories");
-    QTest::newRow("the outer first") << QStringList({"", "/inner"});
-    QTest::newRow("the inner first") << QStringList({"/inner", ""});
-    QTest::newRow("one twice") << QStringList({"", ""});
+    QTest::newRow("the outer first") << (QStringList() << QString() << "/inner");
+    QTest::newRow("the inner first") << (QStringList() << "/inner" << QString());
+    QTest::newRow("one twice") << (QStringList() << QString() << QString());
 }
 
 // The link leads out of the inner one, but not of the outer.
