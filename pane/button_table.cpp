@@ -272,10 +272,18 @@ constexpr bool doesEveryButtonSomething()
     return true;
 }
 
+#ifdef __SANITIZE_ADDRESS__ // GCC takes no address for a constant then
+constexpr bool kAddressesAreConstant = false;
+#else
+constexpr bool kAddressesAreConstant = true;
+#endif
+
 static_assert(hasEveryNumberOnce(), "no button of the pages is missing");
 static_assert(!isNumberTwiceOnAPage(), "a number is a button");
-static_assert(hasEveryTip(), "a tip for all but the empty wells and the banner");
-static_assert(doesEveryButtonSomething(), "an operation for all but the empty wells");
+static_assert(
+    !kAddressesAreConstant || hasEveryTip(), "a tip for all but the empty wells and the banner");
+static_assert(!kAddressesAreConstant || doesEveryButtonSomething(),
+    "an operation for all but the empty wells");
 
 } // namespace
 
