@@ -278,11 +278,12 @@ static void forgetPoses()
     forgetApplied(&browseSession());
 }
 
-static bool saveIndex()
+// Ranks stay while the index on disk is the old one, and while there are poses that were not seen.
+static bool saveIndex(int missed)
 {
-    const bool kept = backUp(dataFiles().poseIndex, kIndexGenerations);
-    const bool saved = kept && writePoseIndex();
-    return (!pruneRanks() || writeRanks()) && saved;
+    if (!backUp(dataFiles().poseIndex, kIndexGenerations) || !writePoseIndex())
+        return false;
+    return missed > 0 || !pruneRanks() || writeRanks();
 }
 
 static bool anyContentCanBeListed()
@@ -332,7 +333,7 @@ bool scanPosesOn(DzSkeleton* figure, DzTime time)
     int missed = 0;
     setBusy(true);
     const bool finished = runScan(figure, time, &poseChanged, &missed);
-    const bool saved = !finished || saveIndex();
+    const bool saved = !finished || saveIndex(missed);
     refreshCurrentRank(); // of the first pose, or of none
     setBusy(false);
     noteSaveResult(saved);

@@ -61,6 +61,24 @@ private slots:
         QVERIFY2(log.first().endsWith("/missing"), qPrintable(log.first()));
     }
 
+    void ranksOutliveADirectoryThatIsMissing()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        scanPoses();
+        pluginSettings().currentPose = 0;
+        QVERIFY(setCurrentRank(Favorite));
+        const QByteArray ranks = fileBytes(dataFiles().ranks);
+        f.setContent(QStringList()
+            << backupFolder().left(backupFolder().size() - 8) << f.home.path("missing"));
+        scanPoses();
+        QCOMPARE(indexedPaths(), QStringList());
+        QCOMPARE(fileBytes(dataFiles().ranks), ranks);
+        f.setContent(QStringList() << f.content());
+        scanPoses();
+        QCOMPARE(rankOf(0), int(Favorite));
+    }
+
     void whatCanBeReadIsNotTold()
     {
         ScanFixture f;
