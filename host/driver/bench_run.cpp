@@ -128,7 +128,7 @@ int runBench(const CommandLine& c)
     QString why;
     startCallWatch(files);
     if (c.dieAt)
-        orderCall({c.dieAt, 1, true});
+        orderCall({c.dieAt, c.dieAtCall, true});
     if (!loadPlugins(files, &why) || !setUpScene(c, &why) || !createHome(c, &why))
         return refuse(why);
     guardNetwork(c);

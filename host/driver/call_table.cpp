@@ -95,12 +95,18 @@ const CallRow kCalls[] = {
     {"close",                    CallKind::File,   nullptr},
     {"sync",                     CallKind::File,   nullptr},
     {"truncate",                 CallKind::File,   nullptr},
+    {"seek",                     CallKind::File,   nullptr},
     {"rename",                   CallKind::File,   nullptr},
+    {"link",                     CallKind::File,   nullptr},
     {"unlink",                   CallKind::File,   nullptr},
+    {"chmod",                    CallKind::File,   nullptr},
+    {"flock",                    CallKind::File,   nullptr},
     {"mkdir",                    CallKind::File,   nullptr},
     {"rmdir",                    CallKind::File,   nullptr},
     {"stat",                     CallKind::File,   nullptr},
+    {"realpath",                 CallKind::File,   nullptr},
     {"opendir",                  CallKind::File,   nullptr},
+    {"readdir",                  CallKind::File,   nullptr},
 };
 
 // The system's and the toolkit's further words for a call of the table.

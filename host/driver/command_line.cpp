@@ -117,14 +117,22 @@ bool takeProxy(CommandLine* c, const QString& value, QString* why)
     return false;
 }
 
+// CALL or CALL:N; a name holds no colon.
 bool takeDieAt(CommandLine* c, const QString& value, QString* why)
 {
-    c->dieAt = findCall(value);
+    const QString name = value.section(':', 0, 0);
+    bool isNumber = true;
+    c->dieAtCall = 1;
+    if (value.contains(':'))
+        c->dieAtCall = value.section(':', 1).toInt(&isNumber);
+    c->dieAt = findCall(name);
     if (value.isEmpty())
         *why = QString("--die-at needs the name of a host call");
     else if (!c->dieAt)
-        *why = unknownCall(value);
-    return c->dieAt;
+        *why = unknownCall(name);
+    else if (!isNumber || c->dieAtCall < 1)
+        *why = QString("'%1' tells no call; write it like %2:3").arg(value, name);
+    return why->isEmpty();
 }
 
 bool takeScreenshot(CommandLine* c, const QString& value, QString* why)
@@ -178,7 +186,7 @@ const OptionRow kOptions[] = {
     {"--select",     "NODE",      takeSelect,     "a node to select at the start, by its name"},
     {"--size",       "WxH",       takeSize,       "size of the window in pixels"},
     {"--proxy",      "HOST:PORT", takeProxy,      "all HTTP goes there (headless without it: to a closed port)"},
-    {"--die-at",     "CALL",      takeDieAt,      "ends at once, as a crash would, when a plug-in makes this call"},
+    {"--die-at",     "CALL[:N]",  takeDieAt,      "ends at once, as a crash would, when a plug-in makes this call for the N-th time"},
     {"--screenshot", "FILE",      takeScreenshot, "writes a PNG of the window once it is shown"},
     {"--script",     "FILE",      takeScript,     "a script to run; everything after FILE are its arguments"},
     {"--help",       nullptr,     takeHelp,       "this text"},

@@ -25,6 +25,7 @@ struct CommandLine {
     QString proxyHost; // empty: no proxy given
     quint16 proxyPort = 0;
     const CallRow* dieAt = nullptr; // null: never
+    int dieAtCall = 1; // at which one of these calls
     QString screenshot; // absolute file of a PNG; empty: none
     QString script; // absolute, existing; empty: none
     QStringList scriptArgs; // everything after the script's name

@@ -3,7 +3,7 @@
 // wants it to fail. Only ordinary files count, and none of the system's own: painting a text opens
 // fonts, and posting an event writes to a pipe.
 // Not seen: what the C library does within itself. Of stdio that is everything but the opening
-// (fwrite and fclose write by calls of their own), of directories everything but opendir.
+// (fwrite and fclose write by calls of their own).
 #include "host/driver/call_watch.h"
 
 #include <QtGlobal>
@@ -11,10 +11,12 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
@@ -35,17 +37,31 @@ bool fails(const char* name, const char* path)
     return quillon::callsAreWatched() && isUsersPath(path) && quillon::fileCallFails(name);
 }
 
-bool fails(const char* name, int fd)
-{
-    struct stat info;
-    return quillon::callsAreWatched() && fstat(fd, &info) == 0 && S_ISREG(info.st_mode)
-        && quillon::fileCallFails(name);
-}
-
 // The definition that would be used without this file.
 template <class Function> Function* next(const char* name)
 {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+typedef int StatOfFile(int, struct stat*);
+
+bool isUsersFile(int fd, mode_t kind)
+{
+    static const auto real = next<StatOfFile>("fstat");
+    struct stat info;
+    if (real(fd, &info) != 0 || (info.st_mode & S_IFMT) != kind)
+        return false;
+    char link[32];
+    std::snprintf(link, sizeof link, "/proc/self/fd/%d", fd);
+    char path[4096];
+    const ssize_t length = readlink(link, path, sizeof path - 1);
+    path[length < 0 ? 0 : length] = '\0';
+    return isUsersPath(path);
+}
+
+bool fails(const char* name, int fd, mode_t kind = S_IFREG)
+{
+    return quillon::callsAreWatched() && isUsersFile(fd, kind) && quillon::fileCallFails(name);
 }
 
 template <class Result> Result failWith(int error, Result result)
@@ -162,6 +178,51 @@ EXPORTED int unlink(const char* path) noexcept
     return fails("unlink", path) ? failWith(EIO, -1) : real(path);
 }
 
+EXPORTED int link(const char* from, const char* to) noexcept
+{
+    NEXT(link);
+    return fails("link", from) ? failWith(EIO, -1) : real(from, to);
+}
+
+// From a file without a name, too, by which the toolkit makes its temporary files.
+EXPORTED int linkat(
+    int fromFolder, const char* from, int toFolder, const char* to, int flags) noexcept
+{
+    NEXT(linkat);
+    return fails("link", to) ? failWith(EIO, -1) : real(fromFolder, from, toFolder, to, flags);
+}
+
+EXPORTED int chmod(const char* path, mode_t mode) noexcept
+{
+    NEXT(chmod);
+    return fails("chmod", path) ? failWith(EPERM, -1) : real(path, mode);
+}
+
+EXPORTED int fchmod(int fd, mode_t mode) noexcept
+{
+    NEXT(fchmod);
+    return fails("chmod", fd) ? failWith(EPERM, -1) : real(fd, mode);
+}
+
+// Not as if another one held it, which is waited for.
+EXPORTED int flock(int fd, int operation) noexcept
+{
+    NEXT(flock);
+    return fails("flock", fd) ? failWith(ENOLCK, -1) : real(fd, operation);
+}
+
+EXPORTED off_t lseek(int fd, off_t offset, int from) noexcept
+{
+    NEXT(lseek);
+    return fails("seek", fd) ? failWith(EIO, off_t(-1)) : real(fd, offset, from);
+}
+
+EXPORTED off64_t lseek64(int fd, off64_t offset, int from) noexcept
+{
+    NEXT(lseek64);
+    return fails("seek", fd) ? failWith(EIO, off64_t(-1)) : real(fd, offset, from);
+}
+
 EXPORTED int mkdir(const char* path, mode_t mode) noexcept
 {
     NEXT(mkdir);
@@ -180,6 +241,30 @@ EXPORTED int statx(
 {
     NEXT(statx);
     return fails("stat", path) ? failWith(EIO, -1) : real(folder, path, flags, mask, out);
+}
+
+#define STAT_CALL(name, result)                                                                    \
+    EXPORTED int name(const char* path, struct result* out) noexcept                               \
+    {                                                                                              \
+        NEXT(name);                                                                                \
+        return fails("stat", path) ? failWith(EIO, -1) : real(path, out);                          \
+    }
+STAT_CALL(stat, stat)
+STAT_CALL(stat64, stat64)
+STAT_CALL(lstat, stat)
+STAT_CALL(lstat64, stat64)
+#undef STAT_CALL
+
+EXPORTED int fstat(int fd, struct stat* out) noexcept
+{
+    NEXT(fstat);
+    return fails("stat", fd) ? failWith(EIO, -1) : real(fd, out);
+}
+
+EXPORTED int fstat64(int fd, struct stat64* out) noexcept
+{
+    NEXT(fstat64);
+    return fails("stat", fd) ? failWith(EIO, -1) : real(fd, out);
 }
 
 // The toolkit asks this of a file of which only the existence is in question.
@@ -205,4 +290,23 @@ EXPORTED DIR* opendir(const char* path)
 {
     NEXT(opendir);
     return fails("opendir", path) ? failWith(EIO, static_cast<DIR*>(nullptr)) : real(path);
+}
+
+#define READDIR_CALL(name, result)                                                                 \
+    EXPORTED result* name(DIR* folder)                                                             \
+    {                                                                                              \
+        NEXT(name);                                                                                \
+        return fails("readdir", dirfd(folder), S_IFDIR)                                            \
+            ? failWith(EIO, static_cast<result*>(nullptr))                                         \
+            : real(folder);                                                                        \
+    }
+READDIR_CALL(readdir, dirent)
+READDIR_CALL(readdir64, dirent64)
+#undef READDIR_CALL
+
+EXPORTED char* realpath(const char* path, char* resolved) noexcept
+{
+    NEXT(realpath);
+    return fails("realpath", path) ? failWith(EIO, static_cast<char*>(nullptr))
+                                   : real(path, resolved);
 }

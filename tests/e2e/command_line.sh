@@ -69,6 +69,10 @@ done
 refuses "screenshot" --headless --home h --screenshot none/x.png
 refuses "needs the name of a host call" --headless --home h --die-at ""
 refuses "'noSuchCall' is no call" --headless --home h --die-at noSuchCall
+refuses "'noSuchCall' is no call" --headless --home h --die-at noSuchCall:2
+for call in findAction: findAction:0 findAction:-1 findAction:x findAction:1:2 findAction:99999999999; do
+    refuses "'$call' tells no call" --headless --home h --die-at "$call"
+done
 (
     unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
     refuses "no display" --home h
@@ -83,7 +87,7 @@ for option in $(printf '%s\n' --headless --home --data --temp --content --plugin
         --select --size --proxy --die-at --screenshot --script --help); do
     grep -q -- "$option" "$work/out" || complain "--help tells of $option"
 done
-for call in setRawValue execute gzRead opendir; do
+for call in setRawValue execute gzRead opendir readdir flock 'CALL\[:N\]'; do
     grep -qw -- "$call" "$work/out" || complain "--help tells of the call $call"
 done
 grep -q "example" "$work/out" || complain "--help has an example"

@@ -53,6 +53,12 @@ Bench.writeFile(App.getDataFolderPath() + "/trial.dat", "AAEC");
 eq(failing("stat", "look for file"), ["not there", "there"]);
 eq(failing("exists", "look for file"), ["not there", "there"]);
 eq(failing("flush", "write file"), ["not written", "written"]);
+[["flock", "not locked"], ["link", "not linked"], ["realpath", "not resolved"],
+    ["opendir", "not listed"], ["readdir", "not listed"], ["seek", "not sought"],
+    ["chmod", "rights not changed"]].forEach(function (row) {
+    eq(failing(row[0], "handle file"), [row[1], "handled"]);
+});
+Bench.removeFile(App.getDataFolderPath() + "/trial.dat.other");
 Bench.removeFile(App.getDataFolderPath() + "/trial.dat");
 Bench.removeFile(App.getDataFolderPath());
 eq(failing("mkpath", "write file"), ["not opened", "written"]);

@@ -95,7 +95,7 @@ assert(pointer().indexOf("off") > 0, "it has left the pane");
 
 // ---- accessible children -------------------------------------------------------------------
 var children = Bench.accessible(pane);
-eq(children.length, 18);
+eq(children.length, 19);
 eq([children[1].name, children[1].role], ["warn", "Button"]);
 eq([children[1].state.checkable, children[0].state.checkable], [true, false]);
 eq(children[1].rectangle, [10, 30, 100, 18]);

@@ -19,6 +19,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -27,6 +28,11 @@
 #include <QPixmap>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include <climits>
+#include <cstdlib>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
@@ -196,6 +202,31 @@ QString writeFile()
     return written ? "written" : "not written";
 }
 
+QString handle(const QFile& opened) // the first thing that could not be done
+{
+    const QString path = opened.fileName(), other = path + ".other";
+    QFile::remove(other);
+    if (flock(opened.handle(), LOCK_EX) != 0)
+        return "not locked";
+    if (link(qPrintable(path), qPrintable(other)) != 0)
+        return "not linked";
+    char resolved[PATH_MAX];
+    if (!realpath(qPrintable(path), resolved)) // the toolkit would go on with what it was given
+        return "not resolved";
+    const QStringList found = QDir(QFileInfo(path).path()).entryList({"trial.dat*"});
+    return found.size() == 2 ? "handled" : "not listed";
+}
+
+QString handleFile()
+{
+    QFile file(dzApp->getDataFolderPath() + "/trial.dat");
+    if (!file.open(QIODevice::ReadWrite) || lseek(file.handle(), 0, SEEK_SET) != 0)
+        return "not sought";
+    if (!file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
+        return "rights not changed";
+    return handle(file);
+}
+
 QString findAction()
 {
     return dzApp->getInterface()->getActionMgr()->findAction("TrialAction") ? "found" : "not found";
@@ -228,6 +259,7 @@ const Doing kDoings[] = {
     {"move in world", moveInWorld},
     {"read packed", readPacked},
     {"look for file", lookForFile},
+    {"handle file", handleFile},
     {"pointer", tellPointer},
 };
 const int kDoingCount = int(std::size(kDoings));
