@@ -93,6 +93,15 @@ lacks clang-format-14
 starts run --headless
 expect "but not to run it" not_logged '^apt-get '
 fresh
+lacks chromium
+starts test
+expect "tests get a browser" logged \
+    "apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=300 chromium"
+fresh
+lacks chromium
+starts run --headless
+expect "who runs it gets none" not_logged '^apt-get '
+fresh
 lacks ninja-build
 tool id 'echo 1000'
 starts test
