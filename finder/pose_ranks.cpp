@@ -1,7 +1,7 @@
 #include "finder/pose_ranks.h"
 
+#include "finder/kept_ranks.h"
 #include "finder/pose_index.h"
-#include "ground/dat_file.h"
 #include "ground/data_folder.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
@@ -14,14 +14,11 @@
 
 namespace quillon {
 
-static const qint32 kFileVersion = 1;
 static const char kRefusal[] = "ERROR\r\nRank cannot be changed if\r\npart of the pose is locked";
 
 struct RankStore {
-    std::vector<RankRecord> records; // every slot
-    int count = 0; // of those in use
-    std::vector<RankRecord> byKey; // hashed, the first record of each key; places without a rank
-                                   // are free, and they are the most
+    RankRecords records; // their capacity is that of the table
+    RankRecords byKey; // hashed; places without a rank are free, and they are the most
 };
 static RankStore g_ranks;
 
@@ -43,54 +40,52 @@ static RankRecord* placeOf(quint32 key)
 static void indexRecords()
 {
     std::size_t places = kFewestPlaces;
-    while (places < 2 * std::size_t(g_ranks.count))
+    while (places < 2 * g_ranks.records.size())
         places *= 2;
     g_ranks.byKey.assign(places, RankRecord());
-    for (int i = 0; i < g_ranks.count; ++i) {
-        const RankRecord& record = g_ranks.records[std::size_t(i)];
-        RankRecord* place = placeOf(record.key);
-        if (place->rank == Unranked)
-            *place = record;
-    }
+    for (const RankRecord& record : g_ranks.records)
+        *placeOf(record.key) = record;
 }
 
 template <typename Drop> static void dropRecords(Drop drop)
 {
-    const auto end = g_ranks.records.begin() + g_ranks.count;
-    const auto kept = std::remove_if(g_ranks.records.begin(), end, drop);
-    g_ranks.count = int(kept - g_ranks.records.begin());
-    std::fill(kept, end, RankRecord());
+    RankRecords& records = g_ranks.records;
+    records.erase(std::remove_if(records.begin(), records.end(), drop), records.end());
     indexRecords();
-}
-
-static bool isFull()
-{
-    return g_ranks.count >= int(g_ranks.records.size());
 }
 
 static void appendRecord(const RankRecord& record)
 {
-    if (!isFull())
-        g_ranks.records[std::size_t(g_ranks.count++)] = record;
+    if (g_ranks.records.size() < g_ranks.records.capacity())
+        g_ranks.records.push_back(record);
 }
 
 void createRankStore()
 {
-    g_ranks.records.assign(kRankCapacity, RankRecord());
-    g_ranks.count = 0;
+    g_ranks.records.clear();
+    g_ranks.records.reserve(kRankCapacity);
     indexRecords();
 }
 
 void freeRankStore()
 {
-    std::vector<RankRecord>().swap(g_ranks.records);
-    g_ranks.count = 0;
+    RankRecords().swap(g_ranks.records);
     indexRecords();
 }
 
 int rankRecordCount()
 {
-    return g_ranks.count;
+    return int(g_ranks.records.size());
+}
+
+static int rankOfKey(quint32 key)
+{
+    return g_ranks.byKey.empty() ? int(Unranked) : placeOf(key)->rank;
+}
+
+bool hasRankRecord(quint32 key)
+{
+    return rankOfKey(key) != Unranked;
 }
 
 int rankOf(int entry)
@@ -98,17 +93,14 @@ int rankOf(int entry)
     const PoseIndexEntry* e = poseEntry(entry);
     if (!e)
         return Unranked;
-    if (e->isCustom)
-        return CustomLibraryPose;
-    return g_ranks.byKey.empty() ? int(Unranked) : placeOf(e->contentHash)->rank;
+    return e->isCustom ? int(CustomLibraryPose) : rankOfKey(e->contentHash);
 }
 
 static void setRank(quint32 key, int rank)
 {
-    const auto end = g_ranks.records.begin() + g_ranks.count;
-    const auto record = std::find_if(
-        g_ranks.records.begin(), end, [key](const RankRecord& each) { return each.key == key; });
-    if (record != end)
+    const auto record = std::find_if(g_ranks.records.begin(), g_ranks.records.end(),
+        [key](const RankRecord& each) { return each.key == key; });
+    if (record != g_ranks.records.end())
         record->rank = rank;
     else
         appendRecord(RankRecord {key, rank});
@@ -131,65 +123,72 @@ bool setCurrentRank(int rank)
     const bool canBeGiven = rank >= Unranked && rank <= Hidden;
     if (!canBeGiven || !current || current->isCustom)
         return true;
-    setRank(current->contentHash, rank);
+    const quint32 key = current->contentHash;
+    setRank(key, rank);
     refreshCurrentRank();
-    return writeRanks();
+    // In that order a host that ends in between leaves one of the two at least.
+    return rank == Unranked ? forgetKeptRank(key) && writeRanks()
+                            : writeRanks() && forgetKeptRank(key);
+}
+
+// ---- poses that are indexed, and poses that are not
+
+static std::unordered_set<quint32> indexedKeys()
+{
+    std::unordered_set<quint32> keys;
+    for (int entry = 0; entry < poseCount(); ++entry)
+        keys.insert(poseEntry(entry)->contentHash);
+    return keys;
+}
+
+RankRecords ranksWithoutPose()
+{
+    const std::unordered_set<quint32> indexed = indexedKeys();
+    RankRecords without;
+    for (const RankRecord& each : g_ranks.records) {
+        if (indexed.count(each.key) == 0)
+            without.push_back(each);
+    }
+    return without;
 }
 
 bool pruneRanks()
 {
-    std::unordered_set<quint32> indexed;
-    for (int entry = 0; entry < poseCount(); ++entry)
-        indexed.insert(poseEntry(entry)->contentHash);
-    const int before = g_ranks.count;
+    const std::unordered_set<quint32> indexed = indexedKeys();
+    const int before = rankRecordCount();
     dropRecords([&indexed](const RankRecord& each) { return indexed.count(each.key) == 0; });
-    return g_ranks.count < before;
+    return rankRecordCount() < before;
+}
+
+bool returnRanks(const RankRecords& records)
+{
+    const std::unordered_set<quint32> indexed = indexedKeys();
+    const int before = rankRecordCount();
+    for (const RankRecord& each : records) {
+        if (indexed.count(each.key) != 0 && !hasRankRecord(each.key))
+            appendRecord(each);
+    }
+    indexRecords();
+    return rankRecordCount() > before;
 }
 
 // ---- the file
 
-// Of the records with one key only the first is kept.
-static void readRecords(DatReader* file)
-{
-    std::unordered_set<quint32> seen;
-    qint32 count = 0;
-    file->readField(&count);
-    g_ranks.count = 0;
-    for (qint32 n = 0; n < count && !isFull() && file->bytesLeft() >= qint64(sizeof(RankRecord));
-         ++n) {
-        RankRecord record;
-        file->readField(&record.rank);
-        file->readField(&record.key);
-        if ((record.rank == Favorite || record.rank == Hidden) && seen.insert(record.key).second)
-            appendRecord(record);
-    }
-    indexRecords();
-}
-
 bool readRanks()
 {
-    DatReader file(dataFiles().ranks);
-    if (!file.isOpen())
-        return false;
-    qint32 version = 0;
-    file.readField(&version);
-    if (version == kFileVersion)
-        readRecords(&file);
-    return true;
+    RankRecords records;
+    const RankFile found = readRankFile(dataFiles().ranks, &records);
+    if (found == RankFile::Read) {
+        g_ranks.records.clear();
+        std::for_each(records.begin(), records.end(), appendRecord);
+        indexRecords();
+    }
+    return found == RankFile::Read || found == RankFile::Foreign;
 }
 
 bool writeRanks()
 {
-    if (!ensureDataFolder())
-        return false;
-    DatWriter file;
-    file.writeField(kFileVersion);
-    file.writeField(qint32(g_ranks.count));
-    for (int i = 0; i < g_ranks.count; ++i) {
-        file.writeField(g_ranks.records[std::size_t(i)].rank);
-        file.writeField(g_ranks.records[std::size_t(i)].key);
-    }
-    return file.save(dataFiles().ranks);
+    return writeRankFile(dataFiles().ranks, g_ranks.records);
 }
 
 } // namespace quillon

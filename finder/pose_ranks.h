@@ -1,24 +1,14 @@
 // pose_ranks.h - the user's ranks of poses, by the hash of the pose file's content, and their file.
-// File: version (1), count, then rank and key of each record. Records of a rank other than 1 and 2
-// are not kept, nor are later ones of the same key, and reading ends when the table is full.
+// The file is that of rank_file.h, with no more records than the table holds.
 // Owns: the table, which exists as long as there is a pane, and its records.
 #pragma once
 
-#include <qglobal.h>
+#include "finder/rank_file.h"
 
 namespace quillon {
 
-const int kRankCapacity = 65536;
-
-enum PoseRank { Unranked, Favorite, Hidden, CustomLibraryPose };
-
-struct RankRecord {
-    quint32 key = 0; // contentHash of the pose
-    qint32 rank = 0; // Favorite or Hidden; unranked poses have no record
-};
-
-void createRankStore(); // zeroed records, count 0
-void freeRankStore();
+void createRankStore(); // with room for the capacity, count 0
+void freeRankStore(); // nor any room
 int rankRecordCount();
 
 // CustomLibraryPose for a pose of the custom library, whatever the table says; else the rank of the
@@ -32,11 +22,18 @@ void refreshCurrentRank();
 // Gives the pose at the current position the rank and writes the file. Refused, with nothing
 // changed: while a part is locked (a status text says so), without a current pose, for a pose of
 // the custom library, for a rank that is not Unranked, Favorite or Hidden. A rank that finds the
-// table full is not recorded. False when the file cannot be written.
+// table full is not recorded. A kept rank of the pose (kept_ranks.h) goes. False when a file cannot
+// be written.
 bool setCurrentRank(int rank);
 
-// Drops the records of poses that are not indexed. True when there was one.
+// The records of poses that are not indexed, in their order.
+RankRecords ranksWithoutPose();
+// Drops them. True when there was one.
 bool pruneRanks();
+// Adds those of indexed poses that have no record, as far as there is room. True when there was
+// one.
+bool returnRanks(const RankRecords& records);
+bool hasRankRecord(quint32 key);
 
 // Fills the table from the rank file; false when there is none.
 bool readRanks();

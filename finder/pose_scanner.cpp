@@ -6,6 +6,7 @@
 #include "figure/selected_figure.h"
 #include "finder/browse_session.h"
 #include "finder/content_walk.h"
+#include "finder/kept_ranks.h"
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
@@ -278,12 +279,12 @@ static void forgetPoses()
     forgetApplied(&browseSession());
 }
 
-// Ranks stay while the index on disk is the old one, and while there are poses that were not seen.
+// Ranks stay while the index on disk is the old one.
 static bool saveIndex(int missed)
 {
     if (!backUp(dataFiles().poseIndex, kIndexGenerations) || !writePoseIndex())
         return false;
-    return missed > 0 || !pruneRanks() || writeRanks();
+    return moveRanksAfterScan(missed == 0);
 }
 
 static bool anyContentCanBeListed()

@@ -18,13 +18,20 @@ DatReader::DatReader(const QString& path)
 {
     QFile file(path);
     m_open = openPlainFile(&file, QIODevice::ReadOnly);
+    const qint64 wanted = m_open ? qMin(file.size(), kLargestDatFile) : 0;
     if (m_open)
-        m_bytes = file.read(qMin(file.size(), kLargestDatFile));
+        m_bytes = file.read(wanted);
+    m_whole = m_open && m_bytes.size() == wanted;
 }
 
 bool DatReader::isOpen() const
 {
     return m_open;
+}
+
+bool DatReader::isWhole() const
+{
+    return m_whole;
 }
 
 qint64 DatReader::bytesLeft() const

@@ -24,6 +24,7 @@ public:
     explicit DatReader(const QString& path);
 
     bool isOpen() const;
+    bool isWhole() const; // no byte failed to come; what is past the limit is not missed
     qint64 bytesLeft() const; // of what the file had when it was opened
 
     // A short read leaves the rest of the field as it was.
@@ -41,6 +42,7 @@ private:
     QByteArray m_bytes; // of the file, as it was opened
     int m_at; // of the next read
     bool m_open;
+    bool m_whole;
 };
 
 class DatWriter {

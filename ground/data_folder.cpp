@@ -20,6 +20,7 @@ static const DataFileName kDataFileNames[] = {
     {"crashed", &DataFiles::crashMarker},
     {"ranks", &DataFiles::ranks},
     {"poseIndex", &DataFiles::poseIndex},
+    {"ranksKept", &DataFiles::ranksKept},
 };
 
 static const char kSuffix[] = ".dat";

@@ -16,6 +16,7 @@ struct DataFiles {
     QString settings;
     QString crashMarker;
     QString ranks;
+    QString ranksKept; // of poses that are not indexed now
     QString poseIndex;
 };
 

@@ -1,5 +1,6 @@
 #include "pane/crash_guard.h"
 
+#include "finder/kept_ranks.h"
 #include "ground/backup_folder.h"
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
@@ -29,6 +30,7 @@ void checkCrashMarker()
         return;
     showBox(Box::CrashWarning);
     logSaveResult(setAside(dataFiles().settings));
+    logSaveResult(keepRanksOf(dataFiles().ranks)); // so that the next scan brings them back
     logSaveResult(setAside(dataFiles().ranks));
     logSaveResult(setAside(dataFiles().poseIndex, kIndexGenerations));
 }

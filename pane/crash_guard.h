@@ -19,7 +19,7 @@ private:
 };
 
 // Warns, and takes settings, ranks and pose index away, to the backups, if there is a valid marker.
-// The marker stays.
+// The ranks are kept for the next scan, too (kept_ranks.h). The marker stays.
 void checkCrashMarker();
 // What is no file and stands in its place is given another name.
 [[nodiscard]] bool writeCrashMarker();

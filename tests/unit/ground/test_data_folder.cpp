@@ -92,6 +92,7 @@ private slots:
         QCOMPARE(files.settings, files.folder + "settings_0ff58ef1.dat");
         QCOMPARE(files.crashMarker, files.folder + "crashed_0ff58ef1.dat");
         QCOMPARE(files.ranks, files.folder + "ranks_0ff58ef1.dat");
+        QCOMPARE(files.ranksKept, files.folder + "ranksKept_0ff58ef1.dat");
         QCOMPARE(files.poseIndex, files.folder + "poseIndex_0ff58ef1.dat");
     }
 

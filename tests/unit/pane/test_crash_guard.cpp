@@ -111,6 +111,17 @@ private slots:
         QCOMPARE(bytes, QByteArray("prs"));
     }
 
+    void ranksThatAreDroppedAreKeptForTheNextScan()
+    {
+        const QByteArray ranks = QByteArray::fromHex("01000000010000000200000007000000");
+        writeFile(dataFiles().ranks, ranks);
+        QVERIFY(writeCrashMarker());
+        BoxAnswers answers;
+        checkCrashMarker();
+        QVERIFY(!QFile::exists(dataFiles().ranks));
+        QCOMPARE(fileBytes(dataFiles().ranksKept), ranks);
+    }
+
     void theMarkerOfAHostThatIsStartingIsNoCrash()
     {
         writeDataFiles();
