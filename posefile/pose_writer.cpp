@@ -2,7 +2,7 @@
 
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
-#include "ground/plain_file.h"
+#include "ground/whole_file.h"
 #include "posefile/gzip_file.h"
 #include "posefile/pose_channels.h"
 #include "posefile/pose_text.h"
@@ -11,7 +11,7 @@
 #include "dzfloatproperty.h"
 #include "dzskeleton.h"
 
-#include <QFile>
+#include <QBuffer>
 
 #include <charconv>
 
@@ -163,16 +163,16 @@ static QByteArray poseFileText(const DzSkeleton* figure, DzTime time, bool male)
 bool writePose(
     const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed)
 {
-    QFile file(path);
-    if (!openPlainFile(&file, QIODevice::WriteOnly))
-        return false;
     const QByteArray text = poseFileText(figure, time, male);
-    bool written = compressed ? writePacked(&file, text) : file.write(text) == text.size();
-    written = file.flush() && file.error() == QFile::NoError && written;
-    file.close();
-    if (!written)
-        file.remove();
-    return written;
+    if (!compressed)
+        return writeWholeFile(path, text);
+    QBuffer packed;
+    return writePacked(&packed, text) && writeWholeFile(path, packed.data());
+}
+
+bool writePassingPose(const DzSkeleton* figure, DzTime time, const QString& path)
+{
+    return writePlainFile(path, poseFileText(figure, time, false));
 }
 
 } // namespace quillon

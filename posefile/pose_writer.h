@@ -15,10 +15,13 @@ namespace quillon {
 
 // male: "G8M" as the file's id, else "G8F"; no reader looks at it. compressed: through the host's
 // gzip device. Without a figure the list of animations is empty.
-// False when the file cannot be opened or is no plain file (it is then as it was) or not be written
-// in full (it is then gone).
+// Written whole (whole_file.h): false leaves the file as it was.
 [[nodiscard]] bool writePose(
     const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed);
+
+// The same text with "G8F", not compressed, into a file that nobody misses: false leaves it cut
+// short.
+[[nodiscard]] bool writePassingPose(const DzSkeleton* figure, DzTime time, const QString& path);
 
 // What a reader of the file gets for a stored value: the number of its 7 digits.
 float valueAsWritten(float value);

@@ -66,7 +66,7 @@ bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how)
     DzSkeleton* skeleton = figureOf(figure);
     const TempFiles files = tempFiles();
     remove(files); // what an earlier failure left must not be taken for this pose
-    const bool ready = writePose(skeleton, time, files.written, false, false)
+    const bool ready = writePassingPose(skeleton, time, files.written)
         && rewritePoseFile(files.written, files.rewritten, figure, how.withChildren, how.symmetrize,
             how.includeFace, how.mirrorAll);
     if (!ready)

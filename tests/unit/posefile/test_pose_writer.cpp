@@ -37,7 +37,8 @@ private slots:
     void compressedHoldsTheSameText();
     void anUnwritablePathLeavesNothing_data();
     void anUnwritablePathLeavesNothing();
-    void aFullDiskLeavesNoHalfFile();
+    void aFullDiskLeavesTheOldFile();
+    void aPassingPoseIsThePlainText();
     void whatCannotBeOpenedIsNotPacked();
     void theFileIsJson();
     void writtenResetAndReadIsTheSamePose_data();
@@ -339,22 +340,36 @@ void TestPoseWriter::anUnwritablePathLeavesNothing()
     QCOMPARE(fileBytes(f.file("file")), QByteArray("x"));
 }
 
-void TestPoseWriter::aFullDiskLeavesNoHalfFile()
+void TestPoseWriter::aFullDiskLeavesTheOldFile()
 {
 #ifdef Q_OS_UNIX
     PoseFixture f;
+    f.fileWith("written.duf", "old");
     const QString path = f.file("written.duf");
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit before;
     getrlimit(RLIMIT_FSIZE, &before);
     const rlimit small = {2000, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    const bool plain = writePoseFile(path, false, false), plainLeft = QFile::exists(path);
-    const bool packed = writePoseFile(path, false, true), packedLeft = QFile::exists(path);
+    const bool plain = writePoseFile(path, false, false);
+    const bool packed = writePoseFile(path, false, true);
     setrlimit(RLIMIT_FSIZE, &before);
-    QVERIFY(!plain && !plainLeft);
-    QVERIFY(!packed && !packedLeft);
+    QVERIFY(!plain && !packed);
+    QCOMPARE(fileBytes(path), QByteArray("old"));
+    QCOMPARE(QDir(QFileInfo(path).path()).entryList(QStringList("written.duf*")),
+        QStringList("written.duf"));
 #endif
+}
+
+void TestPoseWriter::aPassingPoseIsThePlainText()
+{
+    PoseFixture f;
+    Random random(13);
+    poseAtRandom(&random, f.figure);
+    const QString path = f.file("passing.duf");
+    QVERIFY(writePassingPose(f.figure, dzScene->getTime(), path));
+    QCOMPARE(fileBytes(path), writtenText(f));
+    QVERIFY(!writePassingPose(f.figure, dzScene->getTime(), f.file("none/x.duf")));
 }
 
 void TestPoseWriter::whatCannotBeOpenedIsNotPacked()
