@@ -5,6 +5,7 @@
 #include "host/driver/script_values.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -33,7 +34,20 @@ QScriptValue removeFile(QScriptContext* context, QScriptEngine*)
     return QFile::remove(path) || QDir().rmdir(path);
 }
 
-QScriptValue failCall(QScriptContext* context, QScriptEngine* engine)
+// As QDir does it, hidden ones included; folders count by what is in them.
+QScriptValue filesBelow(QScriptContext* context, QScriptEngine* engine)
+{
+    const QDir top(textArgument(context, 0));
+    QDirIterator entry(
+        top.path(), QDir::Files | QDir::System | QDir::Hidden, QDirIterator::Subdirectories);
+    QStringList found;
+    while (entry.hasNext())
+        found += top.relativeFilePath(entry.next());
+    found.sort();
+    return toScript(engine, found);
+}
+
+QScriptValue orderFor(QScriptContext* context, QScriptEngine* engine, bool die)
 {
     const QString name = textArgument(context, 0);
     const int n = intArgument(context, 1, 1);
@@ -41,9 +55,28 @@ QScriptValue failCall(QScriptContext* context, QScriptEngine* engine)
     if (!call)
         return throwError(context, unknownCall(name));
     if (n < 1)
-        return throwError(context, QString("failCall counts from 1"));
-    orderCall({call, n, false});
+        return throwError(context, QString("calls are counted from 1"));
+    orderCall({call, n, die});
     return engine->undefinedValue();
+}
+
+QScriptValue failCall(QScriptContext* context, QScriptEngine* engine)
+{
+    return orderFor(context, engine, false);
+}
+
+QScriptValue dieAtCall(QScriptContext* context, QScriptEngine* engine)
+{
+    return orderFor(context, engine, true);
+}
+
+QScriptValue namesOfCalls(QScriptContext*, QScriptEngine* engine)
+{
+    QScriptValue names = engine->newObject();
+    names.setProperty(
+        "host", toScript(engine, callNames(CallKind::Host) + callNames(CallKind::Within)));
+    names.setProperty("files", toScript(engine, callNames(CallKind::File)));
+    return names;
 }
 
 // --die-at is one of them, too.
@@ -71,7 +104,10 @@ const NativeRow kFiles[] = {
     {"readFile", readFile},
     {"writeFile", writeFile},
     {"removeFile", removeFile},
+    {"files", filesBelow},
     {"failCall", failCall},
+    {"dieAtCall", dieAtCall},
+    {"callNames", namesOfCalls},
     {"pendingCalls", pendingOrders},
     {"dropCalls", dropOrders},
 };

@@ -42,6 +42,13 @@ QScriptValue pending(QScriptContext*, QScriptEngine* engine)
     return list;
 }
 
+QScriptValue drop(QScriptContext*, QScriptEngine*)
+{
+    const int count = pendingExpects().size();
+    dropExpects();
+    return count;
+}
+
 // Fields by their labels as they read; also, hidden, without the blanks around.
 QScriptValue fieldsOf(QScriptEngine* engine, const QList<DialogField>& fields)
 {
@@ -91,6 +98,7 @@ const NativeRow kModal[] = {
     {"expect", expect},
     {"dialogs", dialogs},
     {"pendingExpects", pending},
+    {"dropExpects", drop},
 };
 
 } // namespace

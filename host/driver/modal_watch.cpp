@@ -197,6 +197,11 @@ QList<ExpectedModal> pendingExpects()
     return g_expected;
 }
 
+void dropExpects()
+{
+    g_expected.clear();
+}
+
 QList<ModalRecord> modalLog()
 {
     return g_log;
@@ -204,7 +209,7 @@ QList<ModalRecord> modalLog()
 
 void forgetScriptValues()
 {
-    g_expected.clear();
+    dropExpects();
 }
 
 } // namespace quillon

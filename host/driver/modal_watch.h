@@ -25,6 +25,7 @@ void stopModalWatch(); // modal windows are the user's again
 
 void expectModal(const ExpectedModal&); // at the end of the queue; the first that fits is taken
 QList<ExpectedModal> pendingExpects();
+void dropExpects();
 QList<ModalRecord> modalLog(); // in order of appearance
 void forgetScriptValues(); // before the engine goes
 
