@@ -5,7 +5,7 @@
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/pose_limits.h"
-#include "ground/same_value.h"
+#include "figure/same_place.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -84,22 +84,22 @@ static void turnBack(const KeptBone& kept, DzTime time)
 {
     for (const KeptValue& channel : kept.turn)
         putBackLook(channel, time);
-    if (!sameValue(kept.bone->getWSRot(time), kept.world.rot))
+    if (!sameTurn(kept.bone->getWSRot(time), kept.world.rot))
         kept.bone->setWSRot(time, kept.world.rot);
 }
 
 // Parents first, each bone whole before the bones below it: a world scale may depend on the turns
-// above. What is still in its place is not written: a round trip through rotation or scale leaves
-// noise and keys.
+// above. What is still in its place, as far as the host can tell, is not written: a round trip
+// leaves noise and keys.
 static void putBack(const std::vector<KeptBone>& kept, DzTime time)
 {
     for (const KeptBone& each : kept) {
-        if (!sameValue(each.bone->getWSScale(time), each.world.scale))
+        if (!sameScale(each.bone->getWSScale(time), each.world.scale))
             each.bone->setWSScale(time, each.world.scale);
         if (!each.inPart)
             continue;
         turnBack(each, time);
-        if (!sameValue(each.bone->getWSPos(time), each.world.posCm))
+        if (!samePlace(each.bone->getWSPos(time), each.world.posCm))
             each.bone->setWSPos(time, each.world.posCm);
     }
 }

@@ -1,7 +1,7 @@
 #include "figure/channel_snapshot.h"
 
 #include "figure/figure_walks.h"
-#include "ground/same_value.h"
+#include "figure/same_place.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -118,11 +118,11 @@ NodePlace localPlaceOf(const DzNode* node, DzTime time)
 
 void putBackLocalPlace(DzNode* node, DzTime time, const NodePlace& kept)
 {
-    if (!sameValue(node->getLocalScale(time), kept.scale))
+    if (!sameScale(node->getLocalScale(time), kept.scale))
         node->setLocalScale(time, kept.scale);
-    if (!sameValue(node->getLocalRot(time), kept.rot))
+    if (!sameTurn(node->getLocalRot(time), kept.rot))
         node->setLocalRot(time, kept.rot);
-    if (!sameValue(node->getLocalPos(time), kept.posCm))
+    if (!samePlace(node->getLocalPos(time), kept.posCm))
         node->setLocalPos(time, kept.posCm);
 }
 

@@ -2,10 +2,10 @@
 // The one place that reads and sets the value which a channel stores.
 //
 // The stored value is what lies in the keys, before controllers and limits; the look is what comes
-// out at the end. All at one time, in ticks. Comparing is exact, and only what differs is written:
-// a round trip leaves keys and noise. Degrees, centimetres or fractions, as the property has it.
-// Channels and nodes are not null; the pointers are good as long as the figure's structure stays as
-// it is. Owns: nothing. No undo step is opened.
+// out at the end. All at one time, in ticks. Channels are compared exactly, places as
+// same_place.h does, and only what differs is written: a round trip leaves keys and noise. Degrees,
+// centimetres or fractions, as the property has it. Channels and nodes are not null; the pointers
+// are good as long as the figure's structure stays as it is. Owns: nothing. No undo step is opened.
 #pragma once
 
 #include "ground/host_types.h"

@@ -2,7 +2,7 @@
 
 #include "figure/channel_snapshot.h"
 #include "figure/node_place.h"
-#include "ground/same_value.h"
+#include "figure/same_place.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"
@@ -11,19 +11,21 @@
 namespace quillon {
 
 // The host's setters of a place write all three channels; one that came out as it was loses the key
-// that it got.
+// that it got. Only translations are written here.
 static void dropNeedlessKeys(const ChannelSnapshot& before, DzTime time)
 {
-    for (const KeptValue& each : before)
+    for (const KeptValue& each : before) {
+        const float nowCm = storedValue(each.channel, time);
         if (each.channel->getNumKeys() != each.keyCount
-            && storedValue(each.channel, time) == each.stored)
+            && samePlace(DzVec3(nowCm, 0, 0), DzVec3(each.stored, 0, 0)))
             putBackStored(each, time);
+    }
 }
 
 bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time)
 {
     const DzVec3 none(0, 0, 0);
-    if (sameValue(hip->getLocalPos(time), none))
+    if (samePlace(hip->getLocalPos(time), none))
         return true;
     DzUndoStackHold hold;
     ChannelSnapshot before;
@@ -36,7 +38,7 @@ bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time)
     const DzVec3 afterCm_world = hip->getWSPos(time);
     const bool followed = moveTo(figure, time, figureCm_world + (beforeCm_world - afterCm_world));
     dropNeedlessKeys(before, time);
-    return keepOrTakeBack(&hold, followed && sameValue(hip->getLocalPos(time), none));
+    return keepOrTakeBack(&hold, followed && samePlace(hip->getLocalPos(time), none));
 }
 
 // By the dials themselves: the host may make whole turns of no rotation. Below a turned parent the

@@ -14,7 +14,7 @@ namespace quillon {
 // Gives the hip's translation to the figure node, so that the figure is turned about its hip.
 // False, with nothing changed: a channel that would have to change is locked, or limited so that it
 // cannot take the value, or the hip keeps some of its translation. A hip whose local position is
-// exactly (0, 0, 0) is a success that writes nothing.
+// (0, 0, 0), as same_place.h has it, is a success that writes nothing.
 bool hipAsCentre(DzNode* figure, DzNode* hip, DzTime time);
 
 // Gives the figure node's place to the hip: the node goes to the world's origin, its three dials to

@@ -1,5 +1,6 @@
 #include "figure/node_place.h"
 
+#include "figure/same_place.h"
 #include "ground/undo_step.h"
 
 #include "dzfloatproperty.h"
@@ -38,18 +39,11 @@ static Turn turnOf(const DzNode* node, DzTime time)
     return turn;
 }
 
-static double angleBetweenDeg(const DzQuat& a, const DzQuat& b)
-{
-    const DzQuat d = a * b.inverse();
-    const double v = std::sqrt(d.m_x * d.m_x + d.m_y * d.m_y + d.m_z * d.m_z);
-    return 2 * std::atan2(v, std::fabs(d.m_w)) * kDegPerRad;
-}
-
 bool isTurnedTo(const DzNode* node, DzTime time, const DzQuat& rot_world)
 {
     const Turn turn = turnOf(node, time);
     const double sumDeg = std::fabs(turn.deg[0]) + std::fabs(turn.deg[1]) + std::fabs(turn.deg[2]);
-    return angleBetweenDeg(node->getWSRot(time), rot_world)
+    return angleBetweenRad(node->getWSRot(time), rot_world) * kDegPerRad
         <= kToleranceDeg + kChannelRounding * sumDeg;
 }
 

@@ -2,7 +2,7 @@
 
 #include "figure/channel_snapshot.h"
 #include "figure/node_place.h"
-#include "ground/same_value.h"
+#include "figure/same_place.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"
@@ -89,12 +89,22 @@ static DzVec3 fromWorld(const NodePlace& at, const DzVec3& offset_world)
 
 // ---- the new origin --------------------------------------------------------------------------
 
+static void putBackOrigin(DzNode* node, const DzVec3& before)
+{
+    if (!samePlace(node->getOrigin(), before))
+        node->setOrigin(before, true);
+}
+
 // The box lies along the world's axes: only an unturned node has that of its geometry. What a lock
-// or a scale leaves of the node's placement is taken out of the centre that was read.
+// or a scale leaves of the node's placement is taken out of the centre that was read. All is put
+// back by hand: a host's undo may know nothing of origins.
 static DzVec3 geometryCentre(DzNode* node)
 {
+    const DzUndoStackLock unrecorded;
+    const DzTime time = dzScene->getTime();
     const DzVec3 before = node->getOrigin();
-    DzUndoStackHold hold;
+    ChannelSnapshot channels;
+    keepPoseChannels(node, time, &channels);
     node->setWSRot(DzQuat());
     node->setOrigin(DzVec3(0, 0, 0), true);
     node->setWSPos(DzVec3(0, 0, 0)); // the origin has moved it
@@ -102,9 +112,11 @@ static DzVec3 geometryCentre(DzNode* node)
     DzVec3 centre = before;
     if (box.isValid()) {
         const DzVec3 read = box.getMin() + (box.getMax() - box.getMin()) * 0.5f;
-        centre = node->getOrigin() + fromWorld(worldPlaceOf(node, dzScene->getTime()), read);
+        centre = node->getOrigin() + fromWorld(worldPlaceOf(node, time), read);
     }
-    hold.cancel();
+    putBackOrigin(node, before);
+    for (const KeptValue& each : channels)
+        putBackStored(each, time);
     return centre;
 }
 
@@ -130,7 +142,7 @@ static bool setOriginAndPlaces(
 {
     const DzVec3 before = node->getOrigin();
     const DzVec3 wanted = newOrigin(node, choice, keyed.back().world);
-    if (!sameValue(wanted, before))
+    if (!samePlace(wanted, before))
         node->setOrigin(wanted, true);
     const DzVec3 moved = node->getOrigin() - before; // as it was taken
     bool followed = (before + moved - wanted).length() <= kOriginToleranceCm;
@@ -144,9 +156,16 @@ static bool setOriginAndPlaces(
 bool setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice)
 {
     const std::vector<KeyedPlace> keyed = keyedPlaces(node);
+    const DzRotationOrder orderBefore = node->getRotationOrder();
+    const DzVec3 originBefore = node->getOrigin();
     DzUndoStackHold hold;
     node->setRotationOrder(order);
-    return keepOrTakeBack(&hold, keyed.empty() || setOriginAndPlaces(node, choice, keyed));
+    if (keepOrTakeBack(&hold, keyed.empty() || setOriginAndPlaces(node, choice, keyed)))
+        return true;
+    putBackOrigin(node, originBefore); // what the host's undo left of it
+    if (node->getRotationOrder().order() != orderBefore.order())
+        node->setRotationOrder(orderBefore);
+    return false;
 }
 
 void setTranslationNudge(DzNode* node, float stepCm)

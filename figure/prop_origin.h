@@ -28,9 +28,10 @@ int frameCount();
 // that can animate counts.
 bool hasKeyInFrame(const DzNode* node, int frame);
 
-// The node is not null; any but a figure or bone makes sense. The caller holds: a measurement on
-// the way, and what cannot be done, are taken back through the undo stack. True also when nothing
-// had to change. False, with nothing changed: a channel cannot follow.
+// The node is not null; any but a figure or bone makes sense. The caller holds:
+// what cannot be done is taken back through the undo stack, and order and origin by hand where that
+// leaves them. True also when nothing had to change. False, with nothing changed: a channel cannot
+// follow.
 bool setPropOrigin(DzNode* node, DzRotationOrder order, OriginChoice choice);
 
 // The step by which the three position sliders move; above 0. The node is not null. No value and no

@@ -6,7 +6,7 @@
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/node_place.h"
-#include "ground/same_value.h"
+#include "figure/same_place.h"
 
 #include "dzbone.h"
 #include "dzerclink.h"
@@ -284,7 +284,7 @@ static void resetBelow(const DzNode* bone, SelectionReset* reset)
 
 static void turnUpright(DzNode* hip, DzTime time)
 {
-    if (!sameValue(hip->getWSRot(time), DzQuat()))
+    if (!sameTurn(hip->getWSRot(time), DzQuat()))
         turnTo(hip, time, DzQuat());
     for (DzFloatProperty* channel :
         {hip->getXRotControl(), hip->getYRotControl(), hip->getZRotControl()}) {

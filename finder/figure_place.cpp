@@ -1,8 +1,8 @@
 #include "finder/figure_place.h"
 
+#include "figure/same_place.h"
 #include "figure/selected_figure.h"
 #include "finder/pose_signature.h"
-#include "ground/same_value.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -11,8 +11,6 @@
 #include <cmath>
 
 namespace quillon {
-
-static const double kNoTurnRad = 1e-6; // what the single-precision directions leave open
 
 typedef std::vector<KeptValue> KeptChannels;
 
@@ -90,7 +88,7 @@ void putBackRotationUnderHip(const FigurePlace& place, DzTime time)
     const DzQuat figureRot_world = place.figure->getWSRot(time);
     const DzQuat hipRot_world = place.hip->getWSRot(time);
     putBackRotation(place, time);
-    if (!sameValue(place.figure->getWSRot(time), figureRot_world))
+    if (!sameTurn(place.figure->getWSRot(time), figureRot_world))
         place.hip->setWSRot(time, hipRot_world);
 }
 
@@ -112,7 +110,7 @@ void turnToFacing(const FigureFacing& facing, DzSkeleton* figure, DzTime time)
 {
     const DzVec3 now = facingDirection(slotRotation(figure, HipSlot, time), facing.currentType);
     const double turnRad = turnRadBetween(now, facing.direction);
-    if (std::fabs(turnRad) < kNoTurnRad)
+    if (std::fabs(turnRad) <= kSameTurnRad)
         return;
     const DzQuat turn(DzVec3(0, 1, 0), turnRad);
     const DzVec3 pivotCm_world = hipOf(figure)->getWSPos(time);

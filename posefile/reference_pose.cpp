@@ -1,9 +1,9 @@
 #include "posefile/reference_pose.h"
 
+#include "figure/same_place.h"
 #include "figure/selected_figure.h"
 #include "ground/data_folder.h"
 #include "ground/message_boxes.h"
-#include "ground/same_value.h"
 #include "ground/status_message.h"
 #include "ground/undo_step.h"
 #include "posefile/pose_reader.h"
@@ -45,7 +45,7 @@ void showReferenceOn(DzSkeleton* figure, DzTime time)
     const DzVec3 placeCm_world = hip->getWSPos(time);
     const bool resetFirst = true;
     applyPose(figure, time, referencePosePath(), resetFirst);
-    if (!sameValue(hip->getWSPos(time), placeCm_world))
+    if (!samePlace(hip->getWSPos(time), placeCm_world))
         hip->setWSPos(time, placeCm_world);
     showStatusMessage(
         QLatin1String("\r\nReference Pose shown\r\nUse 'undo' revert\r\nto current pose\r\n"));

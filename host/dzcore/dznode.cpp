@@ -3,12 +3,15 @@
 #include "dzclock.h"
 #include "dzfloatproperty.h"
 #include "dzhostcalls.h"
+#include "dzinexact.h"
 #include "dzobject.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
 #include "dztransform.h"
 #include "dzundoitem.h"
 #include "dzundostack.h"
+
+#include <QScopedPointer>
 
 #include <utility>
 
@@ -412,6 +415,8 @@ void DzNode::setRotationOrder(DzRotationOrder order)
     if (DZ_HOST_CALL("setRotationOrder") || order == m_order)
         return;
     DzRotationOrder other = m_order;
+    const QScopedPointer<DzUndoStackLock> forgotten(
+        dzUndoForgetsOrigins ? new DzUndoStackLock : nullptr);
     dzRecordExchange(this, [this, other]() mutable {
         std::swap(m_order, other);
         invalidateTransform();

@@ -3,15 +3,21 @@
 #include "dzeulerchoice.h"
 #include "dzfloatproperty.h"
 #include "dzhostcalls.h"
+#include "dzinexact.h"
 #include "dznode.h"
 #include "dzobject.h"
 #include "dztransform.h"
 #include "dzundoitem.h"
+#include "dzundostack.h"
+
+#include <QScopedPointer>
 
 #include <cmath>
 #include <utility>
 
 bool dzEulerIgnoresLimits = false;
+bool dzPlaceReadingNoise = false;
+bool dzUndoForgetsOrigins = false;
 
 namespace {
 
@@ -53,6 +59,42 @@ TurnRange turnRange(const DzFloatProperty* channel)
 {
     return {channel->isLocked(), channel->isClamped() && !dzEulerIgnoresLimits,
         channel->getMin() * kRadPerDeg, channel->getMax() * kRadPerDeg};
+}
+
+// ---- what a reading may be off by, dzinexact.h
+
+// The next of a fixed sequence, in [-2^-24, 2^-24].
+double nextNoise()
+{
+    static quint32 g_state = 1;
+    g_state = g_state * 1664525u + 1013904223u;
+    return (double(g_state >> 8) / double(1 << 23) - 1) / double(1 << 24);
+}
+
+DzVec3 reading(const DzVec3& v)
+{
+    if (!dzPlaceReadingNoise)
+        return v;
+    const double length = double(v.length());
+    DzVec3 noisy;
+    for (int i = 0; i < 3; ++i)
+        noisy[i] = float(double(v[i]) + length * nextNoise());
+    return noisy;
+}
+
+DzQuat reading(const DzQuat& q)
+{
+    if (!dzPlaceReadingNoise)
+        return q;
+    const double x = nextNoise(), y = nextNoise(), z = nextNoise(), w = nextNoise();
+    return DzQuat(q.m_x + x, q.m_y + y, q.m_z + z, q.m_w + w, false);
+}
+
+DzMatrix3 reading(DzMatrix3 m)
+{
+    for (int i = 0; dzPlaceReadingNoise && i < 9; ++i)
+        m[i / 3][i % 3] += float(double(m.row(i / 3).length()) * nextNoise());
+    return m;
 }
 
 } // namespace
@@ -142,7 +184,7 @@ DzVec3 DzNode::getWSPos() const
 DzVec3 DzNode::getWSPos(DzTime t, bool defaultVal) const
 {
     DZ_HOST_SEEN("getWSPos");
-    return toDzVec3(transformAt(t, defaultVal).position);
+    return reading(toDzVec3(transformAt(t, defaultVal).position));
 }
 
 DzQuat DzNode::getWSRot() const
@@ -153,7 +195,7 @@ DzQuat DzNode::getWSRot() const
 DzQuat DzNode::getWSRot(DzTime t, bool defaultVal) const
 {
     DZ_HOST_SEEN("getWSRot");
-    return transformAt(t, defaultVal).rotation;
+    return reading(transformAt(t, defaultVal).rotation);
 }
 
 DzMatrix3 DzNode::getWSScale() const
@@ -164,7 +206,7 @@ DzMatrix3 DzNode::getWSScale() const
 DzMatrix3 DzNode::getWSScale(DzTime t, bool defaultVal) const
 {
     DZ_HOST_SEEN("getWSScale");
-    return toDzMatrix3(transformAt(t, defaultVal).scale);
+    return reading(toDzMatrix3(transformAt(t, defaultVal).scale));
 }
 
 void DzNode::getWSTransform(DzVec3& position, DzQuat& rotation, DzMatrix3& scale) const
@@ -175,9 +217,9 @@ void DzNode::getWSTransform(DzVec3& position, DzQuat& rotation, DzMatrix3& scale
 void DzNode::getWSTransform(DzTime t, DzVec3& position, DzQuat& rotation, DzMatrix3& scale) const
 {
     const Transform at = transformAt(t, false);
-    position = toDzVec3(at.position);
-    rotation = at.rotation;
-    scale = toDzMatrix3(at.scale);
+    position = reading(toDzVec3(at.position));
+    rotation = reading(at.rotation);
+    scale = reading(toDzMatrix3(at.scale));
 }
 
 void DzNode::setWSPos(const DzVec3& position)
@@ -257,7 +299,7 @@ DzVec3 DzNode::getLocalPos() const
 DzVec3 DzNode::getLocalPos(DzTime t, bool defaultVal) const
 {
     DZ_HOST_SEEN("getLocalPos");
-    return toDzVec3(Reader {t, defaultVal}.three(m_channel + PosX));
+    return reading(toDzVec3(Reader {t, defaultVal}.three(m_channel + PosX)));
 }
 
 DzQuat DzNode::getLocalRot() const
@@ -272,9 +314,9 @@ DzQuat DzNode::getLocalRot(DzTime t, bool defaultVal) const
     const DzQuat turn = turnFromDegrees(m_order, read.three(m_channel + RotX));
     const Vec3d orientDeg = read.three(m_orient);
     if (isZero(orientDeg))
-        return turn;
+        return reading(turn);
     const DzQuat orient = turnFromDegrees(DzRotationOrder::XYZ, orientDeg);
-    return conj(orient) * turn * orient;
+    return reading(conj(orient) * turn * orient);
 }
 
 DzMatrix3 DzNode::getLocalScale() const
@@ -285,7 +327,7 @@ DzMatrix3 DzNode::getLocalScale() const
 DzMatrix3 DzNode::getLocalScale(DzTime t, bool defaultVal) const
 {
     DZ_HOST_SEEN("getLocalScale");
-    return toDzMatrix3(transformAt(t, defaultVal).localScale);
+    return reading(toDzMatrix3(transformAt(t, defaultVal).localScale));
 }
 
 void DzNode::setLocalPos(const DzVec3& translation)
@@ -368,6 +410,8 @@ void DzNode::setOrigin(const DzVec3& origin, bool)
     if (DZ_HOST_CALL("setOrigin"))
         return;
     const DzImplicitHold hold("Origin");
+    const QScopedPointer<DzUndoStackLock> forgotten(
+        dzUndoForgetsOrigins ? new DzUndoStackLock : nullptr);
     for (int i = 0; i < 3; ++i)
         m_origin[i]->setValue(origin[i]);
 }

@@ -419,7 +419,7 @@ def main():
                 continue
             if scope == "host":
                 if re.match(rf"(?:{ROOMS})/", file):
-                    findings.append(f"{file}:{line}: the host is not known to compare {name}: use ground/same_value.h")
+                    findings.append(f"{file}:{line}: the host is not known to compare {name}: use figure/same_place.h")
                 continue
             if count in table.get((scope, name), ()):
                 continue

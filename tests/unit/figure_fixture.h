@@ -20,6 +20,8 @@
 
 #include <QtTest>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <utility>
 #include <vector>
@@ -186,6 +188,28 @@ inline QString firstDifference(const FigureState& before, const FigureState& aft
                 .arg(b.keys.size())
                 .arg(double(a.value))
                 .arg(a.keys.size());
+    }
+    return QString();
+}
+
+// Empty when the same channels have keys at the same times and no value differs by more than the
+// tolerance; else the first that does.
+inline QString firstOtherKey(const FigureState& a, const FigureState& b, double tolerance)
+{
+    for (size_t i = 0; i < a.size(); ++i) {
+        const Keys &keys = a[i].keys, &others = b[i].keys;
+        const bool same = keys.size() == others.size()
+            && std::equal(keys.begin(), keys.end(), others.begin(),
+                [tolerance](const Keys::value_type& x, const Keys::value_type& y) {
+                    return x.first == y.first && std::fabs(x.second - y.second) <= tolerance;
+                });
+        if (!same || !(std::fabs(a[i].value - b[i].value) <= tolerance))
+            return QString("%1: %2 (%3 keys), was %4 (%5 keys)")
+                .arg(a[i].path)
+                .arg(double(b[i].value))
+                .arg(others.size())
+                .arg(double(a[i].value))
+                .arg(keys.size());
     }
     return QString();
 }

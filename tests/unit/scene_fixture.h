@@ -2,6 +2,7 @@
 #pragma once
 
 #include "dzeulerchoice.h"
+#include "dzinexact.h"
 #include "dzquat.h"
 #include "dzscene.h"
 #include "dzundostack.h"
@@ -25,6 +26,18 @@ struct EulerChoice {
     ~EulerChoice()
     {
         dzEulerIgnoresLimits = false;
+    }
+};
+
+// The host reads places with noise, for the lifetime of a test.
+struct PlaceReadingNoise {
+    explicit PlaceReadingNoise(bool on = true)
+    {
+        dzPlaceReadingNoise = on;
+    }
+    ~PlaceReadingNoise()
+    {
+        dzPlaceReadingNoise = false;
     }
 };
 

@@ -14,7 +14,7 @@ using namespace quillon;
 
 // Channel values are single precision; each bone's rotation is read back through three angles.
 static const double kTurnToleranceDeg = 1e-3;
-static const double kMoveToleranceCm = 1e-4;
+static const double kMoveToleranceCm = 2e-4; // a bake leaves 1e-6 of the length where it is
 
 class TestBakePose : public QObject {
     Q_OBJECT
