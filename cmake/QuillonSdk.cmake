@@ -16,3 +16,23 @@ if(QUILLON_DZSDK)
 else()
   target_link_libraries(quillon_sdk INTERFACE dzcore)
 endif()
+
+# How gzip is read and written, ground/host_gzip.h. No public source shows the SDK's header of its gzip
+# device: where there is none, zlib does it.
+set(QUILLON_GZIP_BY ${QUILLON_GZIP})
+if(QUILLON_GZIP STREQUAL "auto")
+  set(QUILLON_GZIP_BY device)
+  if(QUILLON_DZSDK AND NOT EXISTS ${QUILLON_DZSDK}/include/dzgzio.h)
+    set(QUILLON_GZIP_BY zlib)
+  endif()
+elseif(NOT QUILLON_GZIP MATCHES "^(device|zlib)$")
+  message(FATAL_ERROR "QUILLON_GZIP must be auto, device or zlib, not '${QUILLON_GZIP}'")
+endif()
+if(WIN32)
+  set(ZLIB_USE_STATIC_LIBS ON) # the host has no zlib to share
+endif()
+find_package(ZLIB)
+if(QUILLON_GZIP_BY STREQUAL "zlib" AND NOT ZLIB_FOUND)
+  message(FATAL_ERROR "The SDK has no dzgzio.h, so zlib is needed: set ZLIB_INCLUDE_DIR to the folder of"
+    " zlib.h and ZLIB_LIBRARY to a static library of it")
+endif()

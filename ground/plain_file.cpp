@@ -16,4 +16,16 @@ bool openPlainFile(QFile* file, QIODevice::OpenMode mode)
     return mayBeOpened(file->fileName()) && file->open(mode);
 }
 
+int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes)
+{
+    int count = 0;
+    while (count < maxBytes) {
+        const qint64 got = device->read(buffer + count, maxBytes - count);
+        if (got <= 0)
+            break;
+        count += int(got);
+    }
+    return count;
+}
+
 } // namespace quillon

@@ -1,4 +1,4 @@
-// plain_file.h - the one decision which files are opened.
+// plain_file.h - the one decision which files are opened, and reading that does not stop early.
 //
 // Whoever opens a pipe waits until somebody opens its other end, for ever if nobody does, and a
 // device may do anything. So only plain files are opened, and links to them.
@@ -17,5 +17,9 @@ bool mayBeOpened(const QString& path);
 
 // QFile::open() for such a file; false for anything else, which is not touched then.
 bool openPlainFile(QFile* file, QIODevice::OpenMode mode);
+
+// Reads from the device until the buffer is full or nothing more comes; a device may deliver less
+// than it was asked for before its end. Returns the number of bytes.
+int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes);
 
 } // namespace quillon

@@ -2,8 +2,8 @@
 
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
+#include "ground/host_gzip.h"
 #include "ground/whole_file.h"
-#include "posefile/gzip_file.h"
 #include "posefile/pose_channels.h"
 #include "posefile/pose_text.h"
 

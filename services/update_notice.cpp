@@ -1,11 +1,11 @@
 #include "services/update_notice.h"
 
 #include "ground/data_folder.h"
+#include "ground/host_gzip.h"
 #include "ground/plain_file.h"
 #include "ground/save_result.h"
 #include "ground/version_text.h"
 #include "ground/whole_file.h"
-#include "posefile/gzip_file.h"
 
 #include <QEventLoop>
 #include <QFile>

@@ -44,8 +44,21 @@ expect "the module is built" builds sdk_tree '^plugins/Quillon\.(so|dll): '
 expect "against dzcore.lib" grep -q "sdk/lib/x64/dzcore.lib" "$work/sdk_tree/build.ninja"
 expect "and its Qt" grep -q "sdk/lib/x64/QtGui4.lib" "$work/sdk_tree/build.ninja"
 expect "by its moc" grep -q "sdk/bin/x64/moc" "$work/sdk_tree/build.ninja"
+expect "gzip by zlib, for there is no dzgzio.h" builds sdk_tree 'ground/.*/host_gzip_zlib'
+expect "alone" builds_not sdk_tree 'host_gzip_device'
 expect "without the stand-in" builds_not sdk_tree '(libdzcore|posebench|/test_)'
 expect "and without its headers" bash -c "! grep -q 'host/dzcore' '$work/sdk_tree/build.ninja'"
+
+stub with_gzip/include/dzgzio.h
+cp -r "$work/sdk/." "$work/with_gzip"
+configures gzip_tree -DQUILLON_DZSDK="$work/with_gzip"
+expect "gzip by the SDK's device where it has one" builds gzip_tree 'ground/.*/host_gzip_device'
+configures gzip_tree -DQUILLON_GZIP=zlib
+expect "or by zlib, told so" builds gzip_tree 'ground/.*/host_gzip_zlib'
+configures gzip_tree -DQUILLON_GZIP=lzma
+expect "or by nothing else" says_so "QUILLON_GZIP must be auto, device or zlib, not 'lzma'"
+configures bare_tree -DQUILLON_DZSDK="$work/sdk" -DCMAKE_DISABLE_FIND_PACKAGE_ZLIB=ON
+expect "an SDK without gzip needs zlib" says_so "set ZLIB_INCLUDE_DIR to the folder of zlib.h"
 
 # what a release of it holds; the module stands for the one that Windows would build
 mkdir -p "$work/sdk_tree/plugins"

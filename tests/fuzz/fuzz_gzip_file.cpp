@@ -3,6 +3,7 @@
 #include "fuzz/fuzz_target.h"
 #include "fuzz/fuzz_world.h"
 
+#include "ground/host_gzip.h"
 #include "posefile/gzip_file.h"
 
 #include <zlib.h>

@@ -6,10 +6,10 @@
 #include "qt_test_compat.h"
 
 #include "ground/data_folder.h"
+#include "ground/host_gzip.h"
 #include "ground/plugin_settings.h"
 #include "ground/whole_file.h"
 #include "pane/dzquillonpane.h"
-#include "posefile/gzip_file.h"
 #include "services/update_notice.h"
 
 #include <QBuffer>

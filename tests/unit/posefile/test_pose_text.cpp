@@ -3,6 +3,7 @@
 #include "pose_fixture.h"
 #include "room_tests.h"
 
+#include "ground/host_gzip.h"
 #include "posefile/gzip_file.h"
 #include "posefile/pose_text.h"
 

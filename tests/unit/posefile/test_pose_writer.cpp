@@ -3,6 +3,7 @@
 #include "room_tests.h"
 
 #include "figure/reset_pose.h"
+#include "ground/host_gzip.h"
 #include "posefile/gzip_file.h"
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"
