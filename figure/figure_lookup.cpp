@@ -1,6 +1,7 @@
 #include "figure/figure_lookup.h"
 
 #include "figure/body_parts.h"
+#include "ground/host_calls.h"
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
@@ -122,7 +123,7 @@ bool isBodyControl(const QString& name, const FigureModel& model)
 
 DzFloatProperty* findOwnControl(const QString& name, const DzNode* node)
 {
-    return node ? qobject_cast<DzFloatProperty*>(node->findProperty(name)) : nullptr;
+    return node ? qobject_cast<DzFloatProperty*>(findExactProperty(node, name)) : nullptr;
 }
 
 DzFloatProperty* findControl(const QString& name, const DzNode* node)
@@ -130,7 +131,7 @@ DzFloatProperty* findControl(const QString& name, const DzNode* node)
     const DzSkeleton* skeleton = node ? node->getSkeleton() : nullptr;
     if (!skeleton)
         return nullptr;
-    if (DzProperty* property = skeleton->findProperty(name))
+    if (DzProperty* property = findExactProperty(skeleton, name))
         return qobject_cast<DzFloatProperty*>(property);
     const DzObject* object = skeleton->getObject();
     const DzMorph* morph = object ? qobject_cast<DzMorph*>(object->findModifier(name)) : nullptr;

@@ -2,6 +2,7 @@
 
 #include "figure/body_parts.h"
 #include "figure/figure_walks.h"
+#include "ground/host_calls.h"
 #include "ground/status_message.h"
 #include "ground/undo_step.h"
 
@@ -181,14 +182,14 @@ static void setFlags(DzNode* bone, const FlaggedChannel& row, bool on)
     DzFloatProperty* channel = (bone->*row.channel)();
     channel->lock(on);
     if (row.clampedFlag)
-        channel->setIsClamped(on);
+        setSecondLimit(channel, on);
 }
 
 static unsigned flagsOf(const DzNode* bone, const FlaggedChannel& row)
 {
     const DzFloatProperty* channel = (bone->*row.channel)();
     return (channel->isLocked() ? row.lockedFlag : 0)
-        | (channel->isClamped() ? row.clampedFlag : 0);
+        | (hasSecondLimit(channel) ? row.clampedFlag : 0);
 }
 
 static void switchChannels(DzNode* bone, bool enable, int channelMask)
@@ -219,7 +220,7 @@ static void restoreFlags(DzNode* bone, int channelMask, unsigned flags)
         if (flags & row.lockedFlag)
             (bone->*row.channel)()->lock(true);
         if (flags & row.clampedFlag)
-            (bone->*row.channel)()->setIsClamped(true);
+            setSecondLimit((bone->*row.channel)(), true);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "figure/channel_snapshot.h"
 #include "figure/node_place.h"
 #include "figure/same_place.h"
+#include "ground/host_calls.h"
 
 #include "dzfloatproperty.h"
 #include "dznode.h"
@@ -92,7 +93,7 @@ static DzVec3 fromWorld(const NodePlace& at, const DzVec3& offset_world)
 static void putBackOrigin(DzNode* node, const DzVec3& before)
 {
     if (!samePlace(node->getOrigin(), before))
-        node->setOrigin(before, true);
+        setOriginPoint(node, before);
 }
 
 // The box lies along the world's axes: only an unturned node has that of its geometry. What a lock
@@ -106,12 +107,12 @@ static DzVec3 geometryCentre(DzNode* node)
     ChannelSnapshot channels;
     keepPoseChannels(node, time, &channels);
     node->setWSRot(DzQuat());
-    node->setOrigin(DzVec3(0, 0, 0), true);
+    setOriginPoint(node, DzVec3(0, 0, 0));
     node->setWSPos(DzVec3(0, 0, 0)); // the origin has moved it
     const DzBox3 box = node->getLocalBoundingBox();
     DzVec3 centre = before;
     if (box.isValid()) {
-        const DzVec3 read = box.getMin() + (box.getMax() - box.getMin()) * 0.5f;
+        const DzVec3 read = lowCorner(box) + (highCorner(box) - lowCorner(box)) * 0.5f;
         centre = node->getOrigin() + fromWorld(worldPlaceOf(node, time), read);
     }
     putBackOrigin(node, before);
@@ -143,7 +144,7 @@ static bool setOriginAndPlaces(
     const DzVec3 before = node->getOrigin();
     const DzVec3 wanted = newOrigin(node, choice, keyed.back().world);
     if (!samePlace(wanted, before))
-        node->setOrigin(wanted, true);
+        setOriginPoint(node, wanted);
     const DzVec3 moved = node->getOrigin() - before; // as it was taken
     bool followed = (before + moved - wanted).length() <= kOriginToleranceCm;
     for (const KeyedPlace& was : keyed) {

@@ -7,6 +7,7 @@
 #include "finder/pose_pair_products.h"
 #include "finder/pose_ranks.h"
 #include "finder/pose_signature.h"
+#include "ground/host_calls.h"
 #include "ground/message_boxes.h"
 #include "ground/plugin_settings.h"
 #include "ground/save_result.h"
@@ -18,7 +19,6 @@
 #include "dzmainwindow.h"
 #include "dzpane.h"
 #include "dzpanemgr.h"
-#include "dzscript.h"
 #include "dzskeleton.h"
 
 #include <QFile>
@@ -131,56 +131,6 @@ bool deletePose(int entry, DzSkeleton* figure)
 
 // ---- the folder
 
-// clang-format off
-static const char* const kBrowseScript[] = {
-    "var oPaneMgr = MainWindow.getPaneMgr();",
-    "if (oPaneMgr)",
-    "{",
-    "   var oPane = oPaneMgr.findPane(\"DzContentLibraryPane\");",
-    "   if (oPane)",
-    "   {",
-    "      oPane.browseToNativeFolder(\"%1\");",
-    "   }",
-    "}",
-};
-// clang-format on
-
-// As it stands between the quotes of a script's text. A folder may have any name.
-static QString quoted(const QString& text)
-{
-    QString escaped;
-    for (int i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        const bool endsLine = c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QChar(0x2028)
-            || c == QChar(0x2029);
-        if (endsLine) {
-            escaped += QString::fromLatin1("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
-            continue;
-        }
-        if (c == QLatin1Char('"') || c == QLatin1Char('\\'))
-            escaped += QLatin1Char('\\');
-        escaped += c;
-    }
-    return escaped;
-}
-
-// A path without a folder leaves out the line that would need it.
-static void runBrowseScript(const QString& path)
-{
-    const int slash = path.lastIndexOf(QLatin1Char('/'));
-    DzScript script;
-    for (const char* line : kBrowseScript) {
-        QString text = QLatin1String(line);
-        const bool takesFolder = text.contains(QLatin1String("%1"));
-        if (takesFolder && slash < 0)
-            continue;
-        if (takesFolder)
-            text.replace(QLatin1String("%1"), quoted(path.left(slash)));
-        script.addLine(text);
-    }
-    script.execute();
-}
-
 static void showContentLibrary()
 {
     DzMainWindow* window = dzApp->getInterface();
@@ -192,7 +142,9 @@ static void showContentLibrary()
 void browseToPoseFolder(const QString& path)
 {
     const QString product = productFolder(path);
-    runBrowseScript(product.isEmpty() ? path : product);
+    const QString shown = product.isEmpty() ? path : product;
+    const int slash = shown.lastIndexOf(QLatin1Char('/'));
+    showFolderInContentPane(slash < 0 ? QString() : shown.left(slash));
     showContentLibrary();
 }
 

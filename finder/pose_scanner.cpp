@@ -15,6 +15,7 @@
 #include "finder/scan_phases.h"
 #include "ground/backup_folder.h"
 #include "ground/data_folder.h"
+#include "ground/host_calls.h"
 #include "ground/message_boxes.h"
 #include "ground/plugin_settings.h"
 #include "ground/save_result.h"
@@ -101,7 +102,7 @@ public:
             QCoreApplication::processEvents();
             m_sinceEvents.start();
         }
-        return progress->isCancelled() || held.isGone();
+        return isCancelled(progress) || held.isGone();
     }
 
     // A folder or a file that could not be read.

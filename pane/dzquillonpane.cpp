@@ -9,6 +9,7 @@
 #include "finder/pose_ranks.h"
 #include "ground/backup_folder.h"
 #include "ground/data_folder.h"
+#include "ground/host_calls.h"
 #include "ground/live_panes.h"
 #include "ground/plain_file.h"
 #include "ground/plugin_settings.h"
@@ -76,7 +77,7 @@ static void decoratePaneAction()
     const QString path = dzApp->getTempPath() + QLatin1String("/icon.png");
     logSaveResult(writeIconFile(path));
     if (mayBeOpened(path)) // the host reads it
-        action->setIconFile(path);
+        setIconFile(action, path);
 }
 
 static void createStores()

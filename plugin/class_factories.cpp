@@ -72,6 +72,8 @@ template <typename T> static QScriptValue construct(QScriptContext*, QScriptEngi
 
 // ---- the factories ---------------------------------------------------------------------------
 
+// Likely: a factory is made of the class's meta-object and its GUID. Guessed: a GUID is made of its
+// text so. Else DZ_PLUGIN_CUSTOM_CLASS_GUID makes both, and leaves createInstance() to us.
 template <typename T>
 QuillonClassFactory<T>::QuillonClassFactory(const char* guid)
     : DzClassFactory(&T::staticMetaObject, DzGuid::fromString(QLatin1String(guid)))
@@ -94,6 +96,9 @@ template <typename T> QObject* QuillonClassFactory<T>::createInstance(const QVar
     return createInstance();
 }
 
+// Guessed: the host calls this for each of its script engines, and the base class's work comes
+// first. Else the compiler refuses the "override"; without this function scripts cannot make the
+// classes, and all else works.
 template <typename T> void QuillonClassFactory<T>::registerClass(QScriptEngine* engine) const
 {
     DzClassFactory::registerClass(engine);

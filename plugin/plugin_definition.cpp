@@ -17,6 +17,10 @@ static QString descriptionText()
 
 namespace {
 
+// Known: the object is made with its name, and scripts read author, version and description of it.
+// Likely: these three setters, of which a class of ours may call protected ones, too; setVersion
+// may take a DzVersion instead. Else the macros DZ_PLUGIN_DEFINITION, DZ_PLUGIN_AUTHOR,
+// DZ_PLUGIN_VERSION and DZ_PLUGIN_DESCRIPTION, which define the object and both functions below.
 struct DescribedPlugin : DzPlugin {
     DescribedPlugin()
         : DzPlugin(QLatin1String("Quillon"))
@@ -35,6 +39,7 @@ struct Definition {
     DzQuillonPaneActionFactory paneAction {"c2f4a86d-1b57-4e39-a0d8-7f95be34c620"};
     QuillonAboutActionFactory aboutAction {"8e61d3f9-47c2-4ab5-b9e7-06d28f5a1c74"};
 
+    // Likely: addClassFactory. Else DZ_PLUGIN_CLASS_GUID for each class.
     Definition()
     {
         plugin.addClassFactory(&pane);

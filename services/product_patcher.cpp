@@ -1,5 +1,6 @@
 #include "services/product_patcher.h"
 
+#include "ground/host_calls.h"
 #include "ground/status_message.h"
 #include "ground/whole_file.h"
 #include "services/patch_table.h"
@@ -40,18 +41,13 @@ struct InstalledScripts {
 };
 
 struct Search {
-    const DzProgress* progress; // may be null
+    DzProgress* progress; // may be null
     QSet<QString> foldersRead; // canonical
     std::vector<Folder> pending;
     InstalledScripts found;
 };
 
 } // namespace
-
-static bool isCancelled(const DzProgress* progress)
-{
-    return progress && progress->isCancelled();
-}
 
 static bool isBelow(const QString& canonical, const QString& root)
 {
@@ -132,7 +128,7 @@ static std::vector<Folder> contentDirectories()
 }
 
 // Not all of them once the progress, which may be null, is cancelled.
-static InstalledScripts findInstalledScripts(const DzProgress* progress)
+static InstalledScripts findInstalledScripts(DzProgress* progress)
 {
     Search search = {progress, QSet<QString>(), {}, {}};
     for (const Folder& root : contentDirectories())
@@ -191,7 +187,7 @@ static int patchRow(const PatchRow& row, const InstalledScripts& installed, DzPr
     const ScriptBlock& shared = scriptBlock(PatchScript::Shared);
     const ScriptBlock& own = scriptBlock(row.own);
     int written = 0;
-    for (int i = 0; i < row.scripts && !progress->isCancelled(); ++i) {
+    for (int i = 0; i < row.scripts && !isCancelled(progress); ++i) {
         const QString name = scriptName(row, i);
         written += overwriteAmong(installed, name, shared.bytes, shared.length);
         written += overwriteAmong(installed, name, own.bytes, own.length);
