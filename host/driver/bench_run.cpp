@@ -14,6 +14,7 @@
 #include "host/driver/widget_size.h"
 #include "host/figures/figure_loader.h"
 #include "host/posebench/posebench_window.h"
+#include "host/posebench/window_place.h"
 
 #include "dzapp.h"
 #include "dzfigure.h"
@@ -90,8 +91,8 @@ void runWindow(const CommandLine& c)
     PoseBenchWindow window;
     if (c.size.isValid() && c.headless)
         giveWindowSize(&window, c.size);
-    else if (c.size.isValid())
-        window.resize(c.size);
+    else if (!c.headless)
+        window.placeOnScreen(c.size);
     if (c.headless)
         pauseViewport(&window);
     addPluginActions();
@@ -107,6 +108,8 @@ void runWindow(const CommandLine& c)
     QApplication::exec();
     forgetScriptValues();
     dropScriptEngine();
+    if (!c.headless)
+        rememberPlace(&window);
     window.close();
     stopPanes();
 }

@@ -15,6 +15,8 @@ public:
     {
         setDocumentMode(true);
         setMovable(true);
+        setFocusProxy(nullptr); // Tab must not end at a bar that is hidden
+        setFocusPolicy(Qt::NoFocus);
         tabBar()->hide();
     }
 

@@ -1,15 +1,17 @@
 #include "host/posebench/dark_theme.h"
 
+#include "host/posebench/dark_style.h"
+
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
-#include <QStyleFactory>
 
 namespace quillon {
 
-const ThemeColors kTheme
-    = {QColor(0x2b, 0x2f, 0x36), QColor(0x32, 0x37, 0x3f), QColor(0x22, 0x25, 0x2b),
-        QColor(0x45, 0x4b, 0x55), QColor(0xe2, 0xe5, 0xea), QColor(0x9a, 0xa2, 0xae),
-        QColor(0xff, 0xb0, 0x2e), QColor(0x4a, 0x6f, 0xa5), QColor(0xd9, 0x6b, 0x5b)};
+const ThemeColors kTheme = {QColor(0x2b, 0x2f, 0x36), QColor(0x32, 0x37, 0x3f),
+    QColor(0x22, 0x25, 0x2b), QColor(0x45, 0x4b, 0x55), QColor(0xe2, 0xe5, 0xea),
+    QColor(0x9a, 0xa2, 0xae), QColor(0xff, 0xb0, 0x2e), QColor(0x4a, 0x6f, 0xa5),
+    QColor(0xd9, 0x6b, 0x5b), QColor(0x7b, 0x83, 0x8f)};
 
 static const char* const kStyleSheet
     = "QToolTip { color: #e2e5ea; background: #22252b; border: 1px solid #454b55; padding: 3px; }"
@@ -42,15 +44,23 @@ static QPalette darkPalette()
     palette.setColor(QPalette::LinkVisited, kTheme.accent);
     palette.setColor(QPalette::PlaceholderText, kTheme.dimText);
     for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(0x6c, 0x73, 0x7e));
+        palette.setColor(QPalette::Disabled, role, kTheme.disabled);
     return palette;
 }
 
 void applyDarkTheme(QApplication* app)
 {
-    app->setStyle(QStyleFactory::create("Fusion"));
+    app->setStyle(new DarkStyle);
     app->setPalette(darkPalette());
     app->setStyleSheet(QLatin1String(kStyleSheet));
+}
+
+void paintFocusFrame(QPainter* painter, const QRect& rect)
+{
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(kTheme.accent, 1));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(rect).adjusted(1.5, 0.5, -1.5, -0.5), 3, 3);
 }
 
 } // namespace quillon

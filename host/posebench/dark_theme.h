@@ -4,15 +4,20 @@
 #include <QColor>
 
 class QApplication;
+class QPainter;
+class QRect;
 
 namespace quillon {
 
 // Colours by role, for widgets that paint themselves.
 struct ThemeColors {
-    QColor window, panel, field, line, text, dimText, accent, bar, locked;
+    QColor window, panel, field, line, text, dimText, accent, bar, locked, disabled;
 };
 extern const ThemeColors kTheme;
 
 void applyDarkTheme(QApplication*);
+
+// The mark of what has the keyboard, inside the edge of a rectangle.
+void paintFocusFrame(QPainter*, const QRect&);
 
 } // namespace quillon

@@ -5,6 +5,7 @@
 #include "host/posebench/pose_preset_io.h"
 #include "host/posebench/posebench_window.h"
 #include "host/posebench/scene_commands.h"
+#include "host/posebench/status_line.h"
 #include "host/posebench/viewport.h"
 
 #include "host/figures/figure_data.h"
@@ -21,7 +22,6 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QStatusBar>
 
 using namespace quillon;
 
@@ -244,7 +244,7 @@ void HostMenus::openPosePreset()
         return;
     }
     const int channels = applyPosePreset(preset, figure, dzScene->getTime());
-    m_window->statusBar()->showMessage(tr("%1: %2 channels set.").arg(preset.name).arg(channels));
+    m_window->statusLine()->say(tr("%1: %2 channels set.").arg(preset.name).arg(channels));
 }
 
 void HostMenus::savePosePreset()
@@ -274,7 +274,7 @@ void HostMenus::savePosePreset()
     if (!quillon::savePosePreset(file, figure, options, &why))
         QMessageBox::warning(m_window, tr("Save Pose Preset"), why);
     else
-        m_window->statusBar()->showMessage(tr("Saved %1").arg(file));
+        m_window->statusLine()->say(tr("Saved %1").arg(file));
 }
 
 void HostMenus::savePicture()
@@ -322,7 +322,7 @@ void HostMenus::selectNone()
 void HostMenus::deleteSelected()
 {
     if (!removeSelectedNodes())
-        m_window->statusBar()->showMessage(tr("Select a figure or a prop to delete."));
+        m_window->statusLine()->say(tr("Select a figure or a prop to delete."));
 }
 
 void HostMenus::showView()

@@ -10,6 +10,7 @@
 #include "dzundostack.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -32,6 +33,7 @@ DzParameterList::DzParameterList(QWidget* parent)
     , m_knownProperties(0)
     , m_dragRow(-1)
     , m_dragX(0)
+    , m_currentRow(-1)
     , m_editor(new QLineEdit(viewport()))
     , m_editedRow(-1)
 {
@@ -43,6 +45,7 @@ DzParameterList::DzParameterList(QWidget* parent)
     m_editor->setAlignment(Qt::AlignRight);
     m_editor->setTextMargins(0, 0, 0, 0);
     m_editor->setStyleSheet("padding: 0 2px;");
+    m_editor->installEventFilter(this);
     connect(m_editor, SIGNAL(editingFinished()), SLOT(takeTypedValue()));
     connect(verticalScrollBar(), SIGNAL(valueChanged(int)), m_editor, SLOT(hide()));
     connect(dzScene, SIGNAL(primarySelectionChanged(DzNode*)), SLOT(rebuild()));
@@ -72,6 +75,7 @@ void DzParameterList::rebuild()
     m_dragRow = -1;
     m_knownProperties = propertyCount();
     m_rows = parameterRows(shownNode(), m_filter, m_folded);
+    m_currentRow = std::min(m_currentRow, int(m_rows.size()) - 1);
     updateRange();
     viewport()->update();
 }
@@ -202,6 +206,8 @@ void DzParameterList::paintEvent(QPaintEvent*)
             paintSlider(&painter, row, rect);
         else if (rect.height() == kHeadingHeightPx)
             paintHeading(&painter, row, rect);
+        if (hasFocus() && &row == m_rows.data() + m_currentRow)
+            paintFocusFrame(&painter, rect);
     }
 }
 
@@ -224,6 +230,12 @@ static void toggleFlag(DzFloatProperty* property, RowPart part)
     hold.accept(QString(part == LockPart ? "Lock %1" : "Limits of %1").arg(property->getLabel()));
 }
 
+static float keyStep(const DzFloatProperty* property, int key, Qt::KeyboardModifiers modifiers)
+{
+    const float step = property->getSensitivity() * (modifiers & Qt::ShiftModifier ? 10 : 1);
+    return key == Qt::Key_Left ? -step : step;
+}
+
 void DzParameterList::mousePressEvent(QMouseEvent* event)
 {
     RowPart part;
@@ -231,12 +243,10 @@ void DzParameterList::mousePressEvent(QMouseEvent* event)
     m_editor->hide();
     if (row < 0 || event->button() != Qt::LeftButton)
         return;
+    m_currentRow = row;
     DzFloatProperty* property = m_rows[row].property;
     if (part == HeadingPart) {
-        const QString heading = m_rows[row].text;
-        if (!m_folded.remove(heading))
-            m_folded.insert(heading);
-        rebuild();
+        foldOrUnfold(row);
     } else if (part == LockPart || part == LimitPart) {
         toggleFlag(property, part);
     } else if (part == ValuePart) {
@@ -290,6 +300,14 @@ void DzParameterList::mouseDoubleClickEvent(QMouseEvent* event)
         mousePressEvent(event);
 }
 
+void DzParameterList::foldOrUnfold(int row)
+{
+    const QString heading = m_rows[row].text;
+    if (!m_folded.remove(heading))
+        m_folded.insert(heading);
+    rebuild();
+}
+
 void DzParameterList::startTyping(int row)
 {
     const DzFloatProperty* property = m_rows[row].property;
@@ -303,16 +321,126 @@ void DzParameterList::startTyping(int row)
     m_editor->setFocus();
 }
 
+// Nobody types from here on; a row, or -1 when nobody did.
+int DzParameterList::endTyping()
+{
+    const int row = m_editor->isVisible() ? m_editedRow : -1;
+    m_editedRow = -1; // a focus that leaves the field comes here, too
+    if (m_editor->hasFocus())
+        setFocus(Qt::OtherFocusReason);
+    m_editor->hide();
+    return row < int(m_rows.size()) ? row : -1;
+}
+
+// These keys end in the field; from there they would go on to the list.
+bool DzParameterList::eventFilter(QObject* watched, QEvent* event)
+{
+    const int key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if (watched != m_editor
+        || (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Escape))
+        return QAbstractScrollArea::eventFilter(watched, event);
+    if (key == Qt::Key_Escape)
+        endTyping();
+    else
+        takeTypedValue();
+    return true;
+}
+
 void DzParameterList::takeTypedValue()
 {
-    if (!m_editor->isVisible() || m_editedRow < 0 || m_editedRow >= int(m_rows.size()))
-        return;
     bool ok = false;
     const float value = m_editor->text().toFloat(&ok);
-    DzFloatProperty* property = m_rows[m_editedRow].property;
-    m_editor->hide();
-    if (ok && property)
-        setUndoably(property, value);
+    const int row = endTyping();
+    if (ok && row >= 0 && m_rows[row].property)
+        setUndoably(m_rows[row].property, value);
+}
+
+// ---- keys ----------------------------------------------------------------------------------
+
+void DzParameterList::makeCurrent(int row)
+{
+    if (m_rows.empty())
+        return;
+    m_currentRow = std::min(std::max(0, row), int(m_rows.size()) - 1);
+    const QRect rect = rowRect(m_currentRow);
+    QScrollBar* bar = verticalScrollBar();
+    if (rect.top() < 0)
+        bar->setValue(bar->value() + rect.top());
+    else if (rect.bottom() >= viewport()->height())
+        bar->setValue(bar->value() + rect.bottom() + 1 - viewport()->height());
+    viewport()->update();
+}
+
+bool DzParameterList::moveCurrent(int key)
+{
+    const int page = std::max(1, viewport()->height() / kSliderHeightPx - 1);
+    switch (key) {
+    case Qt::Key_Up:
+        makeCurrent(m_currentRow - 1);
+        return true;
+    case Qt::Key_Down:
+        makeCurrent(m_currentRow + 1);
+        return true;
+    case Qt::Key_PageUp:
+        makeCurrent(m_currentRow - page);
+        return true;
+    case Qt::Key_PageDown:
+        makeCurrent(m_currentRow + page);
+        return true;
+    case Qt::Key_Home:
+        makeCurrent(0);
+        return true;
+    case Qt::Key_End:
+        makeCurrent(int(m_rows.size()) - 1);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool DzParameterList::changeCurrent(int key, Qt::KeyboardModifiers modifiers)
+{
+    if (m_currentRow < 0 || m_currentRow >= int(m_rows.size()))
+        return false;
+    DzFloatProperty* property = m_rows[m_currentRow].property;
+    const bool types = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const bool steps = key == Qt::Key_Left || key == Qt::Key_Right;
+    if (!property && (types || steps || key == Qt::Key_Space))
+        foldOrUnfold(m_currentRow);
+    else if (!property)
+        return false;
+    else if (types)
+        startTyping(m_currentRow);
+    else if (key == Qt::Key_L || key == Qt::Key_C)
+        toggleFlag(property, key == Qt::Key_L ? LockPart : LimitPart);
+    else if (steps && !property->isLocked())
+        setUndoably(property, property->getValue() + keyStep(property, key, modifiers));
+    else
+        return steps;
+    return true;
+}
+
+void DzParameterList::keyPressEvent(QKeyEvent* event)
+{
+    const bool plain = !(event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier));
+    if (!plain || !(moveCurrent(event->key()) || changeCurrent(event->key(), event->modifiers())))
+        event->ignore(); // the keys of the menus are not ours
+}
+
+void DzParameterList::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    const bool byKey
+        = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (byKey && m_currentRow < 0)
+        makeCurrent(m_rows.size() > 1 ? 1 : 0); // the first slider, below its heading
+    viewport()->update();
+}
+
+void DzParameterList::focusOutEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
 }
 
 static QString rowTip(const DzFloatProperty* property, RowPart part)

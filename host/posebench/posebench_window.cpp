@@ -4,9 +4,12 @@
 #include "host/posebench/dark_theme.h"
 #include "host/posebench/host_menus.h"
 #include "host/posebench/parameter_panel.h"
+#include "host/posebench/reading_order.h"
 #include "host/posebench/scene_tree_panel.h"
+#include "host/posebench/status_line.h"
 #include "host/posebench/time_panel.h"
 #include "host/posebench/viewport.h"
+#include "host/posebench/window_place.h"
 
 #include "dzaction.h"
 #include "dzactionmgr.h"
@@ -16,6 +19,7 @@
 
 #include <QApplication>
 #include <QDockWidget>
+#include <QScreen>
 #include <QStatusBar>
 
 static const QSize kWindowPx(1500, 950);
@@ -23,10 +27,10 @@ static const int kLeftPx = 420; // room for a pane of 400 x 800
 static const int kRightPx = 320;
 static const int kScenePx = 330;
 static const int kTimelinePx = 122;
-static const int kMessageMs = 8000;
 
 PoseBenchWindow::PoseBenchWindow()
     : m_viewport(new ViewportWidget)
+    , m_statusLine(nullptr)
 {
     quillon::applyDarkTheme(qApp); // before the first widget that asks for its palette is shown
     setWindowTitle("posebench");
@@ -39,15 +43,15 @@ PoseBenchWindow::PoseBenchWindow()
     m_rightBottom = dockGroup(Qt::RightDockWidgetArea);
     m_bottom = dockGroup(Qt::BottomDockWidgetArea);
     DzContentLibraryPane* content = new DzContentLibraryPane;
-    connect(content, SIGNAL(message(QString)), SLOT(showMessage(QString)));
+    m_statusLine = new StatusLine(statusBar());
+    connect(content, SIGNAL(message(QString)), m_statusLine, SLOT(say(QString)));
     addPane(content, m_left);
     addPane(new DzSceneTreePane, m_rightTop);
     addPane(new DzParametersPane, m_rightBottom);
     addPane(new DzTimelinePane, m_bottom);
     new HostMenus(this);
     if (dzApp)
-        connect(dzApp, SIGNAL(lineLogged(QString)), SLOT(showLogLine(QString)));
-    statusBar()->showMessage(tr("Ready"));
+        connect(dzApp, SIGNAL(lineLogged(QString)), m_statusLine, SLOT(say(QString)));
     resize(kWindowPx);
     arrangeDocks();
     m_viewport->setFocus();
@@ -61,6 +65,11 @@ ViewportWidget* PoseBenchWindow::viewport() const
 DzContentLibraryPane* PoseBenchWindow::contentPane() const
 {
     return findChild<DzContentLibraryPane*>();
+}
+
+StatusLine* PoseBenchWindow::statusLine() const
+{
+    return m_statusLine;
 }
 
 DzPaneGroup* PoseBenchWindow::dockGroup(Qt::DockWidgetArea area)
@@ -85,12 +94,19 @@ void PoseBenchWindow::arrangeDocks()
     resizeDocks({m_bottom->getFrame()}, {kTimelinePx}, Qt::Vertical);
 }
 
-void PoseBenchWindow::showMessage(const QString& text)
+void PoseBenchWindow::placeOnScreen(const QSize& wanted)
 {
-    statusBar()->showMessage(text, kMessageMs);
+    if (wanted.isValid())
+        resize(wanted);
+    else if (!quillon::restorePlace(this))
+        setGeometry(quillon::fittedPlace(kWindowPx, screen()->availableGeometry()));
 }
 
-void PoseBenchWindow::showLogLine(const QString& text)
+bool PoseBenchWindow::focusNextPrevChild(bool next)
 {
-    showMessage(text);
+    QWidget* to = quillon::neighbour(quillon::readingOrder(this), focusWidget(), next);
+    if (!to)
+        return DzMainWindow::focusNextPrevChild(next);
+    to->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
 }

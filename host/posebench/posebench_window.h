@@ -8,6 +8,7 @@
 class DzContentLibraryPane;
 class DzPane;
 class DzPaneGroup;
+class StatusLine;
 class ViewportWidget;
 
 class PoseBenchWindow : public DzMainWindow {
@@ -17,10 +18,14 @@ public:
 
     ViewportWidget* viewport() const;
     DzContentLibraryPane* contentPane() const; // null once someone deleted it
+    StatusLine* statusLine() const;
 
-private slots:
-    void showMessage(const QString& text);
-    void showLogLine(const QString& text);
+    // Where it was in the last run, else in its own size or as much as the screen has room for.
+    // wanted: a size that is asked for, if it is one.
+    void placeOnScreen(const QSize& wanted);
+
+protected:
+    bool focusNextPrevChild(bool next) override; // in reading order
 
 private:
     DzPaneGroup* dockGroup(Qt::DockWidgetArea area);
@@ -28,6 +33,7 @@ private:
     void arrangeDocks();
 
     ViewportWidget* m_viewport;
+    StatusLine* m_statusLine;
     DzPaneGroup* m_left;
     DzPaneGroup* m_rightTop;
     DzPaneGroup* m_rightBottom;

@@ -7,6 +7,7 @@
 #include "dzundostack.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -19,6 +20,7 @@ using quillon::kTheme;
 
 static const int kMarginPx = 14;
 static const int kRulerHeightPx = 40;
+static const int kBoxWidthPx = 52; // five digits
 static const int kLabelGapPx = 46; // between numbers on the ruler
 static const int kFramesPerSecond = 30;
 static const int kLastFrame = 100000;
@@ -51,6 +53,7 @@ DzTimeRuler::DzTimeRuler(QWidget* parent)
     setMinimumHeight(kRulerHeightPx);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setToolTip(tr("Drag to move through time"));
+    setFocusPolicy(Qt::StrongFocus);
 }
 
 QSize DzTimeRuler::sizeHint() const
@@ -119,6 +122,8 @@ void DzTimeRuler::paintEvent(QPaintEvent*)
     painter.setBrush(kTheme.text);
     painter.drawPolygon(
         QPolygonF({QPointF(now - 5, 0), QPointF(now + 6, 0), QPointF(now + 0.5, 8)}));
+    if (hasFocus())
+        quillon::paintFocusFrame(&painter, rect());
 }
 
 void DzTimeRuler::mousePressEvent(QMouseEvent* event)
@@ -130,6 +135,24 @@ void DzTimeRuler::mousePressEvent(QMouseEvent* event)
 void DzTimeRuler::mouseMoveEvent(QMouseEvent* event)
 {
     mousePressEvent(event);
+}
+
+void DzTimeRuler::keyPressEvent(QKeyEvent* event)
+{
+    const DzTimeRange range = dzScene->getAnimRange();
+    const DzTime now = dzScene->getTime(), step = dzScene->getTimeStep();
+    switch (event->modifiers() ? 0 : event->key()) {
+    case Qt::Key_Left:
+        return dzScene->setTime(std::max(range.getStart(), now - step));
+    case Qt::Key_Right:
+        return dzScene->setTime(std::min(range.getEnd(), now + step));
+    case Qt::Key_Home:
+        return dzScene->setTime(range.getStart());
+    case Qt::Key_End:
+        return dzScene->setTime(range.getEnd());
+    default:
+        event->ignore();
+    }
 }
 
 // ---- pane ----------------------------------------------------------------------------------
@@ -168,7 +191,7 @@ static QToolButton* stepButton(
 {
     QToolButton* button = new QToolButton;
     button->setIcon(stepIcon(shapes));
-    button->setIconSize(QSize(24, 24));
+    button->setIconSize(QSize(20, 20));
     button->setToolTip(tip);
     button->setAutoRaise(true);
     QObject::connect(button, SIGNAL(clicked()), pane, slot);
@@ -183,7 +206,7 @@ static QSpinBox* frameBox(const QString& caption, const char* name, QHBoxLayout*
     box->setRange(-kLastFrame, kLastFrame);
     box->setKeyboardTracking(false);
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
-    box->setFixedWidth(64);
+    box->setFixedWidth(kBoxWidthPx);
     box->setAlignment(Qt::AlignRight);
     bar->addWidget(new QLabel(caption));
     bar->addWidget(box);
@@ -195,7 +218,7 @@ DzTimelinePane::DzTimelinePane()
 {
     QHBoxLayout* bar = new QHBoxLayout;
     bar->setContentsMargins(10, 3, 10, 3);
-    bar->setSpacing(8);
+    bar->setSpacing(4);
     m_start = frameBox(tr("Start"), "startFrame", bar);
     bar->addStretch(1);
     stepButton("|<", tr("First frame"), this, SLOT(goToStart()), bar);

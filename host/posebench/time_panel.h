@@ -1,6 +1,6 @@
 // time_panel.h - the clock of the scene: a ruler of frames with the keys of the selection, the
-// animation range, and stepping and playing. Drag on the ruler to move the playhead.
-// Shows frames of dzScene's time step; the scene keeps ticks.
+// animation range, and stepping and playing. Drag on the ruler, or its arrow keys, Home and End,
+// move the playhead. Shows frames of dzScene's time step; the scene keeps ticks.
 #pragma once
 
 #include "dzpane.h"
@@ -23,6 +23,7 @@ protected:
     void paintEvent(QPaintEvent*) override;
     void mousePressEvent(QMouseEvent*) override;
     void mouseMoveEvent(QMouseEvent*) override;
+    void keyPressEvent(QKeyEvent*) override; // Left, Right, Home, End
 
 private:
     int xOf(DzTime t) const;

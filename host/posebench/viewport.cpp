@@ -31,6 +31,7 @@ ViewportWidget::ViewportWidget(QWidget* parent)
     , m_stale(true)
     , m_samples(kFullSamples)
     , m_dragging(false)
+    , m_focusMarked(false)
 {
     setObjectName("viewport");
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -247,4 +248,20 @@ void ViewportWidget::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     paintJoint(&painter, m_camera, size());
     paintLegend(&painter);
+    if (m_focusMarked)
+        paintFocusFrame(&painter, rect());
+}
+
+// Marked only when the keyboard brought it: a click needs no mark.
+void ViewportWidget::focusInEvent(QFocusEvent* event)
+{
+    m_focusMarked
+        = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    update();
+}
+
+void ViewportWidget::focusOutEvent(QFocusEvent*)
+{
+    m_focusMarked = false;
+    update();
 }

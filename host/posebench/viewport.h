@@ -38,6 +38,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent*) override;
     void wheelEvent(QWheelEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
+    void focusInEvent(QFocusEvent*) override;
+    void focusOutEvent(QFocusEvent*) override;
 
 private slots:
     void sharpen();
@@ -56,5 +58,6 @@ private:
     int m_samples;
     QPoint m_pressed, m_last;
     bool m_dragging;
+    bool m_focusMarked;
     QTimer m_rest;
 };
