@@ -84,7 +84,7 @@ quint32 figureCodeOf(const char* bytes, int count, const QString& path)
     return generationOf(words) + (male ? kMaleMark : 0);
 }
 
-bool identifyPose(int entry)
+bool identifyPose(int entry, quint32* told)
 {
     PoseIndexEntry* e = entryToChange(entry);
     if (!e)
@@ -96,6 +96,8 @@ bool identifyPose(int entry)
     if (count <= 0)
         return false;
     const quint32 code = figureCodeOf(buffer, count, e->path);
+    if (told)
+        *told = code;
     if (code != kFemaleCode && code != kMaleCode)
         return true;
     e->figureCode = code;

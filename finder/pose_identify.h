@@ -10,8 +10,8 @@ namespace quillon {
 // Sets figure code and content hash of the entry from its file: both 0 unless the file is a
 // whole-body pose of generation 8. The first kReadBufferBytes unpacked bytes are looked at and
 // hashed, so a plain and a compressed copy of a pose have the same hash. False: not a
-// byte could be read.
-bool identifyPose(int entry);
+// byte could be read. told, if not null, is set to the file's figure code whatever it is.
+bool identifyPose(int entry, quint32* told = nullptr);
 
 // Generation (2, 3 or 8), plus 256 for a male figure; 0: not a pose of the whole body.
 quint32 figureCodeOf(const char* bytes, int count, const QString& path);

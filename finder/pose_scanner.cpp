@@ -112,7 +112,20 @@ public:
             logLine(QLatin1String("the scan cannot read ") + path);
     }
 
+    void missFolder(const QString& folder)
+    {
+        miss(folder);
+        if (reporter)
+            reporter->missFolder(folder);
+    }
+    void tell(const QString& path, Verdict verdict)
+    {
+        if (reporter)
+            reporter->tell()(path, verdict, QString());
+    }
+
     DzProgress* const progress;
+    ScanReporter* reporter = nullptr; // null: nobody asks
     int missed = 0;
     DzSkeleton* const figure;
     const DzTime time;
@@ -130,19 +143,29 @@ static bool looksLikePose(const QString& path, Scan* scan)
 {
     char head[kHeadBytes];
     const int count = readPoseFileText(path, head, kHeadBytes, false);
-    if (count <= 0 && QFileInfo(path).size() != 0)
+    const bool isMissed = count <= 0 && QFileInfo(path).size() != 0;
+    const bool isPose = count > 0 && containsWord(head, count, "preset_pose");
+    if (isMissed)
         scan->miss(path);
-    return count > 0 && containsWord(head, count, "preset_pose");
+    if (!isPose)
+        scan->tell(path, isMissed ? Verdict::Unreadable : Verdict::NotAPose);
+    return isPose;
 }
 
-static void addPose(DzProgress* progress, const QString& path)
+static void addPose(Scan* scan, const QString& path)
 {
     if (appendPose(path) < 0)
-        return;
+        return scan->tell(path, Verdict::OverCapacity);
     const int found = poseCount();
-    progress->setInfo(
+    scan->progress->setInfo(
         QString::fromLatin1("Scanning pose files... %1").arg(found, 0, 10, QLatin1Char(' ')));
-    progress->update(std::min(kProgressSteps - 1, int(std::sqrt(double(found)))));
+    scan->progress->update(std::min(kProgressSteps - 1, int(std::sqrt(double(found)))));
+}
+
+// Who asks what became of each file is told of those that there is no room for, too.
+static bool isFull(const Scan& scan)
+{
+    return !scan.reporter && poseCount() >= kPoseIndexCapacity;
 }
 
 static bool findPoseFiles(Scan* scan)
@@ -151,16 +174,16 @@ static bool findPoseFiles(Scan* scan)
     ContentVisitor visitor;
     visitor.visitPreset = [scan](const QString& path) {
         if (looksLikePose(path, scan))
-            addPose(scan->progress, path);
+            addPose(scan, path);
     };
-    visitor.missFolder = [scan](const QString& folder) { scan->miss(folder); };
+    visitor.missFolder = [scan](const QString& folder) { scan->missFolder(folder); };
     bool isOver = false;
     visitor.isDone = [scan, &isOver] {
         isOver = scan->isOver();
-        return isOver || poseCount() >= kPoseIndexCapacity;
+        return isOver || isFull(*scan);
     };
     for (int i = 0; content && i < content->getNumContentDirectories(); ++i) {
-        if (poseCount() < kPoseIndexCapacity)
+        if (!isFull(*scan))
             walkContent(content->getContentDirectoryPath(i), visitor);
         if (isOver)
             return false;
@@ -182,6 +205,8 @@ static ScanWatch watchFor(Scan* scan, const char* info)
     };
     watch.missFile = [scan](const QString& path) { scan->miss(path); };
     watch.isCancelled = [scan] { return scan->isOver(); };
+    if (scan->reporter)
+        watch.tell = scan->reporter->tell();
     return watch;
 }
 
@@ -298,24 +323,35 @@ static bool anyContentCanBeListed()
     return false;
 }
 
-static bool runScan(DzSkeleton* figure, DzTime time, bool* poseChanged, int* missed)
+namespace {
+
+struct ScanOutcome {
+    bool finished = false, poseChanged = false;
+    int missed = 0;
+};
+
+} // namespace
+
+static ScanOutcome runScan(DzSkeleton* figure, DzTime time, ScanReporter* reporter)
 {
+    ScanOutcome outcome;
     const HeldNode held(figure);
     DzProgress progress(QLatin1String("Scanning..."), kProgressSteps, true);
     Scan scan(&progress, figure, time, held);
+    scan.reporter = reporter;
     progress.step(kFirstStep);
     if (scan.held.isGone())
-        return false;
+        return outcome;
     forgetPoses();
-    *poseChanged = clearPose(figure, time);
-    const bool finished = runPhases(&scan);
-    *missed = scan.missed;
-    if (!finished)
+    outcome.poseChanged = clearPose(figure, time);
+    outcome.finished = runPhases(&scan);
+    outcome.missed = scan.missed;
+    if (!outcome.finished)
         truncatePoseIndex(0);
     if (!scan.held.isGone())
         clearPose(figure, time);
     progress.finish();
-    return finished;
+    return outcome;
 }
 
 bool scanPosesOn(DzSkeleton* figure, DzTime time)
@@ -331,22 +367,30 @@ bool scanPosesOn(DzSkeleton* figure, DzTime time)
         showBox(Box::NoContent);
         return false;
     }
-    bool poseChanged = false;
-    int missed = 0;
     setBusy(true);
-    const bool finished = runScan(figure, time, &poseChanged, &missed);
-    const bool saved = !finished || saveIndex(missed);
+    const ScanOutcome outcome = runScan(figure, time, nullptr);
+    const bool saved = !outcome.finished || saveIndex(outcome.missed);
     refreshCurrentRank(); // of the first pose, or of none
     setBusy(false);
     noteSaveResult(saved);
-    if (saved && missed > 0)
-        showStatusMessage(QString::fromLatin1(kMissedText).arg(missed));
-    if (!finished)
+    if (saved && outcome.missed > 0)
+        showStatusMessage(QString::fromLatin1(kMissedText).arg(outcome.missed));
+    if (!outcome.finished)
         showBox(Box::ScanAborted);
     else if (saved)
         showBox(Box::ScanDone, QString::number(poseCount()));
     refreshPane();
-    return poseChanged;
+    return outcome.poseChanged;
+}
+
+bool scanWithReport(DzSkeleton* figure, DzTime time, ScanReport* report)
+{
+    ScanReporter reporter;
+    setBusy(true);
+    const ScanOutcome outcome = runScan(figure, time, &reporter);
+    setBusy(false);
+    *report = reporter.finish();
+    return outcome.finished;
 }
 
 } // namespace quillon

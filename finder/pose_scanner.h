@@ -5,6 +5,7 @@
 // figure keeps its place, limits and locks.
 #pragma once
 
+#include "finder/scan_verdicts.h"
 #include "ground/host_types.h"
 
 class DzSkeleton;
@@ -17,5 +18,11 @@ namespace quillon {
 // cancelled scan leaves an empty index in memory and the file as it was.
 // True when the figure's pose was changed, so that there is something to undo.
 bool scanPosesOn(DzSkeleton* figure, DzTime time);
+
+// The scan without what is around it, for who wants to know of every file what became of it: shows
+// no box and saves nothing. There is a figure; a content directory that cannot be listed is a
+// missed folder. False when it was cancelled, the index then being empty; the report holds what was
+// told.
+bool scanWithReport(DzSkeleton* figure, DzTime time, ScanReport* report);
 
 } // namespace quillon

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace quillon {
@@ -68,11 +68,36 @@ template <typename Keep> static bool compact(const ScanWatch& watch, Keep keep)
     return finished;
 }
 
+// ---- verdicts
+
+static void tell(const ScanWatch& watch, const PoseIndexEntry& dropped, Verdict verdict)
+{
+    if (watch.tell)
+        watch.tell(dropped.path, verdict, QString());
+}
+
+// Marks the entry as one to go, since the partner is kept.
+static void mark(const ScanWatch& watch, int entry, Verdict verdict, int partner)
+{
+    PoseIndexEntry* e = entryToChange(entry);
+    e->contentHash = 0;
+    if (watch.tell)
+        watch.tell(e->path, verdict, poseEntry(partner)->path);
+}
+
+// ---- entries by themselves
+
 bool identifyPoses(const ScanWatch& watch)
 {
     return forEachEntry(watch, [&watch](int entry) {
-        if (!identifyPose(entry))
-            watch.missFile(poseEntry(entry)->path);
+        quint32 code = 0;
+        const PoseIndexEntry& each = *poseEntry(entry);
+        if (!identifyPose(entry, &code)) {
+            watch.missFile(each.path);
+            tell(watch, each, Verdict::Unreadable);
+        } else if (each.contentHash == 0) {
+            tell(watch, each, code == 0 ? Verdict::NotWholeBody : Verdict::OtherFigure);
+        }
     });
 }
 
@@ -93,7 +118,12 @@ static bool isMakerVariant(const QString& path)
 
 bool dropMakerVariants(const ScanWatch& watch)
 {
-    return compact(watch, [](const PoseIndexEntry& each) { return !isMakerVariant(each.path); });
+    return compact(watch, [&watch](const PoseIndexEntry& each) {
+        const bool isVariant = isMakerVariant(each.path);
+        if (isVariant)
+            tell(watch, each, Verdict::MakerVariant);
+        return !isVariant;
+    });
 }
 
 bool dropMarked(const ScanWatch& watch)
@@ -105,11 +135,14 @@ bool dropMarked(const ScanWatch& watch)
 
 bool markDuplicates(const ScanWatch& watch)
 {
-    std::unordered_set<quint32> seen;
+    std::unordered_map<quint32, int> firstOf; // by hash
     return forEachEntry(watch, [&](int entry) {
-        PoseIndexEntry* e = entryToChange(entry);
-        if (e->contentHash != 0 && !e->isCustom && !seen.insert(e->contentHash).second)
-            e->contentHash = 0;
+        const PoseIndexEntry* e = entryToChange(entry);
+        if (e->contentHash == 0 || e->isCustom)
+            return;
+        const auto first = firstOf.emplace(e->contentHash, entry);
+        if (!first.second)
+            mark(watch, entry, Verdict::SameContent, first.first->second);
     });
 }
 
@@ -129,8 +162,9 @@ bool markMirrored(const ScanWatch& watch)
 {
     MirrorPass pass(rowsOf(mirrorRowOf));
     return forEachEntry(watch, [&](int entry) {
-        if (pass.firstMirrored(entry) != kNoMirror)
-            entryToChange(entry)->contentHash = 0;
+        const int partner = pass.firstMirrored(entry);
+        if (partner != kNoMirror)
+            mark(watch, entry, Verdict::MirrorOf, partner);
     });
 }
 
@@ -138,8 +172,9 @@ bool markSimilar(const ScanWatch& watch)
 {
     SimilarPass pass(rowsOf(similarRowOf));
     return forEachEntry(watch, [&](int entry) {
-        if (pass.firstRepeated(entry) != kNoRepeat)
-            entryToChange(entry)->contentHash = 0;
+        const int partner = pass.firstRepeated(entry);
+        if (partner != kNoRepeat)
+            mark(watch, entry, Verdict::SimilarTo, partner);
     });
 }
 

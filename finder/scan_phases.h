@@ -6,6 +6,8 @@
 // drops no other entry. Owns: nothing.
 #pragma once
 
+#include "finder/scan_verdicts.h"
+
 #include <QString>
 
 #include <functional>
@@ -16,6 +18,7 @@ struct ScanWatch {
     std::function<void(int entry, int count)> show;
     std::function<void(const QString& path)> missFile; // that could not be read
     std::function<bool()> isCancelled; // asked after every entry
+    TellVerdict tell; // of entries that are dropped; may be empty
 };
 
 // Where the progress stands at an entry, of 100.
