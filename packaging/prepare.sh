@@ -10,7 +10,7 @@ build=$root/build/release
 # What tests need besides what is built: the formatter, what runs the scripts of the artwork, what
 # reads sources as the compiler does, and a browser with what presses its buttons.
 # shellcheck disable=SC2034
-test_packages=(clang-format-14 python3 python3-clang-14 chromium chromium-driver python3-selenium)
+test_packages=(clang-format-14 python3 python3-clang-14 chromium chromium-driver python3-selenium tidy)
 
 fail() {
     printf '%s: %s\n' "$me" "$*" >&2

@@ -3,8 +3,8 @@
 # ./test has both installed before anything is built; a test that was started otherwise has not.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-packages=(chromium chromium-driver python3-selenium)
-if ! [ -x /usr/bin/chromium ] || ! [ -x /usr/bin/chromedriver ] ||
+packages=(chromium chromium-driver python3-selenium tidy)
+if ! [ -x /usr/bin/chromium ] || ! [ -x /usr/bin/chromedriver ] || ! [ -x /usr/bin/tidy ] ||
     ! /usr/bin/python3 -c 'import selenium' 2>/dev/null; then
     # shellcheck disable=SC2034
     (root=$here/../.. me=browser && . "$root/packaging/prepare.sh" && install_missing "${packages[@]}")
