@@ -167,6 +167,7 @@ bool writePose(
     if (!compressed)
         return writeWholeFile(path, text);
     QBuffer packed;
+    packed.open(QIODevice::WriteOnly);
     return writePacked(&packed, text) && writeWholeFile(path, packed.data());
 }
 
