@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """test_qt48_uses.py SOURCE BUILD WORK - shows that qt48_uses.py refuses each of the lines below that
-Qt 4.8 would, and no other, with the real table. WORK: a folder for a small tree, removed at the end.
+Qt 4.8 would, and no other, with the real table; also where two files that are read together give a
+name to two things. WORK: a folder for a small tree, removed at the end.
 """
 import json
 import os
@@ -70,20 +71,25 @@ def main():
     shutil.rmtree(work, ignore_errors=True)
     os.makedirs(os.path.join(work, "ground"))
     os.makedirs(os.path.join(work, "build"))
-    file = os.path.join(work, "ground", "x.cpp")
-    with open(file, "w") as out:
-        out.write(BEFORE + REFUSED + ACCEPTED + "}\n")
+    texts = {"w.cpp": "static int path; // which the others have, too\n"}
+    texts["x.cpp"] = texts["y.cpp"] = BEFORE + REFUSED + ACCEPTED + "}\n"
+    files = [os.path.join(work, "ground", name) for name in texts]
+    for file, text in zip(files, texts.values()):
+        with open(file, "w") as out:
+            out.write(text)
+    flags = flags_of_a_test(build)
     with open(os.path.join(work, "build", "compile_commands.json"), "w") as out:
-        json.dump([{"file": file, "command": flags_of_a_test(build)}], out)
+        json.dump([{"file": file, "command": flags} for file in files], out)
     command = [os.path.join(HERE, "qt48_uses.py"), work, os.path.join(work, "build")]
     told = subprocess.run(command, stderr=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
-    lines = {int(n) for n in re.findall(r"^ground/x\.cpp:(\d+):", told.stderr, re.M)}
     first = BEFORE.count("\n") + 1
-    wanted = set(range(first, first + REFUSED.count("\n")))
-    text = open(file).read().split("\n")
-    for n in sorted(wanted ^ lines):
-        print(("accepted: " if n in wanted else "refused: ") + text[n - 1], file=sys.stderr)
-    if wanted != lines or told.returncode != 1:
+    wanted = {(name, line) for name in ("x.cpp", "y.cpp")
+              for line in range(first, first + REFUSED.count("\n"))}
+    found = {(name, int(line)) for name, line in re.findall(r"^ground/(.*?):(\d+):", told.stderr, re.M)}
+    for name, line in sorted(wanted ^ found):
+        what = "accepted" if (name, line) in wanted else "refused"
+        print(f"{what}: {name}: {texts[name].splitlines()[line - 1]}", file=sys.stderr)
+    if wanted != found or told.returncode != 1:
         print(told.stderr, file=sys.stderr)
         return 1
     shutil.rmtree(work)
