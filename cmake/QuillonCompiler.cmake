@@ -1,8 +1,10 @@
 # Flags that every target of this build shares. Warnings are errors on Linux.
 find_program(QUILLON_CCACHE ccache)
 if(QUILLON_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  # What uses a precompiled header is kept only if told so.
-  set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${QUILLON_CCACHE})
+  # What uses a precompiled header is kept only if told so. By the list of headers that the compiler
+  # writes anyway it is known what a file reads: without, each new one is preprocessed once more.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+    env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_DEPEND=1 ${QUILLON_CCACHE})
 endif()
 
 if(MSVC)
