@@ -83,7 +83,7 @@ class Tree:
             values = {p["name"]: p["value"] for p in test.get("properties", [])}
             found.append({"name": test["name"], "command": test["command"],
                           "environment": values.get("ENVIRONMENT", []),
-                          "alone": bool(values.get("RUN_SERIAL"))})
+                          "alone": "clock" in values.get("RESOURCE_LOCK", ())})
         return found
 
     def fingerprint(self):
