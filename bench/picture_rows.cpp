@@ -67,7 +67,8 @@ void printHeader()
 
 void print(const PictureRow& row, const PictureRow* before)
 {
-    std::printf("%s\t%.0f\t%.2f\t", row.name, row.n, row.now.ms);
+    const bool isWall = row.clock == Clock::Wall;
+    std::printf("%s\t%.0f\t%.2f\t", row.name, row.n, isWall ? row.now.wallMs : row.now.ms);
     if (row.literal.ms > 0)
         std::printf("%.2f\t%.2f\t", row.literal.ms, row.literal.ms / row.now.ms);
     else
@@ -76,7 +77,8 @@ void print(const PictureRow& row, const PictureRow* before)
         std::printf("%.2f\t", std::log(row.now.ms / before->now.ms) / std::log(row.n / before->n));
     else
         std::printf("-\t");
-    std::printf("%08x\town thread %.2f, wall %.2f ms%s\n", row.crc, row.now.ownMs, row.now.wallMs,
+    std::printf("%08x\town thread %.2f, %s %.2f ms%s\n", row.crc, row.now.ownMs,
+        isWall ? "processor" : "wall", isWall ? row.now.ms : row.now.wallMs,
         agrees(row) ? "" : "; the literal form draws other bytes");
     std::fflush(stdout);
 }

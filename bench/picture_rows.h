@@ -20,11 +20,14 @@ Times timeAt(double place, int runs, const std::function<void()>& run);
 
 quint32 crcOf(const QImage& image, quint32 before = 0); // as ARGB32_Premultiplied
 
+enum class Clock { Processor, Wall };
+
 struct PictureRow {
     const char* name;
     double n; // how much was drawn
     Times now, literal; // literal.ms 0: there is none
     quint32 crc, literalCrc;
+    Clock clock = Clock::Processor; // which is the row's time; the note has the others
 };
 
 // Whether both forms drew the same.

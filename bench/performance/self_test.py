@@ -99,6 +99,12 @@ class Page(unittest.TestCase):
         fast = rows("fast one\t8192\t9\t90\t10\t-\t-\t-")
         self.assertNotIn("the disk", page.measured(GOALS, fast, [], False))
 
+    def test_a_row_by_the_wall_shows_both_clocks(self):
+        line = "fast one\t8192\t9\t90\t10\t-\t-\town thread 8.00, processor 12.34 ms"
+        shown = page.goal_lines(GOALS, rows(line))[2]
+        self.assertIn("| 9.00 ms, processor 12.3 ms |", shown)
+        self.assertIn("| yes |", shown)
+
     def test_further_rows_stand_at_their_greatest_size(self):
         lines = page.other_lines(GOALS, rows("more\t1024\t1\t-\t-\t-\t-\t-", "more\t8192\t9\t-\t-\t-\t-\t-"))
         self.assertEqual([line for line in lines if "more" in line], ["| more | 8,192 | 9.00 ms |  |  |  |  |"])
