@@ -63,6 +63,11 @@ QString DatReader::readText(int bytes)
     return marked ? QChar(QChar::ByteOrderMark) + text : text;
 }
 
+const QByteArray& DatWriter::bytes() const
+{
+    return m_bytes;
+}
+
 void DatWriter::reserve(int bytes)
 {
     m_bytes.reserve(bytes);

@@ -47,6 +47,7 @@ private:
 
 class DatWriter {
 public:
+    const QByteArray& bytes() const; // so far
     void reserve(int bytes); // room for a file whose size is known
     void write(const void* field, int bytes);
     template <typename T> void writeField(const T& field)

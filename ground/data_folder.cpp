@@ -66,6 +66,7 @@ DataFiles dataFilesFor(const QString& hostDataPath, const QString& hostTempPath)
     for (const DataFileName& name : kDataFileNames)
         files.*name.path = files.folder + QLatin1String(name.stem) + QLatin1Char('_') + files.key
             + QLatin1String(kSuffix);
+    files.saveLock = files.folder + QLatin1String("saves_") + files.key + QLatin1String(".lock");
     return files;
 }
 

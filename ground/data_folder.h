@@ -18,6 +18,7 @@ struct DataFiles {
     QString ranks;
     QString ranksKept; // of poses that are not indexed now
     QString poseIndex;
+    QString saveLock; // there while a host saves (save_lock.h)
 };
 
 // Cuts the path just after its last "/data" (plain text, case-sensitive), else keeps it whole, and

@@ -20,4 +20,9 @@ bool FileLock::isHeld() const
     return m_lock >= 0;
 }
 
+bool FileLock::isOthers() const
+{
+    return m_lock == kLockedByOther;
+}
+
 } // namespace quillon

@@ -14,6 +14,7 @@ public:
     ~FileLock();
 
     bool isHeld() const; // false also where no such file can be made
+    bool isOthers() const; // another holder kept it
 
 private:
     Q_DISABLE_COPY(FileLock)

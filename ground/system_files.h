@@ -19,6 +19,12 @@ typedef std::string SystemPath;
 
 const int kPatienceMs = 200; // with a file that another process holds
 
+// Tells one state of a file from another: each replacing gives it another mark.
+struct FileMark {
+    unsigned long long device, file, bytes, changed; // all 0: there is none
+};
+FileMark markOf(const SystemPath& path);
+
 enum class Opened { OneThatIs, OneThatIsNot };
 
 // For writing, the bytes of one that is there kept; a link is not followed. A descriptor of the C
@@ -33,9 +39,10 @@ bool replaceFile(const SystemPath& finished, const SystemPath& target);
 
 // Makes the file where it is missing and takes its lock, which one opening in all processes can
 // have and which goes with the process however that ends. Waits at most so long for another's end;
-// -1 then, and when there can be no such file.
+// kLockedByOther then, and -1 when there can be no such file.
+const int kLockedByOther = -2;
 int lockFile(const SystemPath& path, int patienceMs);
-// Removes the file as well. The path is that of lockFile; does nothing with -1.
+// Removes the file as well. The path is that of lockFile; does nothing with what is no lock.
 void unlockFile(int lock, const SystemPath& path);
 
 long ownProcess();

@@ -38,6 +38,18 @@ int openForWriting(const SystemPath& path, Opened which)
     return ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | made, 0666);
 }
 
+FileMark markOf(const SystemPath& path)
+{
+    struct stat status;
+    FileMark mark = {};
+    if (::stat(path.c_str(), &status) == 0) {
+        const unsigned long long seconds = (unsigned long long)status.st_mtim.tv_sec;
+        mark = {status.st_dev, status.st_ino, (unsigned long long)status.st_size,
+            seconds * 1000000000u + (unsigned long long)status.st_mtim.tv_nsec};
+    }
+    return mark;
+}
+
 bool flushToDisk(int file)
 {
     return ::fsync(file) == 0;
@@ -84,10 +96,10 @@ static int tryToLock(const SystemPath& path)
 int lockFile(const SystemPath& path, int patienceMs)
 {
     int file = -1;
-    tryFor(
+    const bool locked = tryFor(
         patienceMs, [&] { return (file = tryToLock(path)) >= 0; },
         [](int error) { return error == EWOULDBLOCK || error == EINTR; });
-    return file;
+    return !locked && errno == EWOULDBLOCK ? kLockedByOther : file;
 }
 
 void unlockFile(int lock, const SystemPath& path)

@@ -51,6 +51,25 @@ int openForWriting(const SystemPath& path, Opened which)
     return _wopen(name.c_str(), _O_WRONLY | _O_BINARY | _O_NOINHERIT | made, _S_IREAD | _S_IWRITE);
 }
 
+FileMark markOf(const SystemPath& path)
+{
+    FileMark mark = {};
+    const DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file
+        = CreateFileW(longPath(path).c_str(), 0, all, nullptr, OPEN_EXISTING, 0, nullptr);
+    BY_HANDLE_FILE_INFORMATION info;
+    if (file != INVALID_HANDLE_VALUE && GetFileInformationByHandle(file, &info)) {
+        const auto whole
+            = [](DWORD high, DWORD low) { return (unsigned long long)high << 32 | low; };
+        mark = {info.dwVolumeSerialNumber, whole(info.nFileIndexHigh, info.nFileIndexLow),
+            whole(info.nFileSizeHigh, info.nFileSizeLow),
+            whole(info.ftLastWriteTime.dwHighDateTime, info.ftLastWriteTime.dwLowDateTime)};
+    }
+    if (file != INVALID_HANDLE_VALUE)
+        CloseHandle(file);
+    return mark;
+}
+
 bool flushToDisk(int file)
 {
     return _commit(file) == 0; // FlushFileBuffers
@@ -83,6 +102,7 @@ int lockFile(const SystemPath& path, int patienceMs)
             name.c_str(), _O_RDWR | _O_CREAT | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
         return file >= 0;
     });
+    const bool openByOther = !opened && GetLastError() == ERROR_SHARING_VIOLATION;
     const HANDLE handle = reinterpret_cast<HANDLE>(opened ? _get_osfhandle(file) : -1);
     const bool locked = opened && tryFor(patienceMs, [handle] {
         OVERLAPPED whole = {};
@@ -90,9 +110,10 @@ int lockFile(const SystemPath& path, int patienceMs)
                    MAXDWORD, &whole)
             != 0;
     });
+    const bool lockedByOther = openByOther || (opened && !locked && isHeld(GetLastError()));
     if (opened && !locked)
         _close(file);
-    return locked ? file : -1;
+    return locked ? file : lockedByOther ? kLockedByOther : -1;
 }
 
 void unlockFile(int lock, const SystemPath& path)

@@ -45,6 +45,16 @@ static bool isPlainFile(const QString& path)
     return info.isFile() && !info.isSymLink();
 }
 
+FileMark markOf(const QString& path)
+{
+    return markOf(systemPath(path));
+}
+
+bool isSameMark(const FileMark& a, const FileMark& b)
+{
+    return a.device == b.device && a.file == b.file && a.bytes == b.bytes && a.changed == b.changed;
+}
+
 bool replaceFile(const QString& finished, const QString& target)
 {
     return replaceFile(systemPath(finished), systemPath(target));

@@ -37,6 +37,9 @@ namespace quillon {
 // As the calls of system_files.h want it.
 SystemPath systemPath(const QString& path);
 
+FileMark markOf(const QString& path);
+bool isSameMark(const FileMark& a, const FileMark& b); // also of no file twice
+
 // Where the new bytes of a file lie until they are all there.
 QString besideName(const QString& path);
 // Removes from a folder what processes that have ended left there half-written.

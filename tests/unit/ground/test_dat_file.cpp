@@ -105,6 +105,18 @@ private slots:
         QCOMPARE(fileBytes(folder.path("y.dat")), QByteArray("abab"));
     }
 
+    void whatCameWholeIsToldFromWhatDidNot()
+    {
+        TempFolder folder;
+        QVERIFY(!DatReader(folder.path("missing.dat")).isWhole());
+        writeFile(folder.path("x.dat"), "ab");
+        QVERIFY(DatReader(folder.path("x.dat")).isWhole());
+        writeFile(folder.path("empty.dat"), "");
+        QVERIFY(DatReader(folder.path("empty.dat")).isWhole());
+        QVERIFY(QDir().mkpath(folder.path("folder.dat")));
+        QVERIFY(!DatReader(folder.path("folder.dat")).isWhole());
+    }
+
     void aSaveThatFailsSaysSo()
     {
         TempFolder folder;

@@ -1,7 +1,9 @@
 #include "frame_fixture.h"
 #include "room_tests.h"
 
+#include "ground/data_folder.h"
 #include "ground/file_lock.h"
+#include "ground/save_lock.h"
 #include "ground/system_files.h"
 
 #include <QtTest>
@@ -59,10 +61,10 @@ private slots:
         QCOMPARE(filesIn(folder.path()), QStringList());
     }
 
-#ifdef Q_OS_UNIX
     // The child tells by a pipe that it has the lock, and is killed while it waits for its end.
     void theLockOfAKilledProcessIsFree()
     {
+#ifdef Q_OS_UNIX
         TempFolder folder;
         const QString path = folder.path("x.lock");
         int told[2];
@@ -87,16 +89,54 @@ private slots:
         ::close(told[1]);
         QVERIFY(!processLives(child));
         QVERIFY(FileLock(path, 0).isHeld());
+#endif
+    }
+
+    void whoHasItIsTold()
+    {
+        TempFolder folder;
+        const FileLock held(folder.path("x.lock"), 0);
+        QVERIFY(held.isHeld() && !held.isOthers());
+        const FileLock second(folder.path("x.lock"), 0);
+        QVERIFY(!second.isHeld() && second.isOthers());
+        const FileLock none(folder.path("missing/x.lock"), 0);
+        QVERIFY(!none.isHeld() && !none.isOthers());
+    }
+
+    void aLeftSaveLockIsRemovedUnlessItIsHeld()
+    {
+        HostFixture host;
+        locateDataFiles();
+        removeLeftSaveLock(); // nothing is there
+        QVERIFY(!QFile::exists(dataFiles().folder));
+        writeFile(dataFiles().saveLock, ""); // of a host that was killed
+        removeLeftSaveLock();
+        QVERIFY(!QFile::exists(dataFiles().saveLock));
+        const FileLock held(dataFiles().saveLock, 0);
+        removeLeftSaveLock();
+        QVERIFY(QFile::exists(dataFiles().saveLock));
+        QVERIFY(!SaveLock().mayGoOn());
+    }
+
+    // A file system may have no locks, or the folder may be missing: whoever saves finds out.
+    void whereThereCanBeNoLockSavingGoesOn()
+    {
+        HostFixture host;
+        locateDataFiles();
+        QVERIFY(SaveLock().mayGoOn());
+        QVERIFY(QDir().mkpath(dataFiles().saveLock));
+        QVERIFY(SaveLock().mayGoOn());
     }
 
     void aLinkIsNotFollowed()
     {
+#ifdef Q_OS_UNIX
         TempFolder folder;
         QVERIFY(QFile::link(folder.path("elsewhere"), folder.path("x.lock")));
         QVERIFY(!FileLock(folder.path("x.lock"), 0).isHeld());
         QVERIFY(!QFile::exists(folder.path("elsewhere")));
-    }
 #endif
+    }
 };
 
 QUILLON_TEST(TestFileLock)

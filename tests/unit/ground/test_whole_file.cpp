@@ -41,6 +41,20 @@ class TestWholeFile : public QObject {
     Q_OBJECT
 
 private slots:
+    void eachReplacingGivesAnotherMark()
+    {
+        TempFolder folder;
+        const QString path = folder.path("x");
+        const FileMark none = markOf(path);
+        QVERIFY(isSameMark(none, markOf(folder.path("y"))));
+        QVERIFY(writeWholeFile(path, "a"));
+        const FileMark first = markOf(path);
+        QVERIFY(!isSameMark(first, none));
+        QVERIFY(isSameMark(first, markOf(path)));
+        QVERIFY(writeWholeFile(path, "b"));
+        QVERIFY(!isSameMark(first, markOf(path)));
+    }
+
     void aShorterFileReplacesALongerOne()
     {
         TempFolder folder;
