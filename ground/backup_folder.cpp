@@ -3,6 +3,7 @@
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
 #include "ground/plain_file.h"
+#include "ground/plugin_settings.h"
 #include "ground/whole_file.h"
 
 #include <QDateTime>
@@ -50,14 +51,16 @@ static bool isAmong(const QByteArray& bytes, const QFileInfoList& copies)
     return false;
 }
 
-// The oldest that is not fuller than what comes; -1: all are.
-static int replaceable(const QFileInfoList& copies, qint64 size)
+static const int kTableHeadBytes = 8; // version and count
+
+static bool isTable(const QString& path)
 {
-    for (int i = 0; i < copies.size(); ++i) {
-        if (copies.at(i).size() <= size)
-            return i;
-    }
-    return -1;
+    return path.endsWith(QLatin1String(".dat"));
+}
+
+static bool isDefault(const QString& path, const QByteArray& bytes)
+{
+    return isTable(path) && (bytes.size() == kTableHeadBytes || bytes == defaultSettingsFile());
 }
 
 static qint64 bytesOf(const QFileInfoList& copies)
@@ -68,15 +71,39 @@ static qint64 bytesOf(const QFileInfoList& copies)
     return sum;
 }
 
+// Of the copies of one file: the oldest, of a table that is not fuller than what comes. -1: none.
+static int oldestToGo(const QFileInfoList& copies, const QString& path, qint64 size)
+{
+    for (int i = 0; i < copies.size(); ++i) {
+        if (!isTable(path) || copies.at(i).size() <= size)
+            return i;
+    }
+    return -1;
+}
+
+// Of the copies of all files: the fullest that is not fuller, so that few go. -1: none.
+static int fullestToGo(const QFileInfoList& copies, qint64 size)
+{
+    int fullest = -1;
+    for (int i = 0; i < copies.size(); ++i) {
+        const qint64 bytes = copies.at(i).size();
+        if (bytes <= size && (fullest < 0 || bytes > copies.at(fullest).size()))
+            fullest = i;
+    }
+    return fullest;
+}
+
 // What has to go for a new copy: of its file as many as are too many, of all what is over the
 // bytes. False: there is no room, and nothing is to go.
 static bool findVictims(const QString& path, qint64 size, int generations, QStringList* victims)
 {
     QFileInfoList own = copiesOf(path);
     QFileInfoList all = copiesLike(QLatin1Char('*') + QLatin1String(kEnd));
-    while (own.size() >= generations || bytesOf(all) + size > kBackupBytes) {
-        QFileInfoList& from = own.size() >= generations ? own : all;
-        const int victim = replaceable(from, size);
+    const qint64 room = kBackupBytes - (path == dataFiles().poseIndex ? kLeftByIndex : 0);
+    while (own.size() >= generations || bytesOf(all) + size > room) {
+        const bool tooMany = own.size() >= generations;
+        QFileInfoList& from = tooMany ? own : all;
+        const int victim = tooMany ? oldestToGo(own, path, size) : fullestToGo(all, size);
         if (victim < 0)
             return false;
         const QFileInfo info = from.at(victim);
@@ -108,7 +135,8 @@ bool backUp(const QString& path, int generations)
     if (!readAll(path, &bytes))
         return false;
     QStringList victims;
-    if (isAmong(bytes, copiesOf(path)) || !findVictims(path, bytes.size(), generations, &victims))
+    if (isDefault(path, bytes) || isAmong(bytes, copiesOf(path))
+        || !findVictims(path, bytes.size(), generations, &victims))
         return true;
     if (!QDir().mkpath(backupFolder()) || !writeWholeFile(freshName(path), bytes))
         return false;

@@ -1,9 +1,14 @@
 #include "ground/plugin_settings.h"
 
+#include "ground/backup_folder.h"
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
+#include "ground/save_lock.h"
+
+#include <QFileInfo>
 
 #include <cstddef>
+#include <cstring>
 
 namespace quillon {
 
@@ -63,16 +68,27 @@ static constexpr int fileBytes()
 static_assert(fileBytes() == 58, "the size of a file of version 3");
 static_assert(sizeof(float) == 4 && sizeof(bool) == 1, "fields are copied as they are");
 
-static PluginSettings g_settings;
+namespace {
+
+struct SettingsStore {
+    PluginSettings live;
+    PluginSettings synced; // live, as it was at the last load or save
+    qint32 syncedOnDisk = -1; // its position as it was in the file, unless that was another host's
+};
+
+} // namespace
+static SettingsStore g_settings;
 
 PluginSettings& pluginSettings()
 {
-    return g_settings;
+    return g_settings.live;
 }
 
-static void* fieldOf(const FieldRow& row)
+// ---- fields
+
+static char* fieldOf(const FieldRow& row, PluginSettings* settings)
 {
-    return reinterpret_cast<char*>(&g_settings) + row.offset;
+    return reinterpret_cast<char*>(settings) + row.offset;
 }
 
 static void readFlag(DatReader* file, bool* flag)
@@ -82,56 +98,135 @@ static void readFlag(DatReader* file, bool* flag)
     *flag = byte != 0;
 }
 
-static void readRow(const FieldRow& row, DatReader* file)
+static void readRow(const FieldRow& row, DatReader* file, PluginSettings* settings)
 {
     if (row.kind == NumberField) {
-        file->read(fieldOf(row), row.width);
+        file->read(fieldOf(row, settings), row.width);
         return;
     }
     bool skipped = true;
-    bool* flags = row.kind == FlagField ? static_cast<bool*>(fieldOf(row)) : &skipped;
+    bool* flags
+        = row.kind == FlagField ? reinterpret_cast<bool*>(fieldOf(row, settings)) : &skipped;
     for (int i = 0; i < row.count; ++i)
         readFlag(file, flags + i);
 }
 
-static void writeRow(const FieldRow& row, DatWriter* file)
+static void writeRow(const FieldRow& row, PluginSettings settings, DatWriter* file)
 {
     if (row.kind == NumberField) {
-        file->write(fieldOf(row), row.width);
+        file->write(fieldOf(row, &settings), row.width);
         return;
     }
     const bool reserved = true;
-    const bool* flags = row.kind == FlagField ? static_cast<bool*>(fieldOf(row)) : &reserved;
+    const bool* flags
+        = row.kind == FlagField ? reinterpret_cast<bool*>(fieldOf(row, &settings)) : &reserved;
     for (int i = 0; i < row.count; ++i)
         file->writeField(quint8(flags[i] ? 1 : 0));
 }
 
-bool loadSettings()
+// Each flag by itself.
+static void mergeRow(
+    const FieldRow& row, PluginSettings base, PluginSettings ours, PluginSettings* theirs)
 {
-    DatReader file(dataFiles().settings);
-    if (!file.isOpen())
-        return false;
+    const std::size_t width = std::size_t(row.width);
+    for (std::size_t at = 0; row.kind != ReservedField && at < width * std::size_t(row.count);
+         at += width) {
+        const char* our = fieldOf(row, &ours) + at;
+        if (std::memcmp(our, fieldOf(row, &base) + at, width) != 0)
+            std::memcpy(fieldOf(row, theirs) + at, our, width);
+    }
+}
+
+// ---- the file
+
+enum class SettingsFile { Missing, Unreadable, Newer, Read };
+
+static SettingsFile readFile(PluginSettings* settings)
+{
+    const QString& path = dataFiles().settings;
+    const bool exists = QFileInfo(path).exists();
+    DatReader file(path);
+    if (!file.isWhole())
+        return exists || file.isOpen() ? SettingsFile::Unreadable : SettingsFile::Missing;
     qint32 version = 0;
     file.readField(&version);
     if (version > kFormatVersion)
-        return true;
+        return SettingsFile::Newer;
     for (const FieldRow& row : kFields) {
         // Version 1 is the oldest; a smaller number, negative ones included, counts as it.
         if (row.sinceVersion == 1 || version >= row.sinceVersion)
-            readRow(row, &file);
+            readRow(row, &file, settings);
     }
+    return SettingsFile::Read;
+}
+
+bool loadSettings()
+{
+    const SettingsFile found = readFile(&g_settings.live);
+    g_settings.synced = g_settings.live;
+    g_settings.syncedOnDisk = g_settings.live.currentPose;
+    return found == SettingsFile::Read || found == SettingsFile::Newer;
+}
+
+static DatWriter fileOf(const PluginSettings& settings)
+{
+    DatWriter file;
+    file.writeField(kFormatVersion);
+    for (const FieldRow& row : kFields)
+        writeRow(row, settings, &file);
+    return file;
+}
+
+QByteArray defaultSettingsFile()
+{
+    return fileOf(PluginSettings()).bytes();
+}
+
+static PluginSettings merged(PluginSettings theirs)
+{
+    for (const FieldRow& row : kFields)
+        mergeRow(row, g_settings.synced, g_settings.live, &theirs);
+    return theirs;
+}
+
+// The position is a number in an index that another host may have changed since: what it was on
+// disk tells whether the other one moved it.
+static bool isPositionTheirs(qint32 theirs)
+{
+    const bool weMoved = g_settings.live.currentPose != g_settings.synced.currentPose;
+    return !weMoved && theirs != g_settings.syncedOnDisk;
+}
+
+static bool saveMerged(qint32 positionOnDisk)
+{
+    PluginSettings onDisk = g_settings.synced;
+    onDisk.currentPose = g_settings.syncedOnDisk;
+    const SettingsFile found = readFile(&onDisk);
+    if (found == SettingsFile::Unreadable
+        || (found == SettingsFile::Newer && !backUp(dataFiles().settings)))
+        return false;
+    const bool theirPosition = isPositionTheirs(onDisk.currentPose);
+    PluginSettings saved = merged(onDisk);
+    saved.currentPose = theirPosition ? onDisk.currentPose : positionOnDisk;
+    if (!fileOf(saved).save(dataFiles().settings))
+        return false;
+    g_settings.synced = g_settings.live;
+    if (!theirPosition)
+        g_settings.syncedOnDisk = positionOnDisk;
     return true;
+}
+
+bool saveSettings(qint32 positionOnDisk)
+{
+    if (!ensureDataFolder())
+        return false;
+    const SaveLock lock;
+    return lock.mayGoOn() && saveMerged(positionOnDisk);
 }
 
 bool saveSettings()
 {
-    if (!ensureDataFolder())
-        return false;
-    DatWriter file;
-    file.writeField(kFormatVersion);
-    for (const FieldRow& row : kFields)
-        writeRow(row, &file);
-    return file.save(dataFiles().settings);
+    return saveSettings(g_settings.live.currentPose);
 }
 
 } // namespace quillon

@@ -3,10 +3,11 @@
 // File: a 32-bit format version (3), then the fields in the order of the record, packed, 58 bytes
 // in all. Flags are one byte each: written as 0 or 1, read as on when not 0. Versions 1 and 2 lack
 // fields; a version of 4 or more is not read.
-// Owns: the one record. Everything that reads or changes a setting does it here.
+// Owns: the one record, and what is known of the file. Everything that reads or changes a setting
+// does it here.
 #pragma once
 
-#include <qglobal.h>
+#include <QByteArray>
 
 namespace quillon {
 
@@ -57,7 +58,14 @@ PluginSettings& pluginSettings();
 // False if there is no readable file; all fields then keep their values. A file cut short leaves
 // what it lacks as it was.
 bool loadSettings();
-// False when the folder or the file cannot be written; the file is then as it was.
+// Fields that changed since the last load or save; the others stay in the file as another host may
+// have saved them, and in the record as they are. One of a newer version is copied to the backups
+// and replaced. False when the folder or the file cannot be written, or not all of it can be read;
+// the file is then as it was.
 [[nodiscard]] bool saveSettings();
+// The same for an index file in which the applied pose has another position than in the record.
+[[nodiscard]] bool saveSettings(qint32 positionOnDisk);
+
+QByteArray defaultSettingsFile();
 
 } // namespace quillon

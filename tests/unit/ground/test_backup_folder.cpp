@@ -4,6 +4,7 @@
 #include "ground/backup_folder.h"
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
+#include "ground/plugin_settings.h"
 
 #include <QtTest>
 
@@ -120,6 +121,81 @@ private slots:
             QList<QByteArray>() << "aaaa"
                                 << "cccc"
                                 << "dd");
+    }
+
+    // Which of two poses has more bytes says nothing; the last one is wanted.
+    void ofPosesTheOldestGoesHoweverFull()
+    {
+        const QString path = dataFiles().folder + "reference.duf";
+        for (const char* bytes : {"aaaa", "bbb", "c"}) {
+            writeFile(path, bytes);
+            QVERIFY(backUp(path, 2));
+        }
+        QCOMPARE(contents(),
+            QList<QByteArray>() << "bbb"
+                                << "c");
+    }
+
+    void tablesWithoutRecordsAndDefaultSettingsAreNotCopied()
+    {
+        const QByteArray none = QByteArray::fromHex("0100000000000000");
+        QVERIFY(backUpNow(none));
+        writeFile(dataFiles().poseIndex, none);
+        QVERIFY(backUp(dataFiles().poseIndex));
+        pluginSettings() = PluginSettings();
+        QVERIFY(saveSettings());
+        QVERIFY(backUp(dataFiles().settings));
+        QCOMPARE(copies(), QStringList());
+        QVERIFY(setAside(dataFiles().settings));
+        QVERIFY(!QFile::exists(dataFiles().settings));
+        QVERIFY(backUpNow(none + "a record"));
+        QCOMPARE(copies().size(), 1);
+    }
+
+    // As the guide tells it.
+    void bringingACopyBackIsCopyingIt()
+    {
+        const QString paths[] = {dataFiles().settings, dataFiles().ranks, dataFiles().ranksKept,
+            dataFiles().poseIndex, dataFiles().folder + "reference.duf"};
+        for (const QString& path : paths) {
+            writeFile(path, path.toUtf8());
+            QVERIFY(setAside(path));
+            QVERIFY(!QFile::exists(path));
+        }
+        const QStringList names = copies();
+        QCOMPARE(names.size(), 5);
+        for (const QString& name : names) {
+            const int date = name.indexOf(QRegExp("\\.\\d{8}-\\d{6}-\\d{3}\\.bak$"));
+            QVERIFY(QFile::copy(backupFolder() + name, dataFiles().folder + name.left(date)));
+        }
+        for (const QString& path : paths)
+            QCOMPARE(fileBytes(path), path.toUtf8());
+    }
+
+    // A large index leaves the copies of ranks alone, and takes the place of its like.
+    void ofAllCopiesTheFullestThatIsNotFullerGoes()
+    {
+        QVERIFY(backUpNow("ranks"));
+        writeFile(dataFiles().folder + "poseIndex_old.dat", QByteArray(40 << 20, 'x'));
+        QVERIFY(backUp(dataFiles().folder + "poseIndex_old.dat"));
+        writeFile(dataFiles().poseIndex, QByteArray(41 << 20, 'y'));
+        QVERIFY(backUp(dataFiles().poseIndex));
+        QList<int> sizes;
+        for (const QByteArray& each : contents())
+            sizes << each.size();
+        QCOMPARE(sizes, QList<int>() << 5 << (41 << 20));
+    }
+
+    void theIndexLeavesRoomToTheOthers()
+    {
+        const QString path = dataFiles().poseIndex;
+        writeFile(path, QByteArray(29 << 20, 'x'));
+        QVERIFY(backUp(path, kIndexGenerations));
+        writeFile(path, QByteArray(28 << 20, 'y')); // the room is enough, but for what is left
+        QVERIFY(backUp(path, kIndexGenerations));
+        QCOMPARE(copies().size(), 1);
+        QVERIFY(backUpNow("ranks"));
+        QCOMPARE(copies().size(), 2);
     }
 
     void otherFilesCopiesAreNotCounted()

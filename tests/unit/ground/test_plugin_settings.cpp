@@ -1,7 +1,10 @@
 #include "frame_fixture.h"
 #include "room_tests.h"
+#include "scene_fixture.h"
 
+#include "ground/backup_folder.h"
 #include "ground/data_folder.h"
+#include "ground/file_lock.h"
 #include "ground/plugin_settings.h"
 
 #include <QtTest>
@@ -273,6 +276,95 @@ private slots:
     void bytesAfterTheLastFieldAreIgnored()
     {
         QCOMPARE(loadAndSave(strangeBytes() + "more").toHex(), normalised(strangeBytes()).toHex());
+    }
+
+    // ---- two hosts
+
+    // Each host changes some flags and numbers of a file that both have read.
+    void mergingEqualsTheLiteralForm()
+    {
+        Random random(6);
+        for (int run = 0; run < 60; ++run) {
+            QByteArray base = defaultBytes(), ours = base, theirs = base, expected = base;
+            for (const LaidOut& field : kLayout) {
+                for (int i = 0; i < field.count; ++i) {
+                    const int at = field.at + i * field.width;
+                    const bool weChange = random.below(3) == 0, theyChange = random.below(3) == 0;
+                    if (at == 0 || at == kReservedAt)
+                        continue;
+                    const char other = field.flag ? char(1 - base.at(at)) : char(base.at(at) ^ 2);
+                    ours[at] = weChange ? other : base.at(at);
+                    theirs[at] = theyChange ? other : base.at(at);
+                    expected[at] = weChange ? other : theirs.at(at);
+                }
+            }
+            pluginSettings() = PluginSettings();
+            writeFile(dataFiles().settings, ours);
+            loadSettings();
+            const PluginSettings ourSettings = pluginSettings();
+            writeFile(dataFiles().settings, base);
+            pluginSettings() = PluginSettings();
+            loadSettings();
+            pluginSettings() = ourSettings;
+            writeFile(dataFiles().settings, theirs);
+            QVERIFY(saveSettings());
+            QCOMPARE(fileBytes(dataFiles().settings).toHex(), expected.toHex());
+            writeFile(dataFiles().settings, theirs); // and now we have changed nothing
+            QVERIFY(saveSettings());
+            QCOMPARE(fileBytes(dataFiles().settings).toHex(), theirs.toHex());
+        }
+    }
+
+    void thePositionOfTheOtherHostStaysUnlessWeMove()
+    {
+        const auto position = [] {
+            qint32 number = 0;
+            memcpy(&number, fileBytes(dataFiles().settings).constData() + 54, 4);
+            return number;
+        };
+        pluginSettings().currentPose = 4;
+        QVERIFY(saveSettings(3)); // the file's index has one entry less before it
+        QCOMPARE(position(), qint32(3));
+        QVERIFY(saveSettings(2)); // the other host has dropped one more
+        QCOMPARE(position(), qint32(2));
+        QByteArray theirs = fileBytes(dataFiles().settings);
+        theirs[54] = 9;
+        writeFile(dataFiles().settings, theirs);
+        QVERIFY(saveSettings(2));
+        QCOMPARE(position(), qint32(9));
+        pluginSettings().currentPose = 5;
+        QVERIFY(saveSettings(3));
+        QCOMPARE(position(), qint32(3));
+    }
+
+    void aNewerFileIsCopiedFirst()
+    {
+        const QByteArray newer = QByteArray::fromHex("04000000") + "of tomorrow";
+        writeFile(dataFiles().settings, newer);
+        loadSettings();
+        QVERIFY(saveSettings());
+        QCOMPARE(fileBytes(dataFiles().settings).toHex(), defaultBytes().toHex());
+        QCOMPARE(fileBytes(backupFolder() + filesIn(backupFolder()).value(0)), newer);
+    }
+
+    void aHostThatSavesMakesTheOtherWait()
+    {
+        QVERIFY(saveSettings());
+        pluginSettings().propOrigin = 2;
+        {
+            const FileLock other(dataFiles().saveLock, 0);
+            QVERIFY(!saveSettings());
+            QCOMPARE(fileBytes(dataFiles().settings).toHex(), defaultBytes().toHex());
+        }
+        QVERIFY(saveSettings());
+        QCOMPARE(int(fileBytes(dataFiles().settings).at(40)), 2);
+        QCOMPARE(filesIn(dataFiles().folder).size(), 1); // and no lock
+    }
+
+    void theDefaultsAreTold()
+    {
+        pluginSettings().propOrigin = 2;
+        QCOMPARE(defaultSettingsFile().toHex(), defaultBytes().toHex());
     }
 
     void nothingIsWrittenWithoutAFolder()
