@@ -3,8 +3,9 @@
 #include "finder/pose_ranks.h"
 #include "ground/backup_folder.h"
 #include "ground/data_folder.h"
+#include "ground/save_lock.h"
 
-#include <QString>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <unordered_set>
@@ -36,10 +37,13 @@ static void dropKeysOf(const RankRecords& others, RankRecords* kept)
 
 bool keepRanks(const RankRecords& records)
 {
-    RankRecords kept;
     if (records.empty())
         return true;
-    if (!readKept(&kept))
+    if (!ensureDataFolder())
+        return false;
+    const SaveLock lock;
+    RankRecords kept;
+    if (!lock.mayGoOn() || !readKept(&kept))
         return false;
     dropKeysOf(records, &kept);
     kept.insert(kept.end(), records.begin(), records.end());
@@ -56,8 +60,11 @@ bool keepRanksOf(const QString& rankFile)
 
 template <typename Drop> static bool dropKept(Drop drop)
 {
+    if (!QFileInfo(dataFiles().ranksKept).exists()) // as it is mostly
+        return true;
+    const SaveLock lock;
     RankRecords kept;
-    if (!readKept(&kept))
+    if (!lock.mayGoOn() || !readKept(&kept))
         return false;
     const auto end = std::remove_if(kept.begin(), kept.end(), drop);
     if (end == kept.end())

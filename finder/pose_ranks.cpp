@@ -2,8 +2,10 @@
 
 #include "finder/kept_ranks.h"
 #include "finder/pose_index.h"
+#include "ground/backup_folder.h"
 #include "ground/data_folder.h"
 #include "ground/plugin_settings.h"
+#include "ground/save_lock.h"
 #include "ground/status_message.h"
 #include "posefile/part_locks.h"
 
@@ -18,6 +20,7 @@ static const char kRefusal[] = "ERROR\r\nRank cannot be changed if\r\npart of th
 
 struct RankStore {
     RankRecords records; // their capacity is that of the table
+    RankRecords synced; // as they were when the file was last read or written
     RankRecords byKey; // hashed; places without a rank are free, and they are the most
 };
 static RankStore g_ranks;
@@ -63,6 +66,7 @@ static void appendRecord(const RankRecord& record)
 void createRankStore()
 {
     g_ranks.records.clear();
+    g_ranks.synced.clear();
     g_ranks.records.reserve(kRankCapacity);
     indexRecords();
 }
@@ -70,6 +74,7 @@ void createRankStore()
 void freeRankStore()
 {
     RankRecords().swap(g_ranks.records);
+    RankRecords().swap(g_ranks.synced);
     indexRecords();
 }
 
@@ -174,21 +179,54 @@ bool returnRanks(const RankRecords& records)
 
 // ---- the file
 
+static void putRecords(const RankRecords& records)
+{
+    g_ranks.records.clear();
+    std::for_each(records.begin(), records.end(), appendRecord);
+    indexRecords();
+}
+
 bool readRanks()
 {
     RankRecords records;
     const RankFile found = readRankFile(dataFiles().ranks, &records);
     if (found == RankFile::Read) {
-        g_ranks.records.clear();
-        std::for_each(records.begin(), records.end(), appendRecord);
-        indexRecords();
+        putRecords(records);
+        g_ranks.synced = g_ranks.records;
     }
     return found == RankFile::Read || found == RankFile::Foreign;
 }
 
+// What another host has saved meanwhile joins the table.
+static bool writeMerged()
+{
+    RankRecords onDisk;
+    const RankFile found = readRankFile(dataFiles().ranks, &onDisk);
+    if (found == RankFile::Unreadable || (found == RankFile::Foreign && !backUp(dataFiles().ranks)))
+        return false;
+    const RankRecords merged = found == RankFile::Read
+        ? mergedRanks(g_ranks.synced, g_ranks.records, onDisk)
+        : g_ranks.records;
+    if (!writeRankFile(dataFiles().ranks, merged))
+        return false;
+    putRecords(merged);
+    refreshCurrentRank(); // which the other host may have given
+    return true;
+}
+
 bool writeRanks()
 {
-    return writeRankFile(dataFiles().ranks, g_ranks.records);
+    if (!ensureDataFolder())
+        return false;
+    const SaveLock lock;
+    if (!lock.mayGoOn())
+        return false;
+    const bool saved = isRankFileOf(dataFiles().ranks, g_ranks.synced)
+        ? writeRankFile(dataFiles().ranks, g_ranks.records)
+        : writeMerged();
+    if (saved)
+        g_ranks.synced = g_ranks.records;
+    return saved;
 }
 
 } // namespace quillon

@@ -37,7 +37,9 @@ bool hasRankRecord(quint32 key);
 
 // Fills the table from the rank file; false when there is none.
 bool readRanks();
-// False when the folder or the file cannot be written; the file is then as it was.
+// What changed since the table was last read or written is applied to what is on disk, and the
+// table becomes that. Of a file of another version a copy is made. False when the folder or the
+// file cannot be written, or not all of it can be read; the file is then as it was.
 [[nodiscard]] bool writeRanks();
 
 } // namespace quillon

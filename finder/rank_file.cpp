@@ -5,7 +5,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cstddef>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace quillon {
@@ -46,10 +48,8 @@ RankFile readRankFile(const QString& path, RankRecords* records)
     return RankFile::Read;
 }
 
-bool writeRankFile(const QString& path, const RankRecords& records)
+static DatWriter fileOf(const RankRecords& records)
 {
-    if (!ensureDataFolder())
-        return false;
     DatWriter file;
     file.reserve(int(2 * sizeof(qint32) + records.size() * std::size_t(kRecordBytes)));
     file.writeField(kFileVersion);
@@ -58,7 +58,62 @@ bool writeRankFile(const QString& path, const RankRecords& records)
         file.writeField(record.rank);
         file.writeField(record.key);
     }
-    return file.save(path);
+    return file;
+}
+
+bool isRankFileOf(const QString& path, const RankRecords& records)
+{
+    const QByteArray expected = fileOf(records).bytes();
+    DatReader file(path);
+    if (!file.isWhole() || file.bytesLeft() != expected.size())
+        return false;
+    QByteArray found(expected.size(), 0);
+    file.read(found.data(), found.size());
+    return found == expected;
+}
+
+bool writeRankFile(const QString& path, const RankRecords& records)
+{
+    return ensureDataFolder() && fileOf(records).save(path);
+}
+
+// ---- two hosts
+
+typedef std::unordered_map<quint32, qint32> RankOfKey;
+
+static RankOfKey byKey(const RankRecords& records)
+{
+    RankOfKey ranks;
+    ranks.reserve(records.size());
+    for (const RankRecord& each : records)
+        ranks[each.key] = each.rank;
+    return ranks;
+}
+
+static qint32 rankIn(const RankOfKey& ranks, quint32 key)
+{
+    const auto found = ranks.find(key);
+    return found == ranks.end() ? qint32(Unranked) : found->second;
+}
+
+RankRecords mergedRanks(const RankRecords& base, const RankRecords& ours, const RankRecords& theirs)
+{
+    const RankOfKey baseRanks = byKey(base), ourRanks = byKey(ours), theirRanks = byKey(theirs);
+    const auto weChanged
+        = [&](quint32 key) { return rankIn(ourRanks, key) != rankIn(baseRanks, key); };
+    RankRecords merged;
+    for (const RankRecord& each : theirs) {
+        const RankRecord held
+            = {each.key, weChanged(each.key) ? rankIn(ourRanks, each.key) : each.rank};
+        if (held.rank != Unranked)
+            merged.push_back(held);
+    }
+    for (const RankRecord& each : ours) {
+        if (weChanged(each.key) && theirRanks.count(each.key) == 0)
+            merged.push_back(each);
+    }
+    merged.resize(std::min(merged.size(), std::size_t(kRankCapacity)));
+    return merged;
 }
 
 } // namespace quillon

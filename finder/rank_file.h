@@ -31,7 +31,14 @@ enum class RankFile {
 
 // The records in their order; none unless Read.
 RankFile readRankFile(const QString& path, RankRecords* records);
+// Whether it is what writing them makes. Sooner known than the records are read.
+bool isRankFileOf(const QString& path, const RankRecords& records);
 // False when the folder or the file cannot be written; the file is then as it was.
 [[nodiscard]] bool writeRankFile(const QString& path, const RankRecords& records);
+
+// What two hosts made of the same records: ours of each key that we changed (or unranked), theirs
+// of the others, in their order and then ours. No more than kRankCapacity.
+RankRecords mergedRanks(
+    const RankRecords& base, const RankRecords& ours, const RankRecords& theirs);
 
 } // namespace quillon

@@ -2,7 +2,9 @@
 #include "finder_fixture.h"
 #include "room_tests.h"
 
+#include "ground/backup_folder.h"
 #include "ground/dat_file.h"
+#include "ground/file_lock.h"
 #include "ground/status_message.h"
 #include "reference/finder_reference.h"
 
@@ -47,6 +49,17 @@ private slots:
     void readingEndsWhenTheTableIsFull();
     void aFileOfNothingButOtherRanksIsReadToALimit();
     void withoutADataFolderNothingIsWritten();
+
+    // two hosts
+    void mergingEqualsTheLiteralForm();
+    void aMergedTableHasNoMoreThanItsCapacity();
+    void ranksOfTheOtherHostStayAndShow();
+    void theOthersUnrankingHolds();
+    void ofOnePoseTheLaterRankHolds();
+    void aFileThatIsGoneIsWrittenWhole();
+    void aFileThatCannotBeReadIsNotReplaced();
+    void aFileOfAnotherVersionIsCopiedFirst();
+    void aHostThatSavesMakesTheOtherWait();
 };
 
 static QString s(const char* text)
@@ -421,6 +434,134 @@ void TestPoseRanks::withoutADataFolderNothingIsWritten()
     locateDataFiles();
     QVERIFY(!writeRanks());
     QVERIFY(!readRanks());
+}
+
+// ---- two hosts
+
+void TestPoseRanks::mergingEqualsTheLiteralForm()
+{
+    Random random(2);
+    for (int run = 0; run < 3000; ++run) {
+        RankRecords lists[3];
+        for (RankRecords& list : lists) {
+            for (quint32 key = 0; key < 12; ++key) {
+                if (random.below(2))
+                    list.push_back(RankRecord {key, 1 + random.below(2)});
+            }
+        }
+        const auto rankIn = [](const RankRecords& list, quint32 key) {
+            for (const RankRecord& each : list) {
+                if (each.key == key)
+                    return each.rank;
+            }
+            return 0;
+        };
+        const RankRecords merged = mergedRanks(lists[0], lists[1], lists[2]);
+        int ranked = 0;
+        for (quint32 key = 0; key < 12; ++key) {
+            const int base = rankIn(lists[0], key), ours = rankIn(lists[1], key);
+            const int expected = ours != base ? ours : rankIn(lists[2], key);
+            QCOMPARE(rankIn(merged, key), expected);
+            ranked += expected ? 1 : 0;
+        }
+        QCOMPARE(int(merged.size()), ranked); // no key twice
+    }
+}
+
+void TestPoseRanks::aMergedTableHasNoMoreThanItsCapacity()
+{
+    RankRecords ours, theirs;
+    for (quint32 n = 0; n < quint32(kRankCapacity); ++n) {
+        ours.push_back(RankRecord {n, Favorite});
+        theirs.push_back(RankRecord {n + 10, Hidden});
+    }
+    QCOMPARE(int(mergedRanks(RankRecords(), ours, theirs).size()), kRankCapacity);
+}
+
+void TestPoseRanks::ranksOfTheOtherHostStayAndShow()
+{
+    RankFixture f;
+    const int a = addEntry(s("/a.duf"), 10), b = addEntry(s("/b.duf"), 11);
+    f.readBytes(numbers(QList<quint32>() << 1 << 1 << 1 << 9));
+    writeFile(dataFiles().ranks, numbers(QList<quint32>() << 1 << 2 << 1 << 9 << 2 << 11));
+    f.rank(a, Favorite);
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 3 << 1 << 9 << 2 << 11 << 1 << 10));
+    QCOMPARE(rankOf(b), int(Hidden));
+    QCOMPARE(rankRecordCount(), 3);
+    // At the end of a host that gave none itself, too, and of its current pose.
+    writeFile(dataFiles().ranks, numbers(QList<quint32>() << 1 << 1 << 2 << 10));
+    QVERIFY(writeRanks());
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 1 << 2 << 10));
+    QCOMPARE(pluginSettings().currentRank, qint32(Hidden));
+}
+
+void TestPoseRanks::theOthersUnrankingHolds()
+{
+    RankFixture f;
+    const int a = addEntry(s("/a.duf"), 10), b = addEntry(s("/b.duf"), 11);
+    f.rank(a, Favorite);
+    f.rank(b, Hidden);
+    writeFile(dataFiles().ranks, numbers(QList<quint32>() << 1 << 1 << 2 << 11));
+    f.rank(b, Favorite);
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 1 << 1 << 11));
+    QCOMPARE(rankOf(a), int(Unranked));
+}
+
+void TestPoseRanks::ofOnePoseTheLaterRankHolds()
+{
+    RankFixture f;
+    const int a = addEntry(s("/a.duf"), 10);
+    f.rank(a, Favorite);
+    writeFile(dataFiles().ranks, numbers(QList<quint32>() << 1 << 0)); // the other unranks it
+    f.rank(a, Hidden);
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 1 << 2 << 10));
+    writeFile(dataFiles().ranks, numbers(QList<quint32>() << 1 << 1 << 1 << 10));
+    f.rank(a, Unranked);
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 0));
+}
+
+void TestPoseRanks::aFileThatIsGoneIsWrittenWhole()
+{
+    RankFixture f;
+    f.rank(addEntry(s("/a.duf"), 10), Favorite);
+    const QByteArray before = f.bytes();
+    QVERIFY(QFile::remove(dataFiles().ranks));
+    QVERIFY(writeRanks());
+    QCOMPARE(f.bytes(), before);
+}
+
+void TestPoseRanks::aFileThatCannotBeReadIsNotReplaced()
+{
+    RankFixture f;
+    QVERIFY(QDir().mkpath(dataFiles().ranks + "/full"));
+    QVERIFY(!readRanks());
+    QVERIFY(!writeRanks());
+    QVERIFY(QFileInfo(dataFiles().ranks + "/full").isDir());
+}
+
+void TestPoseRanks::aFileOfAnotherVersionIsCopiedFirst()
+{
+    RankFixture f;
+    const QByteArray other = numbers(QList<quint32>() << 2 << 1 << 2 << 9);
+    QVERIFY(f.readBytes(other));
+    f.rank(addEntry(s("/a.duf"), 7), Favorite);
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 1 << 1 << 7));
+    QCOMPARE(fileBytes(backupFolder() + filesIn(backupFolder()).value(0)), other);
+}
+
+void TestPoseRanks::aHostThatSavesMakesTheOtherWait()
+{
+    RankFixture f;
+    const int a = addEntry(s("/a.duf"), 10);
+    {
+        QVERIFY(ensureDataFolder());
+        const FileLock other(dataFiles().saveLock, 0);
+        QVERIFY(other.isHeld());
+        f.rank(a, Favorite);
+        QVERIFY(!QFile::exists(dataFiles().ranks));
+    }
+    QVERIFY(writeRanks()); // what was not saved goes with the next save
+    QCOMPARE(f.bytes(), numbers(QList<quint32>() << 1 << 1 << 1 << 10));
 }
 
 QUILLON_TEST(TestPoseRanks)
