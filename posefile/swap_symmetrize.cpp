@@ -4,6 +4,8 @@
 #include "figure/figure_lookup.h"
 #include "figure/figure_walks.h"
 #include "figure/hip_centre.h"
+#include "ground/file_lock.h"
+#include "ground/system_files.h"
 #include "posefile/part_locks.h"
 #include "posefile/pose_channels.h"
 #include "posefile/pose_reader.h"
@@ -65,6 +67,9 @@ bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how)
 {
     DzSkeleton* skeleton = figureOf(figure);
     const TempFiles files = tempFiles();
+    const FileLock lock(files.written + QLatin1String(".lock"), kPatienceMs);
+    if (lock.isOthers()) // another host on the same folder, which would apply this pose
+        return false;
     remove(files); // what an earlier failure left must not be taken for this pose
     const bool ready = writePassingPose(skeleton, time, files.written)
         && rewritePoseFile(files.written, files.rewritten, figure, how.withChildren, how.symmetrize,

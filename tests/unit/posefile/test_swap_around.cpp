@@ -3,6 +3,7 @@
 #include "room_tests.h"
 
 #include "figure/hip_centre.h"
+#include "ground/file_lock.h"
 #include "ground/plugin_settings.h"
 #include "posefile/pose_writer.h"
 #include "posefile/swap_symmetrize.h"
@@ -24,6 +25,7 @@ private slots:
     void noFileIsLeftAfterSuccess();
     void aFailedApplyLeavesBothFiles();
     void leftoversOfAFailureAreNotApplied();
+    void anotherHostsFilesAreNotTouched();
     void linksInTheirPlaceAreNotWrittenThrough();
     void aFullDiskAppliesNoOlderFile();
     void anUnusableTempFolderChangesNothing_data();
@@ -120,6 +122,23 @@ void TestSwapAround::leftoversOfAFailureAreNotApplied()
     const FigureState before = stateOf(f.figure);
     QVERIFY(!applyThroughTempFiles(f.figure, true, false, false, true, true));
     VERIFY_SAME_STATE(before, stateOf(f.figure));
+}
+
+void TestSwapAround::anotherHostsFilesAreNotTouched()
+{
+    PoseFixture f;
+    const QString temp = f.app.getTempPath() + "/";
+    writeFile(temp + kTemp1, "the other's");
+    const FigureState before = stateOf(f.figure);
+    {
+        const FileLock other(temp + kTemp1 + ".lock", 0);
+        QVERIFY(other.isHeld());
+        QVERIFY(!applyThroughTempFiles(f.figure, true, true, false, true, true));
+        QCOMPARE(fileBytes(temp + kTemp1), QByteArray("the other's"));
+    }
+    VERIFY_SAME_STATE(before, stateOf(f.figure));
+    QVERIFY(applyThroughTempFiles(f.figure, true, true, false, true, true));
+    QVERIFY(f.tempFiles().isEmpty());
 }
 
 void TestSwapAround::linksInTheirPlaceAreNotWrittenThrough()
