@@ -3,6 +3,7 @@
 #include "figure/selected_figure.h"
 #include "finder/browse_session.h"
 #include "finder/custom_pose_commands.h"
+#include "finder/index_saves.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
@@ -33,7 +34,7 @@ bool leaveCategory()
 {
     browseSession().type = kNotBrowsing;
     browseSession().tablesState = NotMade;
-    const bool settingsSaved = saveSettings();
+    const bool settingsSaved = saveSettingsAndPosition();
     return writeRanks() && settingsSaved;
 }
 

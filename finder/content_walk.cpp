@@ -1,5 +1,8 @@
 #include "finder/content_walk.h"
 
+#include "dzapp.h"
+#include "dzcontentmgr.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
@@ -53,6 +56,30 @@ void walkContent(const QString& directory, const ContentVisitor& visitor)
 bool canBeListed(const QString& folder)
 {
     return QDirIterator(folder, kEntries).hasNext() || !isMissed(folder);
+}
+
+// The longest of those that the path lies in.
+static QString contentDirectoryOf(const QString& path)
+{
+    QString found;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
+    for (int i = 0; content && i < content->getNumContentDirectories(); ++i) {
+        const QString directory = content->getContentDirectoryPath(i);
+        const QString start
+            = directory.endsWith(QLatin1Char('/')) ? directory : directory + QLatin1Char('/');
+        if (path.startsWith(start) && directory.size() > found.size())
+            found = directory;
+    }
+    return found;
+}
+
+bool isContentOnline(const QString& path)
+{
+    const QString directory = contentDirectoryOf(path);
+    const QString asked = directory.isEmpty() ? QFileInfo(path).path() : directory;
+    const QFlags<QDir::Filter> anything(
+        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    return QDirIterator(asked, anything).hasNext();
 }
 
 } // namespace quillon

@@ -21,4 +21,9 @@ void walkContent(const QString& directory, const ContentVisitor& visitor);
 // Whether there is such a folder and it gives its entries.
 bool canBeListed(const QString& folder);
 
+// Whether a file that is not there now is gone for good, as far as can be told: the content
+// directory that it lies in, else its folder, gives entries. The place of a drive that is offline
+// may be an empty folder.
+bool isContentOnline(const QString& path);
+
 } // namespace quillon

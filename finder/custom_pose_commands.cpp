@@ -1,6 +1,7 @@
 #include "finder/custom_pose_commands.h"
 
 #include "figure/selected_figure.h"
+#include "finder/index_saves.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
@@ -55,7 +56,7 @@ static QString askForPoseFile()
     return chosen;
 }
 
-static int entryOfPath(const QString& path)
+static int entryWithPath(const QString& path)
 {
     for (int entry = 0; entry < poseCount(); ++entry) {
         if (poseEntry(entry)->path == path)
@@ -66,7 +67,7 @@ static int entryOfPath(const QString& path)
 
 static bool indexPose(const QString& path, bool existed, DzSkeleton* figure, DzTime time)
 {
-    int entry = existed ? entryOfPath(path) : -1;
+    int entry = existed ? entryWithPath(path) : -1;
     if (entry < 0)
         entry = appendPose(path);
     if (entry < 0)
@@ -75,7 +76,7 @@ static bool indexPose(const QString& path, bool existed, DzSkeleton* figure, DzT
     identifyPose(entry);
     takeSignature(entry, figure, time);
     refreshCurrentRank(); // of a file that was replaced: its hash has changed
-    return writePoseIndex();
+    return saveEntry(entry);
 }
 
 bool savePoseOf(DzSkeleton* figure, DzTime time)
@@ -105,6 +106,7 @@ bool savePoseOf(DzSkeleton* figure, DzTime time)
 
 static void removeAndSave(int entry)
 {
+    const QString path = poseEntry(entry)->path;
     removeEntry(entry);
     qint32& position = pluginSettings().currentPose;
     if (entry < position)
@@ -113,7 +115,7 @@ static void removeAndSave(int entry)
         position = poseCount() > 0 ? 0 : -1;
     refreshCurrentRank();
     forgetMatch(entry);
-    noteSaveResult(writePoseIndex());
+    noteSaveResult(saveDeletion(path));
 }
 
 bool deletePose(int entry, DzSkeleton* figure)

@@ -4,6 +4,7 @@
 #include "finder/browse_options.h"
 #include "finder/browse_session.h"
 #include "finder/browse_setup.h"
+#include "finder/index_saves.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "ground/plugin_settings.h"
@@ -48,9 +49,10 @@ static int positionWithout(int removed, SearchDirection direction)
 static void dropCurrentPose(SearchDirection direction)
 {
     qint32& position = pluginSettings().currentPose;
+    const QString path = poseEntry(position)->path;
     removeEntry(position);
     position = positionWithout(position, direction);
-    noteSaveResult(writePoseIndex());
+    noteSaveResult(saveVanishing(path));
 }
 
 static void applyFoundPose(

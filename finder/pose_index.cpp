@@ -3,6 +3,7 @@
 #include "finder/pose_pair_products.h"
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
+#include "ground/whole_file.h"
 #include "posefile/custom_library.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace quillon {
 struct PoseIndex {
     std::vector<PoseIndexEntry> entries; // its capacity is that of the table
     quint32 lastStamp = 0;
+    IndexOnDisk onDisk;
 };
 static PoseIndex g_index;
 
@@ -24,6 +26,7 @@ static PoseIndex g_index;
 void createPoseIndex()
 {
     resetPoseIndex();
+    g_index.onDisk = IndexOnDisk();
     g_index.entries.reserve(kPoseIndexCapacity);
 }
 
@@ -35,6 +38,8 @@ void freePoseIndex()
 void resetPoseIndex()
 {
     g_index.entries.clear();
+    g_index.onDisk.isMirrored = false;
+    g_index.onDisk.isBehind = false;
 }
 
 int poseCount()
@@ -184,15 +189,31 @@ static void readEntries(DatReader* file)
     while (poseCount() < count && freeSlots() > 0 && readEntry(file, &roomForPaths)) { }
 }
 
+IndexOnDisk& indexOnDisk()
+{
+    return g_index.onDisk;
+}
+
+// What the table holds now and the file, too.
+static void noteMirrored(const FileMark& mark)
+{
+    g_index.onDisk.mark = mark;
+    g_index.onDisk.isMirrored = true;
+    g_index.onDisk.pending.clear();
+}
+
 bool readPoseIndex()
 {
+    const FileMark mark = markOf(dataFiles().poseIndex); // one that changes now is another then
     DatReader file(dataFiles().poseIndex);
     if (!file.isOpen())
         return false;
     qint32 version = 0;
     file.readField(&version);
-    if (version == kFileVersion)
-        readEntries(&file);
+    if (version != kFileVersion)
+        return true;
+    readEntries(&file);
+    noteMirrored(mark);
     return true;
 }
 
@@ -206,7 +227,18 @@ bool writePoseIndex()
     file.writeField(qint32(poseCount()));
     for (const PoseIndexEntry& entry : g_index.entries)
         writeEntry(entry, &file);
-    return file.save(dataFiles().poseIndex);
+    g_index.onDisk.isBehind = !file.save(dataFiles().poseIndex);
+    if (!g_index.onDisk.isBehind)
+        noteMirrored(markOf(dataFiles().poseIndex));
+    return !g_index.onDisk.isBehind;
+}
+
+QByteArray recordOf(int entry)
+{
+    DatWriter record;
+    if (const PoseIndexEntry* e = poseEntry(entry))
+        writeEntry(*e, &record);
+    return record.bytes();
 }
 
 } // namespace quillon

@@ -9,7 +9,9 @@
 // Owns: the table, which has room for all slots as long as there is a pane.
 #pragma once
 
+#include "finder/index_edits.h"
 #include "ground/host_types.h"
+#include "ground/system_files.h"
 
 #include <QString>
 
@@ -51,7 +53,7 @@ struct PoseIndexEntry {
 
 void createPoseIndex(); // with room for the capacity, count 0
 void freePoseIndex(); // nor any room
-void resetPoseIndex(); // count 0
+void resetPoseIndex(); // count 0; the file keeps its entries
 int poseCount();
 const PoseIndexEntry* poseEntry(int entry); // null outside 0..poseCount()-1
 PoseIndexEntry* entryToChange(int entry); // likewise; to be written to before anything else happens
@@ -63,9 +65,21 @@ void truncatePoseIndex(int count); // forgets the entries from count on
 
 // ---- the file
 
+// What is known of it; goes with the table.
+struct IndexOnDisk {
+    FileMark mark = {}; // when it was last read or written
+    bool isMirrored = false; // it had the entries of the table then, in their order
+    bool isBehind = false; // the table as a whole could not be written
+    bool isBackedUp = false; // before an entry was dropped
+    IndexEdits pending; // that could not be written
+};
+IndexOnDisk& indexOnDisk();
+
 // False when it cannot be opened; nothing changes then, nor when its version is another.
 bool readPoseIndex();
-// False when there is no data folder or the file cannot be opened.
+// The whole table; of single entries see index_saves.h. Its caller holds the save lock. False when
+// there is no data folder or the file cannot be written.
 [[nodiscard]] bool writePoseIndex();
+QByteArray recordOf(int entry); // as in the file; empty outside the table
 
 } // namespace quillon

@@ -6,6 +6,7 @@
 #include "figure/selected_figure.h"
 #include "finder/browse_session.h"
 #include "finder/content_walk.h"
+#include "finder/index_saves.h"
 #include "finder/kept_ranks.h"
 #include "finder/pose_identify.h"
 #include "finder/pose_index.h"
@@ -308,9 +309,7 @@ static void forgetPoses()
 // Ranks stay while the index on disk is the old one.
 static bool saveIndex(int missed)
 {
-    if (!backUp(dataFiles().poseIndex, kIndexGenerations) || !writePoseIndex())
-        return false;
-    return moveRanksAfterScan(missed == 0);
+    return saveScannedIndex() && moveRanksAfterScan(missed == 0);
 }
 
 static bool anyContentCanBeListed()

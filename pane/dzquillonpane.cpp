@@ -4,6 +4,7 @@
 #include "figure/figure_lookup.h"
 #include "figure/pose_limits.h"
 #include "finder/browse_session.h"
+#include "finder/index_saves.h"
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
@@ -14,6 +15,7 @@
 #include "ground/plain_file.h"
 #include "ground/plugin_settings.h"
 #include "ground/qt_compat.h"
+#include "ground/save_lock.h"
 #include "ground/save_result.h"
 #include "ground/status_message.h"
 #include "ground/version_text.h"
@@ -62,6 +64,7 @@ static void findDataFiles()
 {
     locateDataFiles();
     migrateDataFiles();
+    removeLeftSaveLock();
     removeLeftovers(dataFiles().folder);
     removeLeftovers(dataFiles().customFolder);
     removeLeftovers(backupFolder());
@@ -193,7 +196,7 @@ DzQuillonPane::~DzQuillonPane()
             static_cast<DzQuillonPane*>(currentPane())->adoptTimers();
         return;
     }
-    logSaveResult(saveSettings());
+    logSaveResult(saveSettingsAndPosition());
     logSaveResult(writeRanks());
     removeAccessibleButtons();
     deleteTimers();

@@ -1,6 +1,7 @@
 #include "pane/quillonsettingsdlg.h"
 
 #include "finder/browse_session.h"
+#include "finder/index_saves.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
 
@@ -109,7 +110,7 @@ bool showSettings()
     if (dialog.exec() != QDialog::Accepted)
         return true;
     dialog.store();
-    const bool saved = saveSettings();
+    const bool saved = saveSettingsAndPosition();
     refreshPane();
     return saved;
 }
