@@ -57,7 +57,7 @@ bool writeCrashMarker()
 void removeCrashMarker()
 {
     QFile marker(dataFiles().crashMarker);
-    if (marker.exists() && !marker.remove())
+    if (!marker.remove() && marker.exists()) // one that cannot be looked at is removed all the same
         openPlainFile(&marker, QIODevice::WriteOnly | QIODevice::Truncate);
 }
 

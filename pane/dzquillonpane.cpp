@@ -31,6 +31,7 @@
 #include "pane/page_state.h"
 #include "pane/scaled_artwork.h"
 #include "posefile/pose_text.h"
+#include "posefile/swap_symmetrize.h"
 #include "services/update_notice.h"
 
 #include "dzaction.h"
@@ -68,6 +69,7 @@ static void findDataFiles()
     removeLeftovers(dataFiles().folder);
     removeLeftovers(dataFiles().customFolder);
     removeLeftovers(backupFolder());
+    removePassingPoses();
 }
 
 static void decoratePaneAction()

@@ -47,6 +47,11 @@ static void remove(const TempFiles& files)
     QFile::remove(files.rewritten);
 }
 
+void removePassingPoses()
+{
+    remove(tempFiles());
+}
+
 // A value is set only where the channel's own, written into the file, would read otherwise: the
 // rest of the pose gets no keys and does not lose the digits that the file has no room for.
 static void setWhereOther(DzFloatProperty* channel, DzTime time, float value)

@@ -25,8 +25,10 @@ struct Rewriting {
 };
 
 // Writes the figure's pose, rewrites it and applies that. The files are deleted after success and
-// stay otherwise.
+// stay otherwise, until the next command or the next start.
 bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how);
+
+void removePassingPoses(); // at a start: what an earlier failure or crash left
 
 // Swap (symmetrize off): the selected bones, their partners and the controls that drive them
 // exchange their values, mirrored; with the figure node selected the whole pose does.

@@ -146,7 +146,7 @@ private slots:
         const DzQuillonPane pane;
         dzHostCallHook = nullptr;
         const char* const expected
-            = "getDataFolderPath |getTempPath |" // files
+            = "getDataFolderPath |getTempPath |getTempPath |" // files, what a swap left
               "getBoolValue M|" // docked
               "getInterface MT|getContentMgr MT|getActionMgr MT|"
               "findAction MTP|getTempPath MTP|setIconFile MTP|" // pane action
@@ -154,6 +154,16 @@ private slots:
         QCOMPARE(seen, QString(expected).split('|'));
         QCOMPARE(pluginSettings().currentRank, qint32(2));
         QVERIFY(!QFile::exists(dataFiles().crashMarker));
+    }
+
+    void posesThatASwapLeftAreTidied()
+    {
+        const char* const left[] = {"/qlntemp_0DE54EF1.duf", "/qlntemp_0DE54EF2.duf"};
+        for (const char* name : left)
+            writeFile(dzApp->getTempPath() + QLatin1String(name), "left");
+        const DzQuillonPane pane;
+        for (const char* name : left)
+            QVERIFY(!QFile::exists(dzApp->getTempPath() + QLatin1String(name)));
     }
 
     // A crash of any reader is found out by the next start.
