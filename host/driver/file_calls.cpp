@@ -23,8 +23,12 @@
 
 namespace {
 
+const char kMemoryDisk[] = "/dev/shm/";
+
 bool isUsersPath(const char* path)
 {
+    if (std::strncmp(path, kMemoryDisk, sizeof kMemoryDisk - 1) == 0)
+        return true;
     static const char* const kSystem[] = {"/usr/", "/etc/", "/proc/", "/sys/", "/dev/", "/lib"};
     for (const char* start : kSystem)
         if (std::strncmp(path, start, std::strlen(start)) == 0)
