@@ -29,6 +29,8 @@ import sys
 import clang.cindex as ci
 from clang.cindex import CursorKind as Kind
 
+import host_names
+
 HERE = os.path.dirname(os.path.abspath(__file__))
 TABLE = os.path.join(HERE, "qt48_uses.tsv")
 ROOMS = "ground|figure|posefile|finder|services|pane|plugin"
@@ -138,7 +140,7 @@ class Unit:
         if file is None:
             return
         line, column = place(cursor.location)
-        if scope == "rule":
+        if scope in ("rule", host_names.SCOPE):
             pass
         elif scope == "macro":
             self.macros.add((file, line, column))
@@ -157,6 +159,7 @@ class Unit:
 
     def note(self, cursor):
         kind = cursor.kind
+        host_names.note(self, cursor)
         if kind == Kind.MACRO_INSTANTIATION:
             named = cursor.referenced
             if named is not None and is_qt(named):
@@ -390,7 +393,7 @@ def gather(source, build):
     os.makedirs(cache, exist_ok=True)
     kept_file = os.path.join(cache, "uses.json")
     kept = json.load(open(kept_file)) if os.path.exists(kept_file) else {}
-    own = digest([os.path.abspath(__file__)])
+    own = digest([os.path.abspath(__file__), host_names.__file__])
     jobs, result = [], {}
     for name, flags in units(source, build):
         old = kept.get(name)
@@ -487,6 +490,8 @@ def main():
     for file, rows in sorted(by_file.items()):
         for line, scope, name, count in sorted(rows):
             shown = f"{scope}::{name}" if scope not in ("", "macro", "host") else name
+            if scope == host_names.SCOPE:
+                continue
             if scope == "rule":
                 findings.append(f"{file}:{line}: {name}")
                 continue

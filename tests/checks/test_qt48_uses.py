@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """test_qt48_uses.py SOURCE BUILD WORK - shows that qt48_uses.py refuses each of the lines below that
 Qt 4.8 would, and no other, with the real table; also where two files that are read together give a
-name to two things. WORK: a folder for a small tree, removed at the end.
+name to two things; likewise host_calls.py. WORK: a folder for a small tree, removed at the end.
 """
 import json
 import os
@@ -9,6 +9,8 @@ import re
 import shutil
 import subprocess
 import sys
+
+import test_host_calls
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 BEFORE = """#include "dzquat.h"
@@ -79,7 +81,8 @@ def main():
             out.write(text)
     flags = flags_of_a_test(build)
     with open(os.path.join(work, "build", "compile_commands.json"), "w") as out:
-        json.dump([{"file": file, "command": flags} for file in files], out)
+        json.dump([{"file": file, "command": flags}
+                   for file in files + [test_host_calls.write(work)]], out)
     command = [os.path.join(HERE, "qt48_uses.py"), work, os.path.join(work, "build")]
     told = subprocess.run(command, stderr=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
     first = BEFORE.count("\n") + 1
@@ -91,6 +94,10 @@ def main():
         print(f"{what}: {name}: {texts[name].splitlines()[line - 1]}", file=sys.stderr)
     if wanted != found or told.returncode != 1:
         print(told.stderr, file=sys.stderr)
+        return 1
+    flaws = test_host_calls.flaws(work)
+    if flaws:
+        print("\n".join(flaws), file=sys.stderr)
         return 1
     shutil.rmtree(work)
     print(f"{len(wanted)} lines refused, {ACCEPTED.count(chr(10))} accepted")
