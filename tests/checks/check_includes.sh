@@ -5,7 +5,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 cd "$1"
 . "$here/sources.sh"
 
-mapfile -t files < <(list_sources plugin pane services finder posefile figure ground art host)
+mapfile -t files < <(list_sources plugin pane services finder posefile figure ground art host catalogue)
 [ ${#files[@]} -gt 0 ] || { echo "no source files in $1" >&2; exit 1; }
 # The stand-in's own headers, which the real SDK does not have, say so in their first lines.
 sdk=

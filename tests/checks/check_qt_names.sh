@@ -1,14 +1,14 @@
 #!/bin/bash
 # check_qt_names.sh ROOT - refuses what Qt 4.8 does not have. The plug-in's folders, the stand-in's
-# library and their unit tests must build with both toolkits; posebench, its tests and benches are
-# Qt 5 only.
+# library and their unit tests must build with both toolkits; posebench, the
+# catalogue, their tests and benches are Qt 5 only.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 cd "$1"
 . "$here/sources.sh"
 
 mapfile -t files < <(list_sources plugin pane services finder posefile figure ground art host tests |
-    grep -vE '^host/(body|posebench|driver)/|^tests/(e2e|unit/(body|posebench|driver))/' |
+    grep -vE '^host/(body|posebench|driver)/|^tests/(e2e|catalogue|unit/(body|posebench|driver|catalogue))/' |
     grep -vE '^tests/reference/(figure_renderer|raster|scene_mesh|index_tables|[a-z]*_passes)')
 [ ${#files[@]} -gt 0 ] || { echo "no source files in $1" >&2; exit 1; }
 findings=$(awk -f "$here/strip.awk" -f "$here/qt_statements.awk" "${files[@]}")

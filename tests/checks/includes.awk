@@ -2,7 +2,9 @@
 # > ground > host SDK, each may include itself and what stands right of it. Tables of art/ are the
 # pane's. Nothing but host/, tests/ and bench/ includes host/ by path; host/ includes no plug-in
 # file. Its wings: driver > posebench > body > figures > dzcore, in full paths but for dzcore's
-# headers.
+# headers. The catalogue stands above finder and host/body: it includes nothing of services, pane and
+# plugin, of the host's window (posebench) nothing and of driver only how a program starts; nobody
+# includes it.
 # Variable sdk: the names of the SDK's headers, separated by blanks.
 BEGIN {
     count = split("ground figure posefile finder services pane plugin", rooms)
@@ -33,7 +35,7 @@ function wing_of(path) {
 }
 
 function check_wing(wing, path, to) {
-    if (to in rank || to == "art" || to == "tests" || to == "bench")
+    if (to in rank || to == "art" || to == "tests" || to == "bench" || to == "catalogue")
         finding("host/ includes nothing of the plug-in: " path)
     else if (wing == "dzcore" && to != "")
         finding("dzcore includes only its own headers: " path)
@@ -43,8 +45,20 @@ function check_wing(wing, path, to) {
         finding("headers of host/ are included with their folder: " path)
 }
 
+function check_catalogue(path, to) {
+    if (to == "services" || to == "pane" || to == "plugin" || to == "art" || to == "tests" || to == "bench")
+        finding("catalogue/ includes upwards: " path)
+    else if (to == "host" && path !~ /^host\/(dzcore|figures|body)\// \
+        && path !~ /^host\/driver\/(quiet_platform|utf8_locale)\.h$/)
+        finding("catalogue/ includes of the host what needs no window: " path)
+    else if (to == "" && path !~ /\.moc$/ && path !~ /^dz/)
+        finding("project headers are included with their folder: " path)
+}
+
 function check_room(room, path, to) {
-    if (to == "host")
+    if (to == "catalogue")
+        finding("nobody includes catalogue/: " path)
+    else if (to == "host")
         finding(path " is reached by its SDK name, \"" file_name(path) "\"")
     else if (to == "tests" || to == "bench")
         finding("the plug-in includes nothing of " to "/")
@@ -73,6 +87,8 @@ FNR == 1 {
             check_room(room, path, to)
         else if (path !~ /\.moc$/ && !host_header[path])
             finding("\"" path "\" is no header of the SDK; project headers are included with their folder")
+    } else if (room == "catalogue") {
+        check_catalogue(path, to)
     } else if (room == "host") {
         check_wing(wing_of(FILENAME), path, to)
     }

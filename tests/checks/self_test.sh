@@ -11,7 +11,7 @@ failures=0
 # The tree that every row starts from; all checks accept it.
 fresh_tree() {
     rm -rf "$work"
-    mkdir -p "$work"/{plugin,pane,services,finder,posefile,figure,ground,art,tests/e2e,tests/reference}
+    mkdir -p "$work"/{plugin,pane,services,finder,posefile,figure,ground,art,catalogue,tests/e2e,tests/reference}
     mkdir -p "$work"/host/{dzcore,figures,body,posebench,driver}
     printf '// dznode.h - a thing with a place.\n#pragma once\n' >"$work/host/dzcore/dznode.h"
     printf '// dzhostcalls.h - a hook.\n// Not part of the interface.\n#pragma once\n' \
@@ -131,6 +131,7 @@ QVector<int> v; v.resize(3); v.remove(0);
 enum class Kind { A, B };
 ROWS
 accepts qt_names host/driver/main.cpp 'QJsonObject object; connect(a, &A::b, c, &C::d);'
+accepts qt_names catalogue/main.cpp 'QJsonObject object;'
 accepts qt_names tests/e2e/test_x.cpp 'QStringLiteral("x");'
 while IFS= read -r line; do
     refuses qt_names tests/test_x.cpp "$line"
@@ -183,6 +184,13 @@ refuses includes host/body/raster.cpp '#include "host/posebench/window.h"'
 refuses includes host/posebench/window.cpp '#include "host/driver/script_engine.h"'
 refuses includes host/posebench/window.cpp '#include "camera.h"'
 refuses includes host/driver/main.cpp '#include "pane/page_state.h"'
+refuses includes host/driver/main.cpp '#include "catalogue/picture_store.h"'
+refuses includes finder/scan.cpp '#include "catalogue/picture_store.h"'
+refuses includes catalogue/main.cpp '#include "pane/page_state.h"'
+refuses includes catalogue/main.cpp '#include "services/notice.h"'
+refuses includes catalogue/main.cpp '#include "host/posebench/window.h"'
+refuses includes catalogue/main.cpp '#include "host/driver/script_engine.h"'
+refuses includes catalogue/main.cpp '#include "picture_store.h"'
 refuses includes figure/quat.cpp '#include "pane/page_state.h"'
 accepts includes figure/quat.cpp '#include "ground/data_folder.h"'
 accepts includes figure/quat.cpp '#include "dznode.h"'
@@ -192,6 +200,10 @@ accepts includes pane/hover.cpp '#include "art/atlas_table.h"'
 accepts includes plugin/plugin_definition.cpp '#include "pane/dzquillonpane.h"'
 accepts includes plugin/plugin_definition.cpp '#include "plugin_definition.moc"'
 accepts includes host/driver/main.cpp '#include "dzhostcalls.h"'
+accepts includes catalogue/main.cpp '#include "finder/pose_index.h"'
+accepts includes catalogue/main.cpp '#include "host/body/pose_picture.h"'
+accepts includes catalogue/main.cpp '#include "host/driver/utf8_locale.h"'
+accepts includes catalogue/main.cpp '#include "dzscene.h"'
 accepts includes host/driver/main.cpp '#include "host/figures/figure_data.h"'
 accepts includes tests/test_x.cpp '#include "host/driver/command_line.h"'
 

@@ -141,6 +141,18 @@ starts run
 expect "a failed build ends it" [ $status = 1 ]
 expect "in one line" [ "$says" = "run: the build failed, see above" ]
 
+# ---- the catalogue
+fresh
+mkdir "$work/poses"
+tool quillon-catalogue
+mv "$tools/quillon-catalogue" "$tree/build/release/bin/"
+starts run --catalogue "$work/out" --content "$work/poses" --home "$work/other home"
+expect "the catalogue gets its options and no others" logged \
+    "quillon-catalogue $work/out --content $work/poses --home $work/other home"
+expect "only the catalogue is built for it" logged "ninja -C $tree/build/release quillon-catalogue"
+expect "posebench is not started" not_logged '^posebench '
+expect "and its home is not made" [ ! -e "$home" ]
+
 # ---- what posebench is told
 fresh
 starts run --headless

@@ -10,14 +10,14 @@ mkdir -p "$work"
 cmake --install "$build" --prefix "$work/first" >"$work/install.log"
 mv "$work/first" "$work/moved"
 cd "$work/moved"
-for file in bin/posebench plugins/Quillon.so share/doc/quillon/index.htm \
+for file in bin/posebench bin/quillon-catalogue plugins/Quillon.so share/doc/quillon/index.htm \
     share/quillon/figures/{Genesis8Female,Genesis8Male,Genesis8_1Female,Genesis8_1Male}.json; do
     if ! [ -s $file ]; then
         echo "not installed: $file" >&2
         exit 1
     fi
 done
-others=$(find . -type f | grep -vE '^\./(bin/posebench|plugins/Quillon\.so|lib/libdzcore\.so[.0-9]*|share/(doc/)?quillon/.*)$' || true)
+others=$(find . -type f | grep -vE '^\./(bin/posebench|bin/quillon-catalogue|plugins/Quillon\.so|lib/libdzcore\.so[.0-9]*|share/(doc/)?quillon/.*)$' || true)
 if [ -n "$others" ]; then
     echo "installed without need: $others" >&2
     exit 1
@@ -33,6 +33,9 @@ if (label != "installed figure") throw new Error("figure of another tree: " + la
 quit(0);
 JS
 QT_QPA_PLATFORM=offscreen bin/posebench --headless --home "$work/home" --script "$work/try.js"
+mkdir "$work/content"
+bin/quillon-catalogue "$work/catalogue" --content "$work/content" 2>/dev/null
+[ -s "$work/catalogue/index.htm" ] || { echo "the installed catalogue writes no page" >&2; exit 1; }
 if ! ldd plugins/Quillon.so | grep -F "$work/moved" | grep -F libdzcore >/dev/null; then
     echo "the plug-in does not use the library beside it:" >&2
     ldd plugins/Quillon.so >&2
