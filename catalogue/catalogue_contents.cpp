@@ -54,7 +54,7 @@ bool comesBefore(const QCollator& order, const CatalogueFile& a, const Catalogue
 
 template <typename Row> void sortByFolder(std::vector<Row>* rows)
 {
-    QCollator order(QLocale::c());
+    QCollator order(QLocale(QLocale::English)); // that of C knows no numbers
     order.setNumericMode(true);
     order.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(rows->begin(), rows->end(),

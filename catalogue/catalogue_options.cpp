@@ -26,7 +26,7 @@ const int kMostWorkers = 64;
 
 bool takeFolder(const QString& text, const char* option, QString* folder, QString* why)
 {
-    *folder = QFileInfo(text).absoluteFilePath();
+    *folder = QDir::cleanPath(QFileInfo(text).absoluteFilePath());
     if (!text.isEmpty() && QFileInfo(*folder).isDir())
         return true;
     *why = QString("%1: there is no folder '%2'").arg(QString(option), text);
@@ -74,7 +74,7 @@ bool takeOutput(const QString& text, CatalogueOptions* o, QString* why)
     if (!o->output.isEmpty())
         return false;
     why->clear();
-    o->output = QFileInfo(text).absoluteFilePath();
+    o->output = QDir::cleanPath(QFileInfo(text).absoluteFilePath());
     return true;
 }
 

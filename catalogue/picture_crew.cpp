@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <cstdio>
 #include <memory>
 
 namespace quillon {
@@ -41,12 +42,24 @@ private:
         return std::any_of(m_workers.begin(), m_workers.end(),
             [](const std::unique_ptr<QProcess>& each) { return each != nullptr; });
     }
+    // What the picture library has to say of a damaged picture is left out: it is done without.
+    static void passOn(QProcess* worker)
+    {
+        worker->setReadChannel(QProcess::StandardError);
+        while (worker->canReadLine()) {
+            const QByteArray line = worker->readLine();
+            if (!line.startsWith("libpng "))
+                std::fputs(line.constData(), stderr);
+        }
+        worker->setReadChannel(QProcess::StandardOutput);
+    }
     // In place of one that is gone.
     void hire(std::unique_ptr<QProcess>* place)
     {
         QProcess* worker = new QProcess;
         place->reset(worker);
-        worker->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        QObject::connect(
+            worker, &QProcess::readyReadStandardError, worker, [worker] { passOn(worker); });
         QObject::connect(worker, &QProcess::readyReadStandardOutput, worker,
             [this, worker] { answered(worker); });
         QObject::connect(worker, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished),

@@ -77,9 +77,8 @@ function fillPoseCell(cell, model, pose) {
   cell.title = folder ? folder + "/" + poses.name[pose] : poses.name[pose];
 }
 
-// Rounded down, so that only equal poses have 100 %.
 function percentText(likeness) {
-  return (Math.floor(likeness * 1000 + 1e-6) / 10).toFixed(1) + " %";
+  return (likeness * 100).toFixed(1) + " %";
 }
 
 function makePairCell() {
