@@ -193,9 +193,10 @@ class Page:
         return [each for each in self.contrasts() if each["ratio"] < least]
 
     def broken_pictures(self):
-        """Addresses of pictures that did not load. Those that wait to be scrolled to do not count."""
+        """Addresses of pictures that did not load. Those that wait to be scrolled to, or have no address, do not
+        count."""
         return self.wait(
-            "const all = [...document.images].filter(i => i.loading !== 'lazy' || i.complete);"
+            "const all = [...document.images].filter(i => i.getAttribute('src') && (i.loading !== 'lazy' || i.complete));"
             "return all.every(i => i.complete) && {broken: all.filter(i => !i.naturalWidth).map(i => i.src)};")["broken"]
 
     def errors(self):
