@@ -2,7 +2,7 @@
 "use strict";
 
 const kCategoryNames = ["All", "Sitting", "Standing", "Lying on the back", "Lying on the belly",
-  "Lying on the left side", "Lying on the right side", "Upside down"]; // by bit
+  "Lying on left side", "Lying on right side", "Upside down"]; // by bit
 const kFigureNames = ["Female", "Male"];
 const kRankNames = ["Unranked", "Favourite", "Hidden", "Custom library"];
 
