@@ -64,9 +64,14 @@ expect "an SDK without gzip needs zlib" says_so "set ZLIB_INCLUDE_DIR to the fol
 mkdir -p "$work/sdk_tree/plugins"
 : >"$work/sdk_tree/plugins/Quillon.so"
 cmake --install "$work/sdk_tree" --prefix "$work/release" >/dev/null
-says=$(cd "$work/release" && find . -type f ! -path './docs/*/pictures/*.png' | sort | tr '\n' ' ')
-expect "a release is the module and the guide with its pictures" \
+says=$(cd "$work/release" && find . -type f ! -path './docs/Plugins/Quillon/pictures/*.png' | sort | tr '\n' ' ')
+expect "a release is the module and the guide" \
     [ "$says" = "./docs/Plugins/Quillon/index.htm ./plugins/Quillon.so " ]
+says=$("$source/tests/checks/documents.py" "$work/release" 2>&1) || true
+expect "with all its pictures" [ "$says" = "all links of 1 documents lead somewhere" ]
+says=$(cd "$work/release/docs/Plugins/Quillon" && comm -13 <(grep -o 'pictures/[^"]*' index.htm | sort -u) \
+    <(find pictures -type f | sort))
+expect "and no other file" [ "$says" = "" ]
 
 for missing in include/dzplugin.h lib/x64/dzcore.lib lib/x64/QtScript4.lib include/QtGui; do
     rm -rf "$work/less" "$work/less_tree"

@@ -2,6 +2,7 @@
 # test_install.sh BUILD WORK - installs the built tree into a folder, moves that folder, and runs posebench
 # there: it must find the library, the plug-in and the figures beside itself.
 set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
 build=$1
 work=$2
 rm -rf "$work"
@@ -17,6 +18,7 @@ for file in bin/posebench bin/quillon-catalogue plugins/Quillon.so share/doc/qui
         exit 1
     fi
 done
+"$here/documents.py" .
 others=$(find . -type f | grep -vE '^\./(bin/posebench|bin/quillon-catalogue|plugins/Quillon\.so|lib/libdzcore\.so[.0-9]*|share/(doc/)?quillon/.*)$' || true)
 if [ -n "$others" ]; then
     echo "installed without need: $others" >&2
