@@ -1,27 +1,28 @@
 # prepare.sh - what ./run, ./test and tests/fuzz/run share: install, configure, build. Sourced, not run.
 # Needs: $root, the top folder of the sources; $me, the name to put before messages.
 # Gives: $build, the build tree, and its $preset, which a caller may set to others;
-# install_missing, configure, build_targets, fail.
+# packages_in, install_missing, configure, build_targets, fail.
 # Messages and build output go to stderr, so that stdout is the program's alone.
 # shellcheck shell=bash disable=SC2154
 
 preset=release
 build=$root/build/release
-# What tests need besides what is built: the formatter, what runs the scripts of the artwork, what
-# reads sources as the compiler does, and a browser with what presses its buttons.
-# shellcheck disable=SC2034
-test_packages=(clang-format-14 python3 python3-clang-14 chromium chromium-driver python3-selenium tidy)
 
 fail() {
     printf '%s: %s\n' "$me" "$*" >&2
     exit 1
 }
 
+# packages_in FILE: those of a list in packaging/, one a line.
+packages_in() {
+    grep -v '^#' "$root/packaging/$1" 2>/dev/null || fail "no package list $1 in packaging/"
+}
+
 # Names of the packages, listed or given, that are not installed; asks dpkg's own files, never the
 # network.
 missing_packages() {
     local wanted
-    wanted=$(grep -v '^#' "$root/packaging/debian-packages.txt") || fail "no package list in packaging/"
+    wanted=$(packages_in debian-packages.txt) || exit 1
     [ $# = 0 ] || wanted+=$(printf '\n%s' "$@")
     # dpkg-query says nothing about a package it has never heard of, hence the comparison
     # shellcheck disable=SC2086

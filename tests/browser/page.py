@@ -7,7 +7,7 @@ pointer and real keys, and with no network at all.
         assert not page.sideways() and not page.faint_texts()
 
 Sizes are CSS pixels. Everything that waits gives up after WAIT_S seconds with TimeoutException. Needs Debian's
-chromium, chromium-driver and python3-selenium (test_packages in packaging/prepare.sh).
+chromium, chromium-driver and python3-selenium (packaging/test-packages.txt).
 """
 import json
 import pathlib

@@ -22,7 +22,7 @@ fresh() {
     rm -rf "$work"
     mkdir -p "$tools" "$tree/packaging" "$tree/samples/People" "$tree/build/release/bin" "$work/home"
     cp "$source/run" "$source/test" "$tree/"
-    cp "$source/packaging/prepare.sh" "$source/packaging/debian-packages.txt" "$tree/packaging/"
+    cp "$source/packaging/prepare.sh" "$source/packaging/"*-packages.txt "$tree/packaging/"
     touch "$tree/build/release/build.ninja"
     for name in apt-get sudo cmake ninja ctest; do tool $name; done
     tool sudo 'exec "$@"'
@@ -101,6 +101,15 @@ fresh
 lacks chromium
 starts run --headless
 expect "who runs it gets none" not_logged '^apt-get '
+rm "$tree/packaging/debian-packages.txt"
+starts test
+expect "without the list of packages nothing is done" [ $status = 1 ]
+expect "and that is said" [ "$says" = "test: no package list debian-packages.txt in packaging/" ]
+fresh
+rm "$tree/packaging/test-packages.txt"
+starts test
+expect "a missing list of the tests' packages is told" \
+    grep -qxF "test: no package list test-packages.txt in packaging/" <<<"$says"
 fresh
 lacks ninja-build
 tool id 'echo 1000'
@@ -216,6 +225,8 @@ rm "$tree/build/fuzz/build.ninja"
 starts tests/fuzz/run sample
 expect "its tree is configured for it" logged "cmake --preset fuzz"
 expect "without a limit it is a minute" grep -q '^fuzz_sample -max_total_time=60 ' "$log"
+starts tests/fuzz/run --seconds 300 sample
+expect "or as many seconds as told" grep -q '^fuzz_sample -max_total_time=300 ' "$log"
 fuzz_tree 'echo "a.cpp:1: not so: b" >&2; exit 77'
 starts tests/fuzz/run
 expect "a finding fails it" [ $status = 1 ]
