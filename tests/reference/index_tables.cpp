@@ -116,8 +116,9 @@ static QString madePath(bool odd, int number, Dice* dice)
     const int folders = odd ? int(std::size(kFolders)) : kUsualFolders;
     const char* folder
         = kFolders[dice->below(8) ? dice->below(2) : dice->below(std::uint32_t(folders))];
-    return QString::fromUtf8(folder).arg(dice->below(400), 3, 10, QLatin1Char('0'))
-        + QString::number(number) + QLatin1String(kEnds[dice->below(6)]);
+    const QString maker = QString::number(1000 + dice->below(400)).mid(1);
+    return QString::fromUtf8(folder).replace(QLatin1String("%1"), maker) + QString::number(number)
+        + QLatin1String(kEnds[dice->below(6)]);
 }
 
 // ---- entries

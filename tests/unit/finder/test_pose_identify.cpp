@@ -4,6 +4,7 @@
 
 #include "finder/pose_identify.h"
 #include "reference/finder_reference.h"
+#include "reference/text_differential.h"
 
 using namespace quillon;
 
@@ -17,6 +18,7 @@ private slots:
     void wordsAreFoundWhereverTheyStand_data();
     void wordsAreFoundWhereverTheyStand();
     void codesEqualTheLiteralForm();
+    void madeTextsAgreeWithTheLiteralForms();
 
     void theHashIsOfAllBytes();
     void plainAndCompressedTwinsHaveOneHash();
@@ -144,6 +146,18 @@ void TestPoseIdentify::codesEqualTheLiteralForm()
         browsable += code == kFemaleCode || code == kMaleCode;
     }
     QVERIFY(browsable > 1000);
+}
+
+// compare_forms does the same with a thousand longer ones.
+void TestPoseIdentify::madeTextsAgreeWithTheLiteralForms()
+{
+    static const int kTexts = 2000, kMostBytes = 4000;
+    long bodies = 0;
+    for (quint64 seed = 1; seed <= kTexts; ++seed) {
+        std::string why;
+        QVERIFY2(reference::textsAgree(seed, kMostBytes, &bodies, &why), why.c_str());
+    }
+    QVERIFY(bodies > 100);
 }
 
 // ---- files
