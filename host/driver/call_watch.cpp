@@ -31,7 +31,8 @@ struct CallStack {
     int count;
 };
 
-// An address to return to may lie behind the end of its function; the call lies before it.
+// An address to return to may lie behind the end of its function; the call lies before it. (That of
+// a function is told the same way: what lies before it is of the same module.)
 bool describe(const void* returnAddress, Dl_info* info)
 {
     return dladdr(static_cast<const char*>(returnAddress) - 1, info) != 0;
@@ -73,9 +74,11 @@ bool isInFunction(const void* returnAddress, const char* function)
 // some of its own public functions on the way through others.)
 bool madeByPlugin(const CallStack& stack, const CallRow& call)
 {
-    const void* program = moduleAt(stack.frames[0]);
+    const void* program = moduleAt(reinterpret_cast<const void*>(&isPlugin));
     const void* library = nullptr;
-    int i = 1;
+    int i = 0;
+    while (i < stack.count && moduleAt(stack.frames[i]) != program)
+        ++i; // a sanitizer's own backtrace()
     for (; i < stack.count; ++i) {
         const void* module = moduleAt(stack.frames[i]);
         if (!library && module != program)
