@@ -457,10 +457,12 @@ void TestPoseScanner::aFigureThatGoesEndsTheScan()
     f.boxes.boxes.clear();
     ProgressLog log;
     bool isGone = false;
+    QScopedPointer<DzNode> takenOut;
     log.atChange() = [&](const QString& info) {
         if (isGone || !info.startsWith(goesAt))
             return;
         isGone = true;
+        takenOut.reset(deleted ? nullptr : f.figure);
         if (deleted)
             f.rig.scene.clear();
         else
