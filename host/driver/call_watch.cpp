@@ -31,8 +31,7 @@ struct CallStack {
     int count;
 };
 
-// An address to return to may lie behind the end of its function; the call lies before it. (That of
-// a function is told the same way: what lies before it is of the same module.)
+// An address to return to may lie behind the end of its function; the call lies before it.
 bool describe(const void* returnAddress, Dl_info* info)
 {
     return dladdr(static_cast<const char*>(returnAddress) - 1, info) != 0;
@@ -42,6 +41,12 @@ const void* moduleAt(const void* returnAddress) // null: unknown
 {
     Dl_info info;
     return describe(returnAddress, &info) ? info.dli_fbase : nullptr;
+}
+
+const void* thisProgram()
+{
+    Dl_info info;
+    return dladdr(reinterpret_cast<const void*>(&moduleAt), &info) ? info.dli_fbase : nullptr;
 }
 
 bool isPlugin(const void* returnAddress)
@@ -74,7 +79,7 @@ bool isInFunction(const void* returnAddress, const char* function)
 // some of its own public functions on the way through others.)
 bool madeByPlugin(const CallStack& stack, const CallRow& call)
 {
-    const void* program = moduleAt(reinterpret_cast<const void*>(&isPlugin));
+    const void* program = thisProgram();
     const void* library = nullptr;
     int i = 0;
     while (i < stack.count && moduleAt(stack.frames[i]) != program)
