@@ -20,8 +20,10 @@ tool() {
 # A copy of the commands in a tree that is configured and built, on a machine that lacks nothing.
 fresh() {
     rm -rf "$work"
-    mkdir -p "$tools" "$tree/packaging" "$tree/samples/People" "$tree/build/release/bin" "$work/home"
+    mkdir -p "$tools" "$tree/packaging" "$tree/samples/People" "$tree/build/release/bin" "$work/home" \
+        "$tree/.ci" "$tree/tests/coverage"
     cp "$source/run" "$source/test" "$tree/"
+    cp "$source/.ci/run" "$tree/.ci/"
     cp "$source/packaging/prepare.sh" "$source/packaging/"*-packages.txt "$tree/packaging/"
     touch "$tree/build/release/build.ninja"
     for name in apt-get sudo cmake ninja ctest; do tool $name; done
@@ -30,6 +32,8 @@ fresh() {
     tool dpkg-query 'for p in "$@"; do case $p in -*) ;; *) echo "installed $p" ;; esac; done'
     tool posebench
     mv "$tools/posebench" "$tree/build/release/bin/"
+    tool report.py
+    mv "$tools/report.py" "$tree/tests/coverage/"
     : >"$log"
 }
 
@@ -70,6 +74,43 @@ fresh
 starts test -R checks
 expect "options go to ctest" logged \
     "ctest --test-dir $tree/build/release --output-on-failure --no-tests=error --parallel $(nproc) -R checks"
+
+fresh
+starts test --sanitize
+expect "the sanitizers have a tree of their own" logged "cmake --preset asan"
+expect "everything in it is built" logged "ninja -C $tree/build/asan"
+expect "and what it changes is tested" logged \
+    "ctest --test-dir $tree/build/asan --output-on-failure --no-tests=error --parallel $(nproc) -LE sources"
+fresh
+starts test --sanitize=2/3 -R unit
+expect "a part of it is each third test" logged \
+    "ctest --test-dir $tree/build/asan --output-on-failure --no-tests=error --parallel $(nproc) -LE sources -I 2,,3 -R unit"
+fresh
+starts test --sanitize=0/3
+expect "a part that is none is refused" [ "$says" = "test: --sanitize=0/3: a part is told as in --sanitize=2/3" ]
+expect "before anything is built" not_logged '^ninja '
+fresh
+tool ctest 'exit 8'
+starts test --sanitize
+expect "a red test fails it" [ $status = 8 ]
+fresh
+lacks gcovr
+mkdir -p "$tree/build/coverage"
+touch "$tree/build/coverage/old.gcda"
+starts test --coverage
+expect "what only coverage needs is installed for it" logged \
+    "apt-get install -y -qq --no-install-recommends -o DPkg::Lock::Timeout=300 gcovr"
+expect "it has a tree of its own" logged "cmake --preset coverage"
+expect "what earlier tests reached is forgotten" [ ! -e "$tree/build/coverage/old.gcda" ]
+expect "and tells of the tests that ran" logged "report.py $tree $tree/build/coverage"
+for commits in 4 5; do
+    fresh
+    tool git "echo $commits"
+    starts .ci/run
+    expect "everything is tested first" logged "ninja -C $tree/build/release"
+    expect "then a third, by the number of commits" \
+        grep -q -- "-I $((commits % 3 + 1)),,3\$" "$log"
+done
 
 # ---- something missing
 fresh
