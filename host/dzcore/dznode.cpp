@@ -11,6 +11,7 @@
 #include "dzundoitem.h"
 #include "dzundostack.h"
 
+#include <QPointer>
 #include <QScopedPointer>
 
 #include <utility>
@@ -47,6 +48,7 @@ DzNode::~DzNode()
     }
     delete m_object;
     delete m_current;
+    forgetPlaces();
 }
 
 DzFloatProperty* DzNode::addChannel(
@@ -202,7 +204,7 @@ public:
     }
     ~DzPlaceChange() override
     {
-        if (--shares()[m_node] > 0)
+        if (!m_node || --shares()[m_node] > 0)
             return;
         shares().remove(m_node);
         if (!m_node->m_parent && !m_node->m_scene)
@@ -210,21 +212,28 @@ public:
     }
     void exchange() override
     {
+        if (!m_node)
+            return;
         const DzNode::Place present = m_node->place();
         m_node->moveTo(m_place);
         m_place = present;
     }
 
-private:
     static QHash<DzNode*, int>& shares()
     {
-        static QHash<DzNode*, int> g_shares;
+        static QHash<DzNode*, int>& g_shares = *new QHash<DzNode*, int>; // nodes may die at the end
         return g_shares;
     }
 
-    DzNode* m_node;
+private:
+    QPointer<DzNode> m_node; // null: it went with the one that it hung below
     DzNode::Place m_place;
 };
+
+void DzNode::forgetPlaces()
+{
+    DzPlaceChange::shares().remove(this);
+}
 
 DzNode::Place DzNode::place() const
 {

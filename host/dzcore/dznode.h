@@ -158,6 +158,7 @@ private:
     Place place() const;
     void moveTo(const Place&); // without undo
     void recordPlace(); // call before moveTo
+    void forgetPlaces(); // steps that moved it do nothing any more
     void detach(); // to nowhere, without undo
     void setSceneBelow(DzScene*);
     void structureDidChange(); // drops lookup tables above

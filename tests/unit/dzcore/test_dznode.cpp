@@ -8,6 +8,7 @@
 #include "dznode.h"
 #include "dzobject.h"
 
+#include <QPointer>
 #include <QtTest>
 
 static const double kPi = 3.14159265358979323846;
@@ -72,6 +73,7 @@ private slots:
     void reparentingInPlaceKeepsTheWorldTransform();
     void aNodeCannotHangBelowItself();
     void selectionFollowsTheScene();
+    void aStepOutlivesTheNodeThatItMoved();
     void bonesAreFoundByExactName();
     void aBonesChildrenHangOnItsParentWhenItGoes();
     void defaultsAreReadWithoutTouchingTheChannels();
@@ -353,6 +355,23 @@ void TestDzNode::selectionFollowsTheScene()
     QVERIFY(!dzScene->getPrimarySelection());
     dzUndoStack->undo();
     QCOMPARE(dzScene->findNode("b"), b);
+}
+
+// The figure goes with the last step that moved it, and takes the prop along that a later one
+// moved.
+void TestDzNode::aStepOutlivesTheNodeThatItMoved()
+{
+    DzFigure* figure = new DzFigure("f");
+    DzBone* hip = new DzBone("hip");
+    figure->addNodeChild(hip);
+    DzNode* prop = new DzNode("prop");
+    dzScene->addNode(figure);
+    dzScene->addNode(prop);
+    dzScene->removeNode(figure);
+    QVERIFY(hip->addNodeChild(prop));
+    const QPointer<DzNode> alive(prop);
+    dzUndoStack->clearAll();
+    QVERIFY(!alive);
 }
 
 void TestDzNode::bonesAreFoundByExactName()
