@@ -43,6 +43,9 @@ expect "an SDK folder configures" [ $status = 0 ]
 expect "the module is built" builds sdk_tree '^plugins/Quillon\.(so|dll): '
 expect "against dzcore.lib" grep -q "sdk/lib/x64/dzcore.lib" "$work/sdk_tree/build.ninja"
 expect "and its Qt" grep -q "sdk/lib/x64/QtGui4.lib" "$work/sdk_tree/build.ninja"
+for defined in QT_DLL UNICODE _UNICODE; do
+    expect "with $defined" grep -q -- "-D$defined " "$work/sdk_tree/build.ninja"
+done
 expect "by its moc" grep -q "sdk/bin/x64/moc" "$work/sdk_tree/build.ninja"
 expect "gzip by zlib, for there is no dzgzio.h" builds sdk_tree 'ground/.*/host_gzip_zlib'
 expect "alone" builds_not sdk_tree 'host_gzip_device'
@@ -93,6 +96,7 @@ configures qt4_tree -DQUILLON_QT=4 -DQUILLON_QT4_DIR="$work/qt4"
 expect "a Qt 4.8 prefix configures" [ $status = 0 ]
 expect "plug-in and library are built" builds qt4_tree '^lib/libdzcore\.so'
 expect "with unit tests" builds qt4_tree '^tests/test_ground'
+expect "and that of Qt 4.8's accessible buttons" builds qt4_tree 'test_accessible_qt4'
 expect "without posebench" builds_not qt4_tree 'bin/posebench'
 expect "against its libraries" grep -q "qt4/lib/libQtGui.so" "$work/qt4_tree/build.ninja"
 compiles() { # TREE FILE: the definitions that the file is compiled with
