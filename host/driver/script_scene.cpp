@@ -57,6 +57,16 @@ QScriptValue findNode(QScriptContext* context, QScriptEngine* engine)
     return toScript(engine, dzScene->findNode(textArgument(context, 0)));
 }
 
+QScriptValue getNumNodes(QScriptContext*, QScriptEngine*)
+{
+    return dzScene->getNumNodes();
+}
+
+QScriptValue getNode(QScriptContext* context, QScriptEngine* engine)
+{
+    return toScript(engine, dzScene->getNode(intArgument(context, 0, -1)));
+}
+
 // Every node, parents before their children.
 QScriptValue nodes(QScriptContext*, QScriptEngine* engine)
 {
@@ -153,6 +163,8 @@ const NativeRow kScene[] = {
     {"addProp", addProp},
     {"removeNode", removeNode},
     {"findNode", findNode},
+    {"getNumNodes", getNumNodes},
+    {"getNode", getNode},
     {"nodes", nodes},
     {"clear", clear},
     {"getPrimarySelection", getPrimarySelection},
