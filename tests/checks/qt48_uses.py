@@ -292,7 +292,10 @@ def included(unit, source):
     found = {}
     for cursor in unit.cursor.get_children():
         if cursor.kind == Kind.INCLUSION_DIRECTIVE and cursor.location.file is not None:
-            name = ci.conf.lib.clang_getIncludedFile(cursor)
+            try:
+                name = ci.conf.lib.clang_getIncludedFile(cursor)
+            except AssertionError:  # a generated file that is not made yet
+                continue
             if name and name.name.startswith(source + "/") \
                     and not os.path.relpath(name.name, source).startswith("build"):
                 found.setdefault(cursor.location.file.name, set()).add(os.path.normpath(name.name))
