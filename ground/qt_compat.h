@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFontMetrics>
+#include <QPaintDevice>
 #include <QString>
 
 namespace quillon {
@@ -27,6 +28,17 @@ inline int textWidth(const QFontMetrics& metrics, const QString& text)
     return metrics.horizontalAdvance(text);
 #else
     return metrics.width(text);
+#endif
+}
+
+// Pixels of the device for one of the coordinates that widgets use; 1 where there is no difference.
+inline double pixelRatio(const QPaintDevice* device)
+{
+#if QT_VERSION >= 0x050600
+    return device ? double(device->devicePixelRatioF()) : 1;
+#else
+    Q_UNUSED(device);
+    return 1;
 #endif
 }
 

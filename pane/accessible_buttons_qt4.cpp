@@ -59,7 +59,8 @@ public:
     {
         if (child == 0)
             return QAccessibleWidget::state(0);
-        return description(child).checked ? Checked : Normal;
+        const ButtonDescription d = description(child);
+        return (d.checked ? Checked : Normal) | (d.disabled ? Unavailable : Normal);
     }
 
 private:
@@ -68,7 +69,7 @@ private:
         const std::vector<ButtonDescription> list = describeButtons(widget()->size());
         if (child >= 1 && child <= int(list.size()))
             return list[size_t(child) - 1];
-        return {nullptr, QString(), QRect(), false, false};
+        return {nullptr, QString(), QRect(), false, false, false};
     }
 };
 
@@ -89,6 +90,13 @@ void installAccessibleButtons()
 void removeAccessibleButtons()
 {
     QAccessible::removeFactory(makeInterface);
+}
+
+// Children without objects have no events of their own here.
+void announceChanges(QWidget* pane)
+{
+    if (QAccessible::isActive())
+        QAccessible::updateAccessibility(pane, 0, QAccessible::NameChanged);
 }
 
 } // namespace quillon

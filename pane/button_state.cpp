@@ -1,8 +1,10 @@
 #include "pane/button_state.h"
 
 #include "finder/browse_session.h"
+#include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "ground/plugin_settings.h"
+#include "ground/status_message.h"
 #include "pane/hover.h"
 #include "pane/tool_tips.h"
 
@@ -84,6 +86,13 @@ static int readingOrder(const ButtonRow& row)
     return row.look == Look::Link ? 2 : row.look == Look::Square ? 1 : 0;
 }
 
+static bool isIdle(const ButtonRow& row)
+{
+    if (row.number == RankButton)
+        return isBusy() || pluginSettings().currentRank == CustomLibraryPose;
+    return isBusy() || (row.number == FolderButton && !poseEntry(pluginSettings().currentPose));
+}
+
 std::vector<ButtonDescription> describeButtons(const QSize& pane)
 {
     const QPoint pointer = hoverPosition();
@@ -92,7 +101,7 @@ std::vector<ButtonDescription> describeButtons(const QSize& pane)
         const QString name = nameFromTip(toolTip(row));
         if (!name.isEmpty()) // wells without a command have no tip
             list.push_back({row, name, hitRect(pane, *row, pointer), isSwitch(*row),
-                isSwitch(*row) && buttonState(*row) == 1});
+                isSwitch(*row) && buttonState(*row) == 1, isIdle(*row)});
     }
     std::stable_sort(
         list.begin(), list.end(), [](const ButtonDescription& a, const ButtonDescription& b) {

@@ -37,6 +37,7 @@ struct ButtonDescription {
     QRect rect; // pixels of the pane
     bool checkable;
     bool checked;
+    bool disabled; // a press would do nothing now
 };
 
 // Everything that can be pressed on the current page, in the order of dispatch.

@@ -240,6 +240,7 @@ void DzQuillonPane::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     paintPage(&painter, size());
+    announceChanges(this);
 }
 
 void DzQuillonPane::mousePressEvent(QMouseEvent* event)

@@ -138,6 +138,28 @@ void paintButtons(QPainter* painter, const QSize& pane, Page page)
 
 } // namespace
 
+QString pageText(PageText which)
+{
+    const bool browses = currentPage() == BrowsingPage;
+    switch (which) {
+    case CounterText:
+        return browses ? counterText() : QString();
+    case PoseText:
+        return browses ? poseLabelLines().join(QLatin1String(", ")) : QString();
+    case MessageText:
+        break;
+    }
+    return isStatusMessageShown() ? statusMessage().simplified() : QString();
+}
+
+QRect pageTextRect(const QSize& pane, PageText which)
+{
+    return canvasRect(pane,
+        which == CounterText    ? kCounterPlace
+            : which == PoseText ? kLabelPlace
+                                : kHeaderTextPlace);
+}
+
 // Status message before tip before notice.
 bool isNoticeShown()
 {

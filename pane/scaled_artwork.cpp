@@ -1,6 +1,7 @@
 #include "pane/scaled_artwork.h"
 
 #include "art/atlas_table.h"
+#include "ground/qt_compat.h"
 #include "pane/artwork.h"
 
 #include <QHash>
@@ -51,12 +52,16 @@ void drawArtwork(QPainter* painter, const QRect& rect, int button, int state)
     const AtlasCell* cell = atlasCell(button, state);
     if (!cell || rect.isEmpty())
         return;
-    const Key key(int(cell - kAtlasCells), qMakePair(rect.width(), rect.height()));
+    const QSize pixels = rect.size() * pixelRatio(painter->device()); // a picture in full detail
+    const Key key(int(cell - kAtlasCells), qMakePair(pixels.width(), pixels.height()));
     Cache& cells = scaled().cells;
     Cache::const_iterator found = cells.constFind(key);
     if (found == cells.constEnd())
-        found = cells.insert(key, scaledCell(*cell, rect.size()));
-    painter->drawPixmap(rect.topLeft(), *found);
+        found = cells.insert(key, scaledCell(*cell, pixels));
+    if (pixels == rect.size())
+        painter->drawPixmap(rect.topLeft(), *found);
+    else
+        painter->drawPixmap(rect, *found);
 }
 
 void keepArtworkFor(const QSize& pane)

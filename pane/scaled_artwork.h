@@ -1,5 +1,5 @@
-// scaled_artwork.h - pieces of the page images at the sizes in which they are drawn.
-// Owns: a cache of scaled pixmaps for one size of the pane. GUI thread only.
+// scaled_artwork.h - pieces of the page images at the sizes in which they are drawn, in pixels of
+// the screen. Owns: a cache of scaled pixmaps for one size of the pane. GUI thread only.
 #pragma once
 
 #include <QPixmap>

@@ -63,6 +63,8 @@ QScriptValue describe(QScriptEngine* engine, QAccessibleInterface* child, const 
     object.setProperty("role", QString(role));
     object.setProperty("state", stateOf(engine, child->state()));
     object.setProperty("rectangle", toScript(engine, QRectF(rect)));
+    if (QAccessibleActionInterface* actions = child->actionInterface())
+        object.setProperty("actions", toScript(engine, actions->actionNames()));
     object.setProperty("rect", object.property("rectangle"), QScriptValue::SkipInEnumeration);
     return object;
 }
