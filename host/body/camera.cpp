@@ -9,6 +9,7 @@ static const float kRadPerDeg = float(M_PI / 180);
 static const float kNearestCm = 10;
 static const float kFarthestCm = 5000;
 static const float kFrameMargin = 1.15f;
+static const int kFitSteps = 4; // each brings the distance closer to the right one
 
 View makeView(const Camera& camera, const QSize& size)
 {
@@ -67,6 +68,36 @@ void frameBox(Camera* camera, const DzBox3& box, const QSize& size)
     const float half = std::tan(0.5f * camera->fieldDeg * kRadPerDeg) * narrow;
     camera->target = box.getCenter();
     camera->distanceCm = std::max(kNearestCm, kFrameMargin * radius / half);
+}
+
+// The largest distance of a point from the picture's middle; 1 is the edge. A negative number: a
+// point lies behind the eye.
+static float reach(const Camera& camera, const std::vector<DzVec3>& points, const QSize& size)
+{
+    const View view = makeView(camera, size);
+    float largest = 0;
+    for (const DzVec3& point : points) {
+        float x, y, depth;
+        if (!projectPoint(view, point, &x, &y, &depth))
+            return -1;
+        largest
+            = std::max({largest, std::fabs(x / view.centerX - 1), std::fabs(y / view.centerY - 1)});
+    }
+    return largest;
+}
+
+void framePoints(Camera* camera, const std::vector<DzVec3>& points, const QSize& size, float fill)
+{
+    DzBox3 box;
+    for (const DzVec3& point : points)
+        box.include(point);
+    frameBox(camera, box, size); // from far enough for all of it
+    for (int step = 0; step < kFitSteps; ++step) {
+        const float share = reach(*camera, points, size);
+        if (share <= 0)
+            return;
+        zoomCamera(camera, share / fill);
+    }
 }
 
 Camera homeCamera()

@@ -6,6 +6,8 @@
 
 #include <QSize>
 
+#include <vector>
+
 namespace quillon {
 
 struct Camera {
@@ -31,6 +33,9 @@ void orbitCamera(Camera* camera, float yawDeg, float pitchDeg);
 void panCamera(Camera* camera, const QSize& size, float dxPx, float dyPx);
 void zoomCamera(Camera* camera, float factor); // below 1: closer; kept within 10 cm and 50 m
 void frameBox(Camera* camera, const DzBox3& box, const QSize& size); // invalid box: home
+// Looks at the middle of the points, from as near as all of them lie in the middle part of the
+// picture, fill of its width or height. No points: home.
+void framePoints(Camera* camera, const std::vector<DzVec3>& points, const QSize& size, float fill);
 Camera homeCamera();
 
 } // namespace quillon

@@ -204,21 +204,37 @@ void addBox(DzNode* node, bool highlight, SceneMesh* out)
 
 } // namespace
 
+static const FigureData* dataOf(const DzNode* node) // null: no figure
+{
+    QString why;
+    return node->inherits("DzFigure") && node->getObject()
+        ? figureData(node->getObject()->getName(), &why)
+        : nullptr;
+}
+
 SceneMesh sceneMesh(bool highlight)
 {
     SceneMesh mesh;
     for (int i = 0; dzScene && i < dzScene->getNumNodes(); ++i) {
         DzNode* node = dzScene->getNode(i);
-        QString why;
-        const FigureData* data = node->inherits("DzFigure")
-            ? figureData(node->getObject() ? node->getObject()->getName() : QString(), &why)
-            : nullptr;
-        if (data)
+        if (const FigureData* data = dataOf(node))
             addFigure(*data, static_cast<DzSkeleton*>(node), highlight, &mesh);
         else if (node->getObject() && node->getObject()->getGeometryBox().isValid())
             addBox(node, highlight, &mesh);
     }
     return mesh;
+}
+
+std::vector<DzVec3> skinPoints(const DzNode* figure)
+{
+    SceneMesh mesh;
+    if (const FigureData* data = dataOf(figure))
+        addFigure(*data, static_cast<DzSkeleton*>(const_cast<DzNode*>(figure)), false, &mesh);
+    std::vector<DzVec3> points;
+    points.reserve(mesh.vertices.size());
+    for (const SceneVertex& vertex : mesh.vertices)
+        points.push_back(vertex.position);
+    return points;
 }
 
 Lights makeLights(const View& view)

@@ -32,6 +32,9 @@ struct SceneMesh {
 // Of dzScene; empty without one. highlight: selected nodes are tinted with kSelectionColor.
 SceneMesh sceneMesh(bool highlight);
 
+// Where the skin of a figure is now, world, cm; empty for any other node.
+std::vector<DzVec3> skinPoints(const DzNode* figure);
+
 // The lamps go with the camera, so that no view is dark.
 struct Lights {
     DzVec3 key, fill, eyeward; // unit, towards the light

@@ -29,6 +29,31 @@ DzAppSetup appSetup(const CommandLine& c)
     return setup;
 }
 
+// The folder of a plug-in's documents in the tree that the program runs from; empty: none.
+static QString treeDocuments(const QString& plugin)
+{
+    const QString tree = QCoreApplication::applicationDirPath() + QString("/../");
+    for (const QString& folder : {QString("docs/") + plugin, "share/doc/" + plugin.toLower()})
+        if (QFileInfo(tree + folder + QString("/index.htm")).isFile())
+            return QFileInfo(tree + folder).canonicalFilePath();
+    return QString();
+}
+
+// Plug-ins are told HOME/docs, where a link leads to the documents of each.
+static void linkDocuments(const CommandLine& c)
+{
+    for (const QString& file : pluginFiles(c)) {
+        const QString plugin = QFileInfo(file).completeBaseName();
+        const QString documents = treeDocuments(plugin);
+        const QString link = c.home + QString("/docs/") + plugin;
+        if (documents.isEmpty() || QFileInfo(link).canonicalFilePath() == documents)
+            continue;
+        if (QFileInfo(link).isSymLink())
+            QFile::remove(link); // of a tree that was moved
+        QFile::link(documents, link);
+    }
+}
+
 bool createHome(const CommandLine& c, QString* why)
 {
     if (!QDir().mkpath(c.home)) {
@@ -44,6 +69,7 @@ bool createHome(const CommandLine& c, QString* why)
         folders += c.temp; // a host's temporary folder exists
     for (const QString& folder : std::as_const(folders))
         QDir().mkpath(folder);
+    linkDocuments(c);
     return true;
 }
 

@@ -13,7 +13,10 @@
 #include "dzplugin.h"
 #include "dzpluginloader.h"
 
+#include <QAction>
 #include <QEventLoop>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTimer>
 
 namespace quillon {
@@ -82,6 +85,26 @@ QScriptValue browsedFolders(QScriptContext*, QScriptEngine* engine)
     return toScript(engine, pane ? pane->browsedFolders() : QStringList());
 }
 
+// An entry of the window's menus by its labels, without mnemonics: menu("Help", "Guide"). False:
+// there is none, or it is disabled.
+QScriptValue menu(QScriptContext* context, QScriptEngine*)
+{
+    QList<QAction*> level = dzApp->getInterface()->menuBar()->actions();
+    QAction* found = nullptr;
+    for (int i = 0; i < context->argumentCount(); ++i) {
+        found = nullptr;
+        for (QAction* action : std::as_const(level))
+            if (action->text().remove('&') == textArgument(context, i))
+                found = action;
+        level = found && found->menu() ? found->menu()->actions() : QList<QAction*>();
+    }
+    if (!found || !found->isEnabled() || found->menu())
+        return false;
+    found->trigger();
+    settle();
+    return true;
+}
+
 QScriptValue wait(QScriptContext* context, QScriptEngine* engine)
 {
     QEventLoop loop;
@@ -104,6 +127,7 @@ const NativeRow kHost[] = {
     {"restartPlugin", restartPlugin},
     {"urls", urls},
     {"browsedFolders", browsedFolders},
+    {"menu", menu},
     {"wait", wait},
 };
 

@@ -12,8 +12,10 @@
 #include "host/driver/script_engine.h"
 #include "host/driver/widget_picture.h"
 #include "host/driver/widget_size.h"
+#include "host/figures/figure_data.h"
 #include "host/figures/figure_loader.h"
 #include "host/posebench/posebench_window.h"
+#include "host/posebench/preset_commands.h"
 #include "host/posebench/window_place.h"
 
 #include "dzapp.h"
@@ -44,12 +46,17 @@ bool select(const QString& name, QString* why)
 // The scene as asked for on the command line; a start is nothing to undo.
 bool setUpScene(const CommandLine& c, QString* why)
 {
-    if (!c.figure.isEmpty()) {
-        DzFigure* figure = loadFigure(c.figure, why);
+    const QString wanted
+        = c.figure.isEmpty() && !c.presets.isEmpty() ? figureNames().value(0) : c.figure;
+    if (!wanted.isEmpty()) {
+        DzFigure* figure = loadFigure(wanted, why);
         if (!figure)
             return false;
         dzScene->addNode(figure);
         figure->select(true);
+        dzScene->setPrimarySelection(figure);
+        if (!c.presets.isEmpty() && !applyPresetFiles(c.presets, figure, why))
+            return false;
     }
     if (!c.select.isEmpty() && !select(c.select, why))
         return false;

@@ -176,7 +176,7 @@ bool takeHelp(CommandLine* c, const QString&, QString*)
 // clang-format off
 const OptionRow kOptions[] = {
     {"--headless",   nullptr,     takeHeadless,   "no display; ends when the script ends, or runs the built-in demo"},
-    {"--home",       "DIR",       takeHome,       "everything the program writes goes below this folder"},
+    {"--home",       "DIR",       takeHome,       "everything the program writes goes below this folder (else $QUILLON_HOME, else quillon-posebench in the user's data folder)"},
     {"--data",       "DIR",       takeData,       "data folder told to plug-ins (else HOME/data)"},
     {"--temp",       "DIR",       takeTemp,       "temporary folder told to plug-ins (else HOME/temp)"},
     {"--content",    "DIR",       takeContent,    "a content directory; give it again for more"},
@@ -193,6 +193,21 @@ const OptionRow kOptions[] = {
 };
 // clang-format on
 
+bool isPreset(const QString& argument)
+{
+    return !argument.startsWith('-') && argument.endsWith(".duf", Qt::CaseInsensitive);
+}
+
+bool takePreset(CommandLine* c, const QString& file, QString* why)
+{
+    if (!QFileInfo(file).isFile()) {
+        *why = QString("pose preset '%1' does not exist").arg(file);
+        return false;
+    }
+    c->presets.append(absolute(file));
+    return true;
+}
+
 const OptionRow* findOption(const QString& name)
 {
     for (const OptionRow& row : kOptions)
@@ -206,6 +221,11 @@ bool readOptions(const QStringList& arguments, CommandLine* out, QString* why)
     for (int i = 0; i < arguments.size(); ++i) {
         const QString& name = arguments.at(i);
         const OptionRow* row = findOption(name);
+        if (!row && isPreset(name)) {
+            if (!takePreset(out, name, why))
+                return false;
+            continue;
+        }
         if (!row) {
             *why = name.startsWith('-') ? QString("unknown option '%1'; see --help").arg(name)
                                         : QString("unexpected argument '%1'; see --help").arg(name);
@@ -243,14 +263,27 @@ bool canBeFolder(const QString& path, QString* obstacle)
 
 } // namespace
 
+static QString defaultHome()
+{
+    const QString given = qEnvironmentVariable("QUILLON_HOME");
+    if (!given.isEmpty())
+        return absolute(given);
+    const QString data = qEnvironmentVariable("XDG_DATA_HOME");
+    return (QDir::isAbsolutePath(data) ? data : QDir::homePath() + QString("/.local/share"))
+        + QString("/quillon-posebench");
+}
+
 bool readCommandLine(const QStringList& arguments, CommandLine* out, QString* why)
 {
+    out->thumbnails = arguments == QStringList("--thumbnails"); // for the content library alone
+    if (out->thumbnails)
+        return true;
     if (!readOptions(arguments, out, why))
         return false;
     if (out->help)
         return true;
     if (out->home.isEmpty())
-        out->home = QDir::homePath() + QString("/.local/share/posebench");
+        out->home = defaultHome();
     QString obstacle;
     if (!canBeFolder(out->home, &obstacle)) {
         *why = QString("home '%1' cannot be used: '%2' is not a folder").arg(out->home, obstacle);
@@ -281,7 +314,9 @@ static QString callHelp()
 QString commandLineHelp()
 {
     QString text("posebench: a small posing application that loads plug-ins\n\n"
-                 "usage: posebench [options] [--script FILE [ARG...]]\n\n");
+                 "usage: posebench [options] [FILE.duf...] [--script FILE [ARG...]]\n\n"
+                 "  FILE.duf...           pose presets to apply, in their order, to the figure "
+                 "(without\n                        --figure to a Genesis8Female)\n");
     for (const OptionRow& row : kOptions) {
         const QString left = QString("  %1 %2").arg(QString(row.name), QString(row.value));
         text += left.leftJustified(24) + QString(row.help) + QString("\n");

@@ -15,12 +15,14 @@ struct CommandLine {
     bool help = false;
     bool headless = false;
     bool noPane = false;
+    bool thumbnails = false; // this process only makes pictures
     QString home; // absolute; the folder need not exist
     bool dataGiven = false, tempGiven = false;
     QString data, temp; // told to plug-ins as they were typed, also when empty
     QStringList content; // absolute, existing
     QStringList plugins; // absolute, existing, each file once; empty: those of the program's tree
     QString figure, select; // empty: none
+    QStringList presets; // absolute, existing
     QSize size; // of the window, pixels; invalid: its own choice
     QString proxyHost; // empty: no proxy given
     quint16 proxyPort = 0;

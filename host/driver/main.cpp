@@ -2,6 +2,7 @@
 #include "host/driver/bench_run.h"
 #include "host/driver/command_line.h"
 #include "host/driver/quiet_platform.h"
+#include "host/driver/thumbnail_helper.h"
 #include "host/driver/utf8_locale.h"
 
 #include <QApplication>
@@ -36,13 +37,16 @@ int main(int argc, char** argv)
         std::fputs(commandLineHelp().toUtf8().constData(), stdout);
         return 0;
     }
-    if (commandLine.headless)
+    if (commandLine.headless || commandLine.thumbnails)
         useQuietPlatform();
     else if (!hasDisplay())
         return refuse(QString("there is no display; use --headless"));
+    else
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling); // a screen may be dense
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     int qtArgc = 1; // the options are ours, not Qt's
     QApplication application(qtArgc, argv);
     QApplication::setApplicationName(QString("posebench"));
-    return runBench(commandLine);
+    return commandLine.thumbnails ? runThumbnailHelper() : runBench(commandLine);
 }

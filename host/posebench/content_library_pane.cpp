@@ -1,24 +1,33 @@
 #include "host/posebench/content_library_pane.h"
 
-#include "host/posebench/dark_theme.h"
-#include "host/posebench/pose_preset_io.h"
+#include "host/posebench/content_model.h"
+#include "host/posebench/content_view.h"
+#include "host/posebench/preset_commands.h"
 #include "host/posebench/scene_commands.h"
+#include "host/posebench/thumbnail_files.h"
+#include "host/posebench/thumbnail_store.h"
 
 #include "dzapp.h"
+#include "dzappsettings.h"
 #include "dzcontentmgr.h"
-#include "dzscene.h"
-#include "dzskeleton.h"
 
+#include <QComboBox>
+#include <QCoreApplication>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
-#include <QPainter>
+#include <QLineEdit>
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace quillon;
+
+static const char kSettings[] = "content_library";
+static const char kRecent[] = "recent";
+static const int kMostRecent = 10;
+static const int kSliceMs = 6; // of the walk, between two events
+static const int kPauseMs = 2;
 
 static QToolButton* toolButton(
     QStyle::StandardPixmap icon, const QString& tip, QObject* target, const char* slot)
@@ -26,36 +35,110 @@ static QToolButton* toolButton(
     QToolButton* button = new QToolButton;
     button->setIcon(button->style()->standardIcon(icon));
     button->setToolTip(tip);
+    button->setAccessibleName(tip);
     button->setAutoRaise(true);
     QObject::connect(button, SIGNAL(clicked()), target, slot);
     return button;
 }
 
+static QStringList contentDirectories()
+{
+    QStringList list;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
+    for (int i = 0; content && i < content->getNumContentDirectories(); ++i)
+        list << content->getContentDirectoryPath(i);
+    return list;
+}
+
+// Beside the program that runs; a test is none that could help.
+static ThumbnailSetup thumbnailSetup()
+{
+    const QString program = QCoreApplication::applicationFilePath();
+    const QString home = dzApp ? dzApp->getAppDataPath() : QString();
+    const bool helps = QFileInfo(program).fileName().startsWith("posebench") && !home.isEmpty();
+    return {home + "/thumbnails", helps ? program : QString(), kThumbnailBytes};
+}
+
+// ---- making --------------------------------------------------------------------------------
+
 DzContentLibraryPane::DzContentLibraryPane()
     : DzPane(tr("Content Library"))
-    , m_place(new QLabel)
-    , m_list(new QListWidget)
+    , m_store(new ThumbnailStore(thumbnailSetup(), this))
+    , m_model(new ContentModel(m_store, this))
+    , m_view(new ContentView)
+    , m_path(new QComboBox)
+    , m_order(new QComboBox)
+    , m_search(new QLineEdit)
+    , m_note(new QLabel)
     , m_up(toolButton(QStyle::SP_FileDialogToParent, tr("Folder above"), this, SLOT(goUp())))
+    , m_foundShown(0)
 {
-    m_list->setObjectName("contentList");
-    m_list->setIconSize(QSize(32, 32));
-    m_list->setUniformItemSizes(true);
-    m_place->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    QHBoxLayout* bar = new QHBoxLayout;
-    bar->addWidget(
-        toolButton(QStyle::SP_DirHomeIcon, tr("Content directories"), this, SLOT(showRoots())));
-    bar->addWidget(m_up);
-    bar->addWidget(m_place, 1);
-    bar->addWidget(toolButton(QStyle::SP_BrowserReload, tr("Read again"), this, SLOT(refresh())));
+    m_view->setObjectName("contentList");
+    m_view->setModel(m_model);
+    m_view->setAccessibleName(tr("Folders and poses"));
+    m_note->setEnabled(false);
     QVBoxLayout* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 0);
     layout->setSpacing(4);
-    layout->addLayout(bar);
-    layout->addWidget(m_list, 1);
-    connect(m_list, SIGNAL(itemDoubleClicked(QListWidgetItem*)), SLOT(openItem(QListWidgetItem*)));
+    layout->addWidget(makeBar());
+    layout->addWidget(makeSearch());
+    layout->addWidget(m_view, 1);
+    layout->addWidget(m_note);
+    m_slice.setInterval(kPauseMs);
+    connect(&m_slice, SIGNAL(timeout()), SLOT(searchOn()));
+    connect(m_view, SIGNAL(opened(QModelIndex)), SLOT(openIndex(QModelIndex)));
+    connect(m_view, SIGNAL(upWanted()), SLOT(goUp()));
+    connect(m_store, SIGNAL(changed()), m_view->viewport(), SLOT(update()));
+    m_path->addItems(recentFolders());
     showRoots();
 }
+
+DzContentLibraryPane::~DzContentLibraryPane()
+{
+}
+
+QWidget* DzContentLibraryPane::makeBar()
+{
+    m_path->setObjectName("contentPath");
+    m_path->setEditable(true);
+    m_path->setInsertPolicy(QComboBox::NoInsert);
+    m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_path->setToolTip(tr("Where one is; the recent folders"));
+    m_path->setAccessibleName(tr("Folder"));
+    m_path->setCompleter(nullptr);
+    connect(m_path->lineEdit(), SIGNAL(returnPressed()), SLOT(openTyped()));
+    connect(m_path, SIGNAL(activated(int)), SLOT(openTyped()));
+    QWidget* bar = new QWidget;
+    QHBoxLayout* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(
+        toolButton(QStyle::SP_DirHomeIcon, tr("Content directories"), this, SLOT(showRoots())));
+    layout->addWidget(m_up);
+    layout->addWidget(m_path, 1);
+    layout->addWidget(
+        toolButton(QStyle::SP_BrowserReload, tr("Read again"), this, SLOT(refresh())));
+    return bar;
+}
+
+QWidget* DzContentLibraryPane::makeSearch()
+{
+    m_search->setObjectName("contentSearch");
+    m_search->setPlaceholderText(tr("Find a pose in all content directories"));
+    m_search->setClearButtonEnabled(true);
+    m_order->setObjectName("contentOrder");
+    m_order->addItems({tr("By name"), tr("Newest first")});
+    m_order->setAccessibleName(tr("Order"));
+    connect(m_search, SIGNAL(textChanged(QString)), SLOT(search(QString)));
+    connect(m_order, SIGNAL(currentIndexChanged(int)), SLOT(sortAnew()));
+    QWidget* bar = new QWidget;
+    QHBoxLayout* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_search, 1);
+    layout->addWidget(m_order);
+    return bar;
+}
+
+// ---- what is shown -------------------------------------------------------------------------
 
 QString DzContentLibraryPane::currentFolder() const
 {
@@ -67,95 +150,88 @@ QStringList DzContentLibraryPane::browsedFolders() const
     return m_browsed;
 }
 
+int DzContentLibraryPane::picturesMade() const
+{
+    return m_store->made();
+}
+
 void DzContentLibraryPane::browseToNativeFolder(const QString& folder)
 {
     m_browsed << folder;
     showFolder(folder);
+    emit wantsToBeSeen();
 }
 
-void DzContentLibraryPane::addItem(const QString& text, const QString& path, const QIcon& icon)
+void DzContentLibraryPane::tell(const QString& note)
 {
-    QListWidgetItem* item = new QListWidgetItem(icon, text, m_list);
-    item->setData(Qt::UserRole, path);
-    item->setToolTip(path);
+    const int count = m_model->rowCount();
+    m_note->setText(!note.isEmpty() ? note
+            : count == 1            ? tr("1 entry")
+                                    : tr("%1 entries").arg(count));
 }
 
+void DzContentLibraryPane::show(std::vector<ContentEntry> entries)
+{
+    sortContent(ContentOrder(m_order->currentIndex()), &entries);
+    m_model->setEntries(std::move(entries));
+    m_view->scrollToTop();
+    tell(QString());
+}
+
+// The directories stand in the order in which they are searched.
 void DzContentLibraryPane::showRoots()
 {
     m_folder.clear();
-    m_list->clear();
     m_up->setEnabled(false);
-    m_place->setText(tr("Content directories"));
-    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
-    for (int i = 0; content && i < content->getNumContentDirectories(); ++i)
-        addItem(content->getContentDirectoryPath(i), content->getContentDirectoryPath(i),
-            style()->standardIcon(QStyle::SP_DriveHDIcon));
-}
-
-// A card with a little figure: presets without a picture of their own.
-static QIcon plainPresetIcon()
-{
-    QPixmap picture(64, 64);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(kTheme.line);
-    painter.drawRoundedRect(QRectF(6, 2, 52, 60), 6, 6);
-    painter.setBrush(kTheme.text);
-    painter.drawEllipse(QPointF(32, 17), 6.5, 6.5);
-    painter.setPen(QPen(kTheme.text, 5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPolyline(QPolygonF({QPointF(16, 24), QPointF(32, 29), QPointF(48, 24)}));
-    painter.drawLine(32, 29, 32, 41);
-    painter.drawPolyline(QPolygonF({QPointF(22, 55), QPointF(32, 41), QPointF(42, 55)}));
-    return QIcon(picture);
-}
-
-// A preset shows the picture of the same name beside it.
-static QIcon presetIcon(const QFileInfo& preset, const QIcon& plain)
-{
-    for (const char* extension : {".tip.png", ".png"}) {
-        const QString picture = preset.dir().filePath(preset.completeBaseName() + extension);
-        if (QFileInfo::exists(picture))
-            return QIcon(picture);
-    }
-    return plain;
+    m_path->setEditText(tr("Content directories"));
+    std::vector<ContentEntry> entries;
+    const QStringList roots = contentDirectories();
+    for (const QString& root : roots)
+        entries.push_back({root, root, true});
+    m_model->setEntries(std::move(entries));
+    tell(QString());
 }
 
 void DzContentLibraryPane::showFolder(const QString& folder)
 {
     m_folder = QDir::cleanPath(folder);
-    m_list->clear();
     m_up->setEnabled(true);
-    m_place->setText(QDir(m_folder).dirName());
-    m_place->setToolTip(m_folder);
-    const QDir dir(m_folder);
-    if (!dir.exists()) {
-        m_place->setText(tr("There is no folder %1").arg(m_folder));
-        return;
-    }
-    const QIcon folderIcon = style()->standardIcon(QStyle::SP_DirIcon);
-    const QIcon presetPlain = plainPresetIcon();
-    for (const QFileInfo& entry : dir.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name))
-        addItem(entry.fileName(), entry.absoluteFilePath(), folderIcon);
-    for (const QFileInfo& entry : dir.entryInfoList({"*.duf"}, QDir::Files, QDir::Name))
-        addItem(entry.completeBaseName(), entry.absoluteFilePath(), presetIcon(entry, presetPlain));
+    m_path->setEditText(m_folder);
+    m_path->setToolTip(m_folder);
+    std::vector<ContentEntry> entries;
+    const bool exists = readContentFolder(m_folder, &entries);
+    show(std::move(entries));
+    if (exists)
+        remember(m_folder);
+    else
+        tell(tr("There is no folder %1").arg(m_folder));
 }
 
 void DzContentLibraryPane::refresh()
 {
-    if (m_folder.isEmpty())
+    m_walk.reset();
+    if (!m_search->text().trimmed().isEmpty())
+        search(m_search->text());
+    else if (m_folder.isEmpty())
         showRoots();
     else
         showFolder(m_folder);
 }
 
+void DzContentLibraryPane::sortAnew()
+{
+    if (!m_search->text().trimmed().isEmpty())
+        showFound();
+    else if (!m_folder.isEmpty())
+        showFolder(m_folder);
+}
+
+// ---- going about ---------------------------------------------------------------------------
+
 void DzContentLibraryPane::goUp()
 {
-    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
-    for (int i = 0; content && i < content->getNumContentDirectories(); ++i)
-        if (m_folder == content->getContentDirectoryPath(i))
-            return showRoots();
+    if (m_folder.isEmpty() || contentDirectories().contains(m_folder))
+        return showRoots();
     QDir dir(m_folder);
     if (dir.cdUp())
         showFolder(dir.absolutePath());
@@ -163,22 +239,90 @@ void DzContentLibraryPane::goUp()
         showRoots();
 }
 
-void DzContentLibraryPane::openItem(QListWidgetItem* item)
+void DzContentLibraryPane::openTyped()
 {
-    const QString path = item->data(Qt::UserRole).toString();
-    if (QFileInfo(path).isDir()) {
-        showFolder(path);
-        return;
-    }
-    PosePreset preset;
-    QString why;
-    DzSkeleton* figure = figureToPose();
-    if (!figure)
-        emit message(tr("Select a figure to apply a pose."));
-    else if (!readPosePreset(path, &preset, &why))
-        emit message(why);
+    const QString folder = m_path->currentText().trimmed();
+    if (QFileInfo(folder).isDir())
+        showFolder(QFileInfo(folder).absoluteFilePath());
     else
-        emit message(tr("%1: %2 channels set.")
-                         .arg(preset.name)
-                         .arg(applyPosePreset(preset, figure, dzScene->getTime())));
+        tell(tr("There is no folder %1").arg(folder));
+}
+
+void DzContentLibraryPane::openIndex(const QModelIndex& index)
+{
+    const ContentEntry* entry = m_model->entryAt(index);
+    if (!entry)
+        return;
+    if (entry->isFolder) {
+        const QString folder = entry->path; // the entry goes with its list
+        m_search->clear();
+        return showFolder(folder);
+    }
+    QString text;
+    applyPresetFiles({entry->path}, figureToPose(), &text);
+    emit message(text);
+}
+
+// ---- recent folders ------------------------------------------------------------------------
+
+QStringList DzContentLibraryPane::recentFolders() const
+{
+    DzAppSettings settings((QLatin1String(kSettings)));
+    return settings.getStringValue(QLatin1String(kRecent)).split('\n', Qt::SkipEmptyParts);
+}
+
+void DzContentLibraryPane::remember(const QString& folder)
+{
+    QStringList recent = recentFolders();
+    recent.removeAll(folder);
+    recent.prepend(folder);
+    recent = recent.mid(0, kMostRecent);
+    DzAppSettings settings((QLatin1String(kSettings)));
+    settings.setStringValue(QLatin1String(kRecent), recent.join('\n'));
+    const QString text = m_path->currentText();
+    m_path->clear();
+    m_path->addItems(recent);
+    m_path->setEditText(text);
+}
+
+// ---- search --------------------------------------------------------------------------------
+
+void DzContentLibraryPane::search(const QString& text)
+{
+    if (text.trimmed().isEmpty()) {
+        m_slice.stop();
+        return m_folder.isEmpty() ? showRoots() : showFolder(m_folder);
+    }
+    if (!m_walk)
+        m_walk.reset(new ContentWalk(contentDirectories()));
+    showFound();
+    if (!m_walk->isDone())
+        m_slice.start();
+}
+
+void DzContentLibraryPane::searchOn()
+{
+    if (m_walk)
+        m_walk->goOn(kSliceMs);
+    const bool done = !m_walk || m_walk->isDone();
+    // Not after every slice: a list of all is made each time.
+    if (done || m_walk->found().size() > 2 * m_foundShown + 100)
+        showFound();
+    if (done)
+        m_slice.stop();
+}
+
+void DzContentLibraryPane::showFound()
+{
+    if (!m_walk)
+        return;
+    const QStringList words = m_search->text().split(' ', Qt::SkipEmptyParts);
+    std::vector<ContentEntry> entries;
+    for (const ContentEntry& entry : m_walk->found())
+        if (nameMatches(entry.name, words))
+            entries.push_back(entry);
+    m_foundShown = m_walk->found().size();
+    show(std::move(entries));
+    if (!m_walk->isDone())
+        tell(tr("%1 so far...").arg(m_model->rowCount()));
 }

@@ -1,9 +1,13 @@
 #include "host/posebench/host_menus.h"
 
 #include "host/posebench/content_library_pane.h"
+#include "host/posebench/guide_address.h"
+#include "host/posebench/keys_dialog.h"
 #include "host/posebench/plugin_list_dialog.h"
+#include "host/posebench/pose_menu.h"
 #include "host/posebench/pose_preset_io.h"
 #include "host/posebench/posebench_window.h"
+#include "host/posebench/preset_commands.h"
 #include "host/posebench/scene_commands.h"
 #include "host/posebench/status_line.h"
 #include "host/posebench/viewport.h"
@@ -13,7 +17,9 @@
 #include "dzaction.h"
 #include "dzactionmgr.h"
 #include "dzapp.h"
+#include "dzclassfactory.h"
 #include "dzcontentmgr.h"
+#include "dzplugin.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
 #include "dzundostack.h"
@@ -58,6 +64,12 @@ const char* const kSaveFilters[] = {"Pose preset (*.duf)", "Compressed pose pres
 
 } // namespace
 
+static QVariant callersData(QObject* sender)
+{
+    const QAction* action = qobject_cast<QAction*>(sender);
+    return action ? action->data() : QVariant();
+}
+
 static QAction* addAction(QMenu* menu, const QString& text, QObject* target, const char* slot,
     const QKeySequence& keys = QKeySequence())
 {
@@ -78,6 +90,7 @@ HostMenus::HostMenus(PoseBenchWindow* window)
     fillFileMenu();
     fillEditMenu();
     fillViewMenu();
+    new PoseMenu(menuAt("&Pose"), window);
     menuAt("&Window/Panes (Tabs)");
     fillHelpMenu();
     for (const char* signal : {SIGNAL(undoCaptionChanged(QString)),
@@ -150,7 +163,11 @@ void HostMenus::fillViewMenu()
 void HostMenus::fillHelpMenu()
 {
     QMenu* menu = menuAt("&Help");
+    addAction(menu, tr("&Guide"), this, SLOT(showGuide()), QKeySequence(Qt::Key_F1));
+    addAction(menu, tr("&Mouse and Keys..."), this, SLOT(showKeys()));
+    menu->addSeparator();
     addAction(menu, tr("About Installed &Plug-ins..."), this, SLOT(showPlugins()));
+    addPluginAbouts(menu);
     addAction(menu, tr("&About posebench..."), this, SLOT(showAbout()));
 }
 
@@ -197,12 +214,6 @@ void HostMenus::newScene()
     quillon::newScene();
 }
 
-static QVariant callersData(QObject* sender)
-{
-    const QAction* action = qobject_cast<QAction*>(sender);
-    return action ? action->data() : QVariant();
-}
-
 void HostMenus::loadFigure()
 {
     QString why;
@@ -237,14 +248,11 @@ void HostMenus::openPosePreset()
         m_window, tr("Open Pose Preset"), startFolder(), tr("Pose presets (*.duf);;All files (*)"));
     if (file.isEmpty())
         return;
-    PosePreset preset;
-    QString why;
-    if (!readPosePreset(file, &preset, &why)) {
-        QMessageBox::warning(m_window, tr("Open Pose Preset"), why);
-        return;
-    }
-    const int channels = applyPosePreset(preset, figure, dzScene->getTime());
-    m_window->statusLine()->say(tr("%1: %2 channels set.").arg(preset.name).arg(channels));
+    QString text;
+    if (applyPresetFiles({file}, figure, &text))
+        m_window->statusLine()->say(text);
+    else
+        QMessageBox::warning(m_window, tr("Open Pose Preset"), text);
 }
 
 void HostMenus::savePosePreset()
@@ -351,6 +359,46 @@ void HostMenus::showPlugins()
 {
     PluginListDialog dialog(m_window);
     dialog.exec();
+}
+
+void HostMenus::showGuide()
+{
+    QString why;
+    const QString guide = guideFile();
+    if (guide.isEmpty())
+        m_window->statusLine()->say(tr("No plug-in has a guide here."));
+    else if (!openAddress(guide, &why))
+        m_window->statusLine()->say(why);
+}
+
+void HostMenus::showKeys()
+{
+    showKeysDialog(m_window);
+}
+
+// A plug-in's own About: the action of that name, which it may switch on later than it is loaded.
+void HostMenus::addPluginAbouts(QMenu* menu)
+{
+    for (int i = 0; dzApp && i < dzApp->getNumPlugins(); ++i) {
+        const DzPlugin* plugin = dzApp->getPlugin(i);
+        for (int f = 0; f < plugin->getNumClassFactories(); ++f) {
+            const QString name = plugin->getClassFactory(f)->className();
+            if (!name.endsWith("AboutAction"))
+                continue;
+            const QString title = tr("About %1...").arg(plugin->getName());
+            addAction(menu, title, this, SLOT(showPluginAbout()))->setData(name);
+        }
+    }
+}
+
+void HostMenus::showPluginAbout()
+{
+    const QString name = callersData(sender()).toString();
+    DzAction* about = m_window->getActionMgr()->findAction(name);
+    if (about && about->isEnabled())
+        about->trigger();
+    else
+        m_window->statusLine()->say(tr("Open the plug-in's pane first: Window > Panes (Tabs)."));
 }
 
 void HostMenus::showAbout()

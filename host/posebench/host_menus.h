@@ -29,6 +29,9 @@ public slots:
     void setFloor(bool on);
     void setHighlight(bool on);
     void showPlugins();
+    void showGuide();
+    void showKeys();
+    void showPluginAbout(); // by the data of the action that calls
     void showAbout();
 
 private slots:
@@ -40,6 +43,7 @@ private:
     void fillEditMenu();
     void fillViewMenu();
     void fillHelpMenu();
+    void addPluginAbouts(QMenu* menu);
     QMenu* menuAt(const QString& path); // "&Window/Panes (Tabs)"; made when missing
 
     PoseBenchWindow* m_window;

@@ -1,11 +1,14 @@
 #include "host/posebench/plugin_list_dialog.h"
 
+#include "host/posebench/guide_address.h"
+
 #include "dzapp.h"
 #include "dzplugin.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -50,5 +53,7 @@ void PluginListDialog::showPlugin(int row)
 
 void PluginListDialog::openLink(const QUrl& url)
 {
-    dzApp->showURL(url.toString());
+    QString why;
+    if (!quillon::openAddress(url.toString(), &why))
+        QMessageBox::warning(this, windowTitle(), why);
 }

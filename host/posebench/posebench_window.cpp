@@ -4,7 +4,9 @@
 #include "host/posebench/dark_theme.h"
 #include "host/posebench/host_menus.h"
 #include "host/posebench/parameter_panel.h"
+#include "host/posebench/preset_commands.h"
 #include "host/posebench/reading_order.h"
+#include "host/posebench/scene_commands.h"
 #include "host/posebench/scene_tree_panel.h"
 #include "host/posebench/status_line.h"
 #include "host/posebench/time_panel.h"
@@ -45,6 +47,8 @@ PoseBenchWindow::PoseBenchWindow()
     DzContentLibraryPane* content = new DzContentLibraryPane;
     m_statusLine = new StatusLine(statusBar());
     connect(content, SIGNAL(message(QString)), m_statusLine, SLOT(say(QString)));
+    connect(content, SIGNAL(wantsToBeSeen()), SLOT(showContent()));
+    connect(m_viewport, SIGNAL(presetsDropped(QStringList)), SLOT(applyPresets(QStringList)));
     addPane(content, m_left);
     addPane(new DzSceneTreePane, m_rightTop);
     addPane(new DzParametersPane, m_rightBottom);
@@ -100,6 +104,25 @@ void PoseBenchWindow::placeOnScreen(const QSize& wanted)
         resize(wanted);
     else if (!quillon::restorePlace(this))
         setGeometry(quillon::fittedPlace(kWindowPx, screen()->availableGeometry()));
+}
+
+void PoseBenchWindow::applyPresets(const QStringList& files)
+{
+    QString text;
+    quillon::applyPresetFiles(files, quillon::figureToPose(), &text);
+    m_statusLine->say(text);
+}
+
+// Beside the pane that asks for it, and not in its place: a tab behind another one moves over to
+// the scene.
+void PoseBenchWindow::showContent()
+{
+    DzContentLibraryPane* content = contentPane();
+    DzPaneGroup* group = content->getPaneGroup();
+    const DzPane* inFront = group ? group->getCurrentPane() : nullptr;
+    if (inFront && inFront != content)
+        content->moveToGroup(group == m_rightTop ? m_left : m_rightTop);
+    getPaneMgr()->showPane(content);
 }
 
 bool PoseBenchWindow::focusNextPrevChild(bool next)

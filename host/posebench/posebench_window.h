@@ -24,6 +24,12 @@ public:
     // wanted: a size that is asked for, if it is one.
     void placeOnScreen(const QSize& wanted);
 
+public slots:
+    void applyPresets(const QStringList& files); // to the selected figure; tells what came of it
+
+private slots:
+    void showContent();
+
 protected:
     bool focusNextPrevChild(bool next) override; // in reading order
 

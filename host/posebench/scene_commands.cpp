@@ -1,5 +1,6 @@
 #include "host/posebench/scene_commands.h"
 
+#include "host/body/scene_mesh.h"
 #include "host/figures/figure_loader.h"
 #include "host/figures/prop_maker.h"
 
@@ -7,6 +8,8 @@
 #include "dzfigure.h"
 #include "dzscene.h"
 #include "dzundostack.h"
+
+#include <algorithm>
 
 namespace quillon {
 
@@ -68,24 +71,45 @@ DzSkeleton* figureToPose()
     return node ? node->getSkeleton() : nullptr;
 }
 
-static DzBox3 boxOf(const DzNode* node)
+static void addCorners(const DzBox3& box, std::vector<DzVec3>* points)
 {
-    if (!qobject_cast<const DzBone*>(node))
-        return node->getWSBoundingBox();
-    const DzVec3 margin(kBoneMarginCm, kBoneMarginCm, kBoneMarginCm);
-    const DzVec3 at = node->getWSPos();
-    return DzBox3(at - margin, at + margin);
+    const DzVec3 end[2] = {box.getMin(), box.getMax()};
+    for (int i = 0; box.isValid() && i < 8; ++i)
+        points->push_back(DzVec3(end[i & 1].m_x, end[i >> 1 & 1].m_y, end[i >> 2].m_z));
 }
 
-DzBox3 selectionBox()
+static void addPoints(const DzNode* node, std::vector<DzVec3>* points)
 {
-    DzBox3 box;
+    const DzVec3 margin(kBoneMarginCm, kBoneMarginCm, kBoneMarginCm);
+    const DzVec3 at = node->getWSPos();
+    if (qobject_cast<const DzBone*>(node))
+        return addCorners(DzBox3(at - margin, at + margin), points);
+    const std::vector<DzVec3> skin = skinPoints(node);
+    points->insert(points->end(), skin.begin(), skin.end());
+    if (skin.empty())
+        addCorners(node->getWSBoundingBox(), points);
+}
+
+std::vector<DzVec3> selectionPoints()
+{
+    std::vector<DzVec3> points;
     for (int i = 0; i < dzScene->getNumSelectedNodes(); ++i)
-        box.include(boxOf(dzScene->getSelectedNode(i)));
-    for (int i = 0; !box.isValid() && i < dzScene->getNumNodes(); ++i)
+        addPoints(dzScene->getSelectedNode(i), &points);
+    const bool nothingSelected = points.empty();
+    for (int i = 0; nothingSelected && i < dzScene->getNumNodes(); ++i)
         if (dzScene->getNode(i)->isRootNode())
-            box.include(boxOf(dzScene->getNode(i)));
-    return box;
+            addPoints(dzScene->getNode(i), &points);
+    return points;
+}
+
+bool lowestPoint(const DzSkeleton* figure, DzVec3* out)
+{
+    const std::vector<DzVec3> skin = figure ? skinPoints(figure) : std::vector<DzVec3>();
+    if (skin.empty())
+        return false;
+    *out = *std::min_element(
+        skin.begin(), skin.end(), [](const DzVec3& a, const DzVec3& b) { return a.m_y < b.m_y; });
+    return true;
 }
 
 } // namespace quillon

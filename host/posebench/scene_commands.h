@@ -2,9 +2,11 @@
 // Errors: null or false and *why as a sentence that can be shown.
 #pragma once
 
-#include "dzbox3.h"
+#include "dzvec3.h"
 
 #include <QString>
+
+#include <vector>
 
 class DzNode;
 class DzSkeleton;
@@ -18,6 +20,12 @@ void newScene(); // forgets every undo step
 
 void selectOnly(DzNode* node); // null: nothing
 DzSkeleton* figureToPose(); // that of the primary selection; null without
-DzBox3 selectionBox(); // of the selected nodes in the world, else of the whole scene
+
+// Around everything that is selected, else around the whole scene: the skin of figures as they are
+// posed, the corners of props, a little around bones. World, cm; empty: there is nothing.
+std::vector<DzVec3> selectionPoints();
+
+// Of the figure's skin. False: no figure, and *out is untouched.
+bool lowestPoint(const DzSkeleton* figure, DzVec3* out);
 
 } // namespace quillon

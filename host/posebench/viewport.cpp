@@ -2,6 +2,7 @@
 
 #include "host/body/scene_mesh.h"
 #include "host/posebench/dark_theme.h"
+#include "host/posebench/preset_commands.h"
 #include "host/posebench/scene_commands.h"
 
 #include "dznode.h"
@@ -9,6 +10,7 @@
 #include "dzskeleton.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -21,6 +23,8 @@ using namespace quillon;
 static const float kOrbitDegPerPx = 0.4f;
 static const float kZoomPerPx = 1.006f;
 static const float kZoomPerNotch = 0.88f;
+static const float kFrameShare = 0.86f; // of the picture that a framed selection fills
+static const float kOnFloorCm = 0.5f; // a figure this close to the floor stands on it
 static const int kRestMs = 120; // without a movement the picture is sharpened
 static const int kFullSamples = 2;
 static const int kDragSamples = 1;
@@ -29,6 +33,7 @@ ViewportWidget::ViewportWidget(QWidget* parent)
     : QWidget(parent)
     , m_drawnChange(0)
     , m_stale(true)
+    , m_hasLowest(false)
     , m_samples(kFullSamples)
     , m_dragging(false)
     , m_focusMarked(false)
@@ -37,6 +42,7 @@ ViewportWidget::ViewportWidget(QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(160, 120);
+    setAcceptDrops(true);
     m_rest.setSingleShot(true);
     m_rest.setInterval(kRestMs);
     connect(&m_rest, SIGNAL(timeout()), SLOT(sharpen()));
@@ -91,7 +97,7 @@ DzNode* ViewportWidget::nodeAt(const QPoint& px)
 
 void ViewportWidget::frameSelection()
 {
-    frameBox(&m_camera, selectionBox(), size());
+    framePoints(&m_camera, selectionPoints(), size(), kFrameShare);
     redraw(kFullSamples);
 }
 
@@ -219,38 +225,100 @@ static void paintJoint(QPainter* painter, const Camera& camera, const QSize& siz
     painter->drawEllipse(QPointF(x, y), 4.5, 4.5);
 }
 
-void ViewportWidget::paintLegend(QPainter* painter) const
+static void paintLabel(QPainter* painter, const QPoint& at, const QString& text)
 {
-    const QString text = selectionText();
-    if (text.isEmpty())
-        return;
-    const QRect box = painter->fontMetrics().boundingRect(text).adjusted(-9, -5, 9, 5);
-    const QRect place(QPoint(10, 10), box.size());
+    const QRect bounds = painter->fontMetrics().boundingRect(QRect(), Qt::AlignLeft, text);
+    const QRect place(at, bounds.size() + QSize(18, 10));
     painter->setPen(Qt::NoPen);
     painter->setBrush(QColor(20, 22, 26, 150));
     painter->drawRoundedRect(place, 4, 4);
     painter->setPen(kTheme.text);
-    painter->drawText(place, Qt::AlignCenter, text);
+    painter->drawText(place.adjusted(9, 5, -9, -5), Qt::AlignLeft, text);
+}
+
+void ViewportWidget::paintLegend(QPainter* painter) const
+{
+    QString text = selectionText();
+    if (text.isEmpty())
+        return;
+    if (m_hasLowest)
+        text += QLatin1Char('\n') + heightText(m_lowest.m_y);
+    paintLabel(painter, QPoint(10, 10), text);
+}
+
+QString quillon::heightText(float cm)
+{
+    if (std::fabs(cm) < kOnFloorCm)
+        return QObject::tr("On the floor");
+    const QString length = QString::number(std::fabs(cm), 'f', 1);
+    return cm > 0 ? QObject::tr("%1 cm above the floor").arg(length)
+                  : QObject::tr("%1 cm below the floor").arg(length);
+}
+
+// From the lowest point straight to the floor.
+static void paintHeight(
+    QPainter* painter, const Camera& camera, const QSize& size, const DzVec3& lowest)
+{
+    float x, y, floorX, floorY, depth;
+    const View view = makeView(camera, size);
+    const DzVec3 onFloor(lowest.m_x, 0, lowest.m_z);
+    if (std::fabs(lowest.m_y) < kOnFloorCm || !projectPoint(view, lowest, &x, &y, &depth)
+        || !projectPoint(view, onFloor, &floorX, &floorY, &depth))
+        return;
+    painter->setPen(QPen(kTheme.accent, 1.5, Qt::DashLine));
+    painter->drawLine(QPointF(x, y), QPointF(floorX, floorY));
+    painter->setPen(QPen(kTheme.accent, 1.5));
+    painter->drawLine(QPointF(floorX - 6, floorY), QPointF(floorX + 6, floorY));
+    paintLabel(
+        painter, QPoint(int(floorX) + 10, int((y + floorY) / 2) - 12), heightText(lowest.m_y));
+}
+
+void ViewportWidget::draw()
+{
+    const unsigned change = dzScene ? dzScene->changeCount() : 0;
+    const QSize pixels = size() * devicePixelRatioF();
+    if (!m_stale && change == m_drawnChange && m_image.size() == pixels)
+        return;
+    RenderOptions options = m_options;
+    options.samples = m_samples;
+    m_image = renderSceneImage(pixels, m_camera, options);
+    m_hasLowest = lowestPoint(figureToPose(), &m_lowest);
+    m_drawnChange = change;
+    m_stale = false;
 }
 
 void ViewportWidget::paintEvent(QPaintEvent*)
 {
-    const unsigned change = dzScene ? dzScene->changeCount() : 0;
-    if (m_stale || change != m_drawnChange || m_image.size() != size()) {
-        RenderOptions options = m_options;
-        options.samples = m_samples;
-        m_image = renderSceneImage(size(), m_camera, options);
-        m_drawnChange = change;
-        m_stale = false;
-    }
+    draw();
     QPainter painter(this);
-    painter.drawImage(0, 0, m_image);
+    painter.drawImage(rect(), m_image); // pixel by pixel, whatever the screen's density
     painter.setRenderHint(QPainter::Antialiasing);
     paintJoint(&painter, m_camera, size());
+    if (m_hasLowest)
+        paintHeight(&painter, m_camera, size(), m_lowest);
     paintLegend(&painter);
     if (m_focusMarked)
         paintFocusFrame(&painter, rect());
 }
+
+// ---- drops ---------------------------------------------------------------------------------
+
+void ViewportWidget::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!presetFilesOf(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void ViewportWidget::dropEvent(QDropEvent* event)
+{
+    const QStringList files = presetFilesOf(event->mimeData());
+    if (files.isEmpty())
+        return;
+    event->acceptProposedAction();
+    emit presetsDropped(files);
+}
+
+// ---- focus ---------------------------------------------------------------------------------
 
 // Marked only when the keyboard brought it: a click needs no mark.
 void ViewportWidget::focusInEvent(QFocusEvent* event)

@@ -2,6 +2,8 @@
 //   left click   selects what is under the pointer (Ctrl adds, empty floor clears)
 //   left drag    orbits          middle drag, Shift + left drag   pans
 //   right drag   zooms, so does the wheel      F  frames the selection      Home  first view
+//   drop of .duf files   tells which, for the selected figure
+// A line leads from the lowest point of the selected figure to the floor, with its length.
 // While it moves it is drawn with fewer samples and sharpened when it rests.
 #pragma once
 
@@ -11,6 +13,13 @@
 #include <QPoint>
 #include <QTimer>
 #include <QWidget>
+
+namespace quillon {
+
+// "12.3 cm above the floor"; a figure that stands on it is told so.
+QString heightText(float cm);
+
+} // namespace quillon
 
 class ViewportWidget : public QWidget {
     Q_OBJECT
@@ -31,6 +40,9 @@ public slots:
     void showView(float yawDeg, float pitchDeg); // same target and distance
     void refresh(); // the scene changed
 
+signals:
+    void presetsDropped(const QStringList& files);
+
 protected:
     void paintEvent(QPaintEvent*) override;
     void mousePressEvent(QMouseEvent*) override;
@@ -39,6 +51,8 @@ protected:
     void wheelEvent(QWheelEvent*) override;
     void keyPressEvent(QKeyEvent*) override;
     void focusInEvent(QFocusEvent*) override;
+    void dragEnterEvent(QDragEnterEvent*) override;
+    void dropEvent(QDropEvent*) override;
     void focusOutEvent(QFocusEvent*) override;
 
 private slots:
@@ -48,6 +62,7 @@ private:
     void redraw(int samples);
     void clickAt(const QPoint& px, bool add);
     void paintLegend(QPainter*) const;
+    void draw(); // m_image and what stands beside it, if they are not of this scene
 
     quillon::Camera m_camera;
     quillon::RenderOptions m_options;
@@ -55,6 +70,8 @@ private:
     quillon::PickMap m_pick;
     unsigned m_drawnChange; // dzScene's change count of m_image
     bool m_stale;
+    bool m_hasLowest;
+    DzVec3 m_lowest; // point of the selected figure, world, cm; of no meaning without a figure
     int m_samples;
     QPoint m_pressed, m_last;
     bool m_dragging;

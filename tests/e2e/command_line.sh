@@ -22,6 +22,7 @@ prepare() {
     cd "$work/box" || exit 1
     export HOME=$work/box/user TMPDIR=$work/box
     echo "this is a text" >file
+    cp file file.duf
     cp "$library" library.so
     find . | sort >"$work/before"
 }
@@ -66,6 +67,8 @@ done
 for proxy in 8080 host: host:0 host:99999 :80 ""; do
     refuses "is no proxy" --headless --home h --proxy "$proxy"
 done
+refuses "pose preset 'none.duf' does not exist" --headless --home h none.duf
+refuses "file.duf" --headless --home h file.duf # no preset inside
 refuses "screenshot" --headless --home h --screenshot none/x.png
 refuses "needs the name of a host call" --headless --home h --die-at ""
 refuses "'noSuchCall' is no call" --headless --home h --die-at noSuchCall
@@ -106,6 +109,38 @@ echo 'quit(Bench.plugins().length)' >count.js
 "$posebench" --headless --home h --plugin plugin.so --plugin ./content/../plugin.so --script count.js
 code=$?
 [ $code = 1 ] || complain "one plug-in is loaded, it was $code"
+
+# Presets are applied in their order, to a figure that comes by itself; a start is nothing to undo.
+prepare
+for pose in "one l 20" "two r 30" "three l 40"; do
+    read -r name side angle <<<"$pose"
+    echo "{\"asset_info\": {\"type\": \"preset_pose\"}, \"scene\": {\"animations\": [{
+        \"url\": \"name://@selection/${side}Shin:?rotation/x/value\", \"keys\": [[0, $angle]]}]}}" >"$name.duf"
+done
+cat >posed.js <<'JS'
+function x(bone) { return Scene.getPrimarySelection().findBone(bone).getXRotControl().getValue(); }
+quit(x("lShin") == 40 && x("rShin") == 30 && UndoStack.count() === 0
+    && Scene.getPrimarySelection().getName() == args[0] ? 0 : 1);
+JS
+"$posebench" --headless --home h one.duf two.duf three.duf --script posed.js Genesis8Female ||
+    complain "presets are applied"
+"$posebench" --headless --home h one.duf --figure Genesis8_1Male two.duf three.duf --script posed.js Genesis8_1Male ||
+    complain "presets are applied to the figure asked for"
+
+# The home: --home, else QUILLON_HOME, else a folder of the user's data.
+prepare
+homed() { # homed FOLDER VARIABLE=VALUE... -- the home that is used
+    local want=$1
+    shift
+    env -u QUILLON_HOME -u XDG_DATA_HOME "$@" "$posebench" --headless --no-pane \
+        --script "$here/outcomes/nothing.js" >/dev/null || complain "it runs with $*"
+    [ -d "$want/data" ] || complain "the home is $want with $*: $(find . -name data)"
+}
+homed "$work/box/mine" QUILLON_HOME="$work/box/mine"
+homed "$work/box/here" QUILLON_HOME=here XDG_DATA_HOME="$work/box/share"
+homed "$work/box/share/quillon-posebench" XDG_DATA_HOME="$work/box/share"
+homed "$work/box/user/.local/share/quillon-posebench"
+homed "$work/box/user2/.local/share/quillon-posebench" HOME="$work/box/user2" QUILLON_HOME=
 
 # The window is as large as was asked for, also where its panels want more.
 prepare

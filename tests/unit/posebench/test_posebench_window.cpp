@@ -20,7 +20,7 @@
 #include "dzundostack.h"
 
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QMenuBar>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -425,11 +425,11 @@ void TestPosebenchWindow::contentPaneRemembersFolders()
     QDir(m_dir->path()).mkpath("People/Poses");
     pane->browseToNativeFolder(m_dir->path() + "/People");
     QCOMPARE(pane->currentFolder(), m_dir->path() + "/People");
-    QListWidget* items = pane->findChild<QListWidget*>("contentList");
-    QCOMPARE(items->count(), 1);
-    QCOMPARE(items->item(0)->text(), QString("Poses"));
+    const QAbstractItemModel* items = pane->findChild<QListView*>("contentList")->model();
+    QCOMPARE(items->rowCount(), 1);
+    QCOMPARE(items->index(0, 0).data().toString(), QString("Poses"));
     pane->browseToNativeFolder("/nowhere");
-    QCOMPARE(items->count(), 0);
+    QCOMPARE(items->rowCount(), 0);
     QCOMPARE(pane->browsedFolders(),
         QStringList() << m_dir->path() + "/People"
                       << "/nowhere");
@@ -446,9 +446,9 @@ void TestPosebenchWindow::doubleClickAppliesAPose()
     file.close();
     DzContentLibraryPane* pane = m_window->contentPane();
     pane->browseToNativeFolder(m_dir->path());
-    QListWidget* items = pane->findChild<QListWidget*>("contentList");
-    QCOMPARE(items->count(), 1);
-    const QPoint at = items->visualItemRect(items->item(0)).center();
+    QListView* items = pane->findChild<QListView*>("contentList");
+    QCOMPARE(items->model()->rowCount(), 1);
+    const QPoint at = items->visualRect(items->model()->index(0, 0)).center();
     QTest::mouseClick(items->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     QTest::mouseDClick(items->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     QCOMPARE(channel(figure->findBone("lShin"), "XRotate")->getValue(), 40.f);

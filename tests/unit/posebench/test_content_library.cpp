@@ -1,0 +1,332 @@
+#include "room_tests.h"
+
+#include "bench_window_fixture.h"
+
+#include "host/posebench/content_library_pane.h"
+#include "host/posebench/preset_thumbnail.h"
+#include "host/posebench/thumbnail_files.h"
+#include "host/posebench/thumbnail_store.h"
+
+#include "dzcontentmgr.h"
+#include "dzpane.h"
+#include "dzpanegroup.h"
+#include "dzpanemgr.h"
+
+#include <QComboBox>
+#include <QDateTime>
+#include <QLineEdit>
+#include <QListView>
+#include <QScrollBar>
+
+#include <memory>
+
+using namespace quillon;
+
+static void write(const QString& path, const QByteArray& bytes, qint64 secondsAgo = 0)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    const bool open = file.open(QIODevice::WriteOnly);
+    Q_ASSERT(open);
+    Q_UNUSED(open);
+    file.write(bytes);
+    file.flush();
+    file.setFileTime(
+        QDateTime::currentDateTime().addSecs(-secondsAgo), QFileDevice::FileModificationTime);
+}
+
+static QByteArray bend(int degrees)
+{
+    return QString(
+        "{ \"asset_info\" : { \"type\" : \"preset_pose\" }, \"scene\" : { \"animations\" : "
+        "[ { \"url\" : \"name://@selection/lThighBend:?rotation/x/value\", \"keys\" : "
+        "[ [ 0, %1 ] ] } ] } }")
+        .arg(degrees)
+        .toUtf8();
+}
+
+static void writePicture(const QString& path, const QSize& size, Qt::GlobalColor color)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(color);
+    image.save(path, "PNG");
+}
+
+// Folders, search, order, pictures.
+class TestContentLibrary : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+    void listsFoldersBeforePresets();
+    void sortsByNameIgnoringCase();
+    void sortsByTime();
+    void findsByAllWordsInAllDirectories();
+    void aLinkThatLeadsBackIsWalkedOnce();
+    void pathLineOpensWhatIsTyped();
+    void recentFoldersAreRememberedOnce();
+    void enterOpensAndBackspaceGoesUp();
+    void showingAFolderLeavesTheOtherTabInSight();
+    void takesThePictureBesideThePreset_data();
+    void takesThePictureBesideThePreset();
+    void cacheKnowsAChangedPreset();
+    void oldestUsedPicturesGo();
+    void pictureShowsThePose();
+    void pictureNeedsTheFigureOfThePath();
+    void listsThousandsOfPresets();
+
+private:
+    QStringList shown() const;
+    QListView* view() const;
+    DzContentLibraryPane* pane() const;
+    QString dir(const QString& name) const;
+
+    std::unique_ptr<BenchWindow> m_bench;
+};
+
+void TestContentLibrary::init()
+{
+    m_bench.reset(new BenchWindow);
+}
+
+void TestContentLibrary::cleanup()
+{
+    m_bench.reset();
+}
+
+DzContentLibraryPane* TestContentLibrary::pane() const
+{
+    return m_bench->window->contentPane();
+}
+
+QListView* TestContentLibrary::view() const
+{
+    return pane()->findChild<QListView*>("contentList");
+}
+
+QStringList TestContentLibrary::shown() const
+{
+    QStringList names;
+    for (int i = 0; i < view()->model()->rowCount(); ++i)
+        names << view()->model()->index(i, 0).data().toString();
+    return names;
+}
+
+QString TestContentLibrary::dir(const QString& name) const
+{
+    return m_bench->home.path() + '/' + name;
+}
+
+// ---- lists ---------------------------------------------------------------------------------
+
+void TestContentLibrary::listsFoldersBeforePresets()
+{
+    for (const char* name : {"p/b.duf", "p/a.DUF", "p/note.txt", "p/.hidden.duf", "p/z/in.duf"})
+        write(dir(name), bend(1));
+    QFile::link(dir("p/z"), dir("p/link"));
+    QFile::link(dir("p/b.duf"), dir("p/c.duf"));
+    pane()->browseToNativeFolder(dir("p"));
+    QCOMPARE(shown(), QStringList({"link", "z", "a", "b", "c"}));
+}
+
+void TestContentLibrary::sortsByNameIgnoringCase()
+{
+    for (const char* name : {"p/Bee.duf", "p/apple.duf", "p/cat.duf", "p/Ant.duf"})
+        write(dir(name), bend(1));
+    pane()->browseToNativeFolder(dir("p"));
+    QCOMPARE(shown(), QStringList({"Ant", "apple", "Bee", "cat"}));
+}
+
+void TestContentLibrary::sortsByTime()
+{
+    write(dir("p/old.duf"), bend(1), 3000);
+    write(dir("p/new.duf"), bend(1), 10);
+    write(dir("p/middle.duf"), bend(1), 200);
+    pane()->browseToNativeFolder(dir("p"));
+    pane()->findChild<QComboBox*>("contentOrder")->setCurrentIndex(1);
+    QCOMPARE(shown(), QStringList({"new", "middle", "old"}));
+    pane()->findChild<QComboBox*>("contentOrder")->setCurrentIndex(0);
+    QCOMPARE(shown(), QStringList({"middle", "new", "old"}));
+}
+
+void TestContentLibrary::findsByAllWordsInAllDirectories()
+{
+    QTemporaryDir second;
+    m_bench->app.getContentMgr()->setContentDirectories({m_bench->home.path(), second.path()});
+    write(dir("People/a/Sit on Chair.duf"), bend(1));
+    write(dir("People/b/deep/er/chair sitting.duf"), bend(1));
+    write(dir("People/b/stand.duf"), bend(1));
+    write(second.path() + "/x/Sit by a CHAIR.duf", bend(1));
+    QLineEdit* search = pane()->findChild<QLineEdit*>("contentSearch");
+    QTest::keyClicks(search, "chair");
+    const QStringList chairs {"chair sitting", "Sit by a CHAIR", "Sit on Chair"};
+    QTRY_COMPARE(shown(), chairs);
+    QTest::keyClicks(search, " sit b");
+    QCOMPARE(shown(), QStringList({"Sit by a CHAIR"})); // at once: the names are known
+    search->clear();
+    QCOMPARE(shown().size(), 2); // the directories again
+}
+
+void TestContentLibrary::aLinkThatLeadsBackIsWalkedOnce()
+{
+    write(dir("p/q/one.duf"), bend(1));
+    QFile::link(dir("p"), dir("p/q/back"));
+    ContentWalk walk({dir("p")});
+    for (int i = 0; i < 1000 && !walk.isDone(); ++i)
+        walk.goOn(1);
+    QVERIFY(walk.isDone());
+    QCOMPARE(walk.found().size(), size_t(1));
+}
+
+void TestContentLibrary::pathLineOpensWhatIsTyped()
+{
+    write(dir("p/one.duf"), bend(1));
+    QLineEdit* line = pane()->findChild<QComboBox*>("contentPath")->lineEdit();
+    line->setText(dir("p"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(pane()->currentFolder(), dir("p"));
+    QCOMPARE(shown(), QStringList({"one"}));
+    line->setText(dir("none"));
+    QTest::keyClick(line, Qt::Key_Return);
+    QCOMPARE(pane()->currentFolder(), dir("p"));
+}
+
+void TestContentLibrary::recentFoldersAreRememberedOnce()
+{
+    for (const char* name : {"a", "b", "c"})
+        QDir().mkpath(dir(name));
+    for (const char* name : {"a", "b", "a", "c", "none"})
+        pane()->browseToNativeFolder(dir(name));
+    const QStringList recent {dir("c"), dir("a"), dir("b")};
+    QCOMPARE(pane()->recentFolders(), recent);
+    PoseBenchWindow later; // of the next run
+    const QComboBox* path = later.contentPane()->findChild<QComboBox*>("contentPath");
+    QCOMPARE(path->count(), 3);
+    QCOMPARE(path->itemText(0), dir("c"));
+}
+
+void TestContentLibrary::enterOpensAndBackspaceGoesUp()
+{
+    write(dir("p/q/one.duf"), bend(1));
+    pane()->browseToNativeFolder(dir("p"));
+    view()->setCurrentIndex(view()->model()->index(0, 0));
+    QTest::keyClick(view(), Qt::Key_Return);
+    QCOMPARE(pane()->currentFolder(), dir("p/q"));
+    QTest::keyClick(view(), Qt::Key_Backspace);
+    QCOMPARE(pane()->currentFolder(), dir("p"));
+}
+
+void TestContentLibrary::showingAFolderLeavesTheOtherTabInSight()
+{
+    DzPaneGroup* group = m_bench->window->getPaneMgr()->getPaneGroup(0);
+    DzPane* other = new DzPane("Plug-in");
+    m_bench->window->getPaneMgr()->addPane(other);
+    other->moveToGroup(group);
+    group->showPane(other);
+    QVERIFY(other->isVisible() && !pane()->isVisible());
+    QDir().mkpath(dir("p"));
+    pane()->browseToNativeFolder(dir("p"));
+    QVERIFY(other->isVisible());
+    QVERIFY(pane()->isVisible());
+    QCOMPARE(pane()->currentFolder(), dir("p"));
+    DzPaneGroup* second = pane()->getPaneGroup();
+    pane()->browseToNativeFolder(m_bench->home.path());
+    QCOMPARE(pane()->getPaneGroup(), second); // it stays there
+}
+
+// ---- pictures ------------------------------------------------------------------------------
+
+void TestContentLibrary::takesThePictureBesideThePreset_data()
+{
+    QTest::addColumn<QString>("picture");
+    QTest::newRow("name.duf.png") << "sit.duf.png";
+    QTest::newRow("name.tip.png") << "sit.tip.png";
+    QTest::newRow("name.png") << "sit.png";
+}
+
+void TestContentLibrary::takesThePictureBesideThePreset()
+{
+    QFETCH(QString, picture);
+    write(dir("p/sit.duf"), bend(1));
+    QVERIFY(ownPicture(dir("p/sit.duf")).isEmpty());
+    writePicture(dir("p/") + picture, QSize(91, 91), Qt::green);
+    QCOMPARE(ownPicture(dir("p/sit.duf")), dir("p/") + picture);
+    ThumbnailStore store({dir("thumbnails"), QString(), kThumbnailBytes});
+    QVERIFY(store.thumbnail(dir("p/sit.duf")).isNull());
+    QTRY_VERIFY(!store.thumbnail(dir("p/sit.duf")).isNull());
+    QCOMPARE(store.thumbnail(dir("p/sit.duf")).toImage().pixelColor(40, 40), QColor(Qt::green));
+    QCOMPARE(store.made(), 0);
+}
+
+void TestContentLibrary::cacheKnowsAChangedPreset()
+{
+    const QString preset = dir("p/sit.duf"), folder = dir("thumbnails");
+    write(preset, bend(1), 500);
+    const QString first = thumbnailFile(folder, preset);
+    QCOMPARE(thumbnailFile(folder, preset), first);
+    write(preset, bend(1), 400); // another time
+    const QString second = thumbnailFile(folder, preset);
+    QVERIFY(second != first);
+    write(preset, bend(123), 400); // another size
+    QVERIFY(thumbnailFile(folder, preset) != second);
+    write(dir("q/sit.duf"), bend(123), 400); // another path
+    QVERIFY(thumbnailFile(folder, dir("q/sit.duf")) != thumbnailFile(folder, preset));
+    QVERIFY(thumbnailFile(folder, dir("none.duf")).isEmpty());
+}
+
+void TestContentLibrary::oldestUsedPicturesGo()
+{
+    const QByteArray kilobyte(1024, 'x');
+    for (int i = 0; i < 10; ++i)
+        write(dir(QString("t/%1.png").arg(i)), kilobyte, 1000 - i);
+    markUsed(dir("t/0.png")); // the oldest one, but used now
+    QCOMPARE(trimThumbnails(dir("t"), 10 * 1024), qint64(10 * 1024)); // at the limit: all stay
+    QVERIFY(trimThumbnails(dir("t"), 5 * 1024) <= 5 * 1024);
+    QVERIFY(QFileInfo(dir("t/0.png")).exists());
+    QVERIFY(QFileInfo(dir("t/9.png")).exists());
+    QVERIFY(!QFileInfo(dir("t/1.png")).exists());
+    QCOMPARE(QDir(dir("t")).entryList(QDir::Files).size(), 4); // nine tenths of the limit
+}
+
+void TestContentLibrary::pictureShowsThePose()
+{
+    write(dir("p/rest.duf"), bend(0));
+    write(dir("p/bent.duf"), bend(-80));
+    const QSize size(kThumbnailPx, kThumbnailPx);
+    QString why;
+    const QImage rest = presetThumbnail(dir("p/rest.duf"), size, &why);
+    const QImage bent = presetThumbnail(dir("p/bent.duf"), size, &why);
+    QCOMPARE(rest.size(), size);
+    QVERIFY(rest != bent);
+    QVERIFY(presetThumbnail(dir("p/rest.duf"), size, &why) == rest); // nothing of the other is left
+    QVERIFY(presetThumbnail(dir("p/none.duf"), size, &why).isNull());
+    QVERIFY(why.contains("none.duf"));
+}
+
+void TestContentLibrary::pictureNeedsTheFigureOfThePath()
+{
+    QCOMPARE(figureForPreset("/c/People/Genesis 8 Male/Poses/a.duf"), QString("Genesis8Male"));
+    QCOMPARE(
+        figureForPreset("/c/People/Genesis 8.1 Female/Poses/a.duf"), QString("Genesis8_1Female"));
+    QCOMPARE(figureForPreset("/c/anything/a.duf"), QString("Genesis8Female"));
+}
+
+// ---- many ----------------------------------------------------------------------------------
+
+void TestContentLibrary::listsThousandsOfPresets()
+{
+    QDir().mkpath(dir("many"));
+    for (int i = 0; i < 5000; ++i) {
+        QFile file(dir("many/pose %1.duf").arg(i * 7919 % 5000));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    pane()->browseToNativeFolder(dir("many"));
+    QCOMPARE(view()->model()->rowCount(), 5000);
+    QCOMPARE(shown().first(), QString("pose 0"));
+    view()->scrollToBottom();
+    QCoreApplication::processEvents();
+    QVERIFY(view()->indexAt(QPoint(20, view()->viewport()->height() / 2)).row() > 4950);
+}
+
+QUILLON_TEST(TestContentLibrary)
+#include "test_content_library.moc"

@@ -1,0 +1,241 @@
+#include "room_tests.h"
+
+#include "bench_window_fixture.h"
+
+#include "host/body/scene_mesh.h"
+#include "host/posebench/preset_commands.h"
+#include "host/posebench/viewport.h"
+
+#include "dzbone.h"
+#include "dzfloatproperty.h"
+
+#include <QDropEvent>
+#include <QMimeData>
+#include <QStatusBar>
+
+#include <memory>
+
+using namespace quillon;
+
+// What the picture shows of a figure wherever it is, and poses that are dropped on it.
+class TestViewing : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+    void cleanup();
+    void framingKeepsAllOfAFigureInView_data();
+    void framingKeepsAllOfAFigureInView();
+    void framingNothingShowsTheScene();
+    void framingABoneComesCloser();
+    void heightIsThatOfTheLowestPoint();
+    void heightLineLeadsToTheFloor();
+    void droppedPosesAreAppliedInTheirOrder();
+    void onlyPresetsAreTakenFromADrop();
+    void aBrokenFileAmongSeveralChangesNothing();
+
+private:
+    DzFloatProperty* hip(const char* channel) const;
+    QString preset(const QString& name, const char* bone, float degrees) const;
+    void drop(const QStringList& files) const;
+
+    std::unique_ptr<BenchWindow> m_bench;
+    DzFigure* m_figure = nullptr;
+};
+
+void TestViewing::init()
+{
+    m_bench.reset(new BenchWindow);
+    m_figure = m_bench->addFigure();
+}
+
+void TestViewing::cleanup()
+{
+    m_bench.reset();
+}
+
+DzFloatProperty* TestViewing::hip(const char* channel) const
+{
+    return static_cast<DzFloatProperty*>(m_figure->findBone("hip")->findProperty(channel));
+}
+
+// ---- framing -------------------------------------------------------------------------------
+
+static bool isInView(const ViewportWidget* view, const DzVec3& point)
+{
+    float x, y, depth;
+    return projectPoint(makeView(view->camera(), view->size()), point, &x, &y, &depth) && x > 0
+        && y > 0 && x < view->width() && y < view->height();
+}
+
+void TestViewing::framingKeepsAllOfAFigureInView_data()
+{
+    QTest::addColumn<QString>("channel");
+    QTest::addColumn<float>("value");
+    QTest::newRow("standing") << "YTranslate" << 0.f;
+    QTest::newRow("lifted by its hip") << "YTranslate" << 400.f;
+    QTest::newRow("below the floor") << "YTranslate" << -250.f;
+    QTest::newRow("lying on the back") << "XRotate" << -90.f;
+    QTest::newRow("lying on the side") << "ZRotate" << 90.f;
+    QTest::newRow("far away") << "ZTranslate" << -900.f;
+}
+
+void TestViewing::framingKeepsAllOfAFigureInView()
+{
+    QFETCH(QString, channel);
+    QFETCH(float, value);
+    ViewportWidget* view = m_bench->window->viewport();
+    hip(channel.toLatin1())->setIsClamped(false);
+    hip(channel.toLatin1())->setValue(value);
+    view->resize(300, 500); // narrow: a lying figure is wide
+    QTest::keyClick(view, Qt::Key_F);
+    const std::vector<DzVec3> skin = skinPoints(m_figure);
+    QVERIFY(skin.size() > 1000);
+    int across[2] = {view->width(), 0};
+    for (const DzVec3& point : skin) {
+        QVERIFY(isInView(view, point));
+        float x, y, depth;
+        projectPoint(makeView(view->camera(), view->size()), point, &x, &y, &depth);
+        across[0] = std::min(across[0], int(std::min(x, y)));
+        across[1] = std::max(across[1], int(std::max(x, y)));
+    }
+    QVERIFY(across[1] - across[0] > view->width() / 2); // and not from far away
+}
+
+void TestViewing::framingNothingShowsTheScene()
+{
+    selectOnly(nullptr);
+    hip("YTranslate")->setIsClamped(false);
+    hip("YTranslate")->setValue(500);
+    m_bench->window->viewport()->frameSelection();
+    for (const DzVec3& point : skinPoints(m_figure))
+        QVERIFY(isInView(m_bench->window->viewport(), point));
+}
+
+void TestViewing::framingABoneComesCloser()
+{
+    ViewportWidget* view = m_bench->window->viewport();
+    view->frameSelection();
+    const float whole = view->camera().distanceCm;
+    selectOnly(m_figure->findBone("lHand"));
+    view->frameSelection();
+    QVERIFY(view->camera().distanceCm < whole / 3);
+    QVERIFY(isInView(view, m_figure->findBone("lHand")->getWSPos()));
+}
+
+// ---- height --------------------------------------------------------------------------------
+
+void TestViewing::heightIsThatOfTheLowestPoint()
+{
+    DzVec3 lowest;
+    QVERIFY(lowestPoint(m_figure, &lowest));
+    const float standing = lowest.m_y;
+    QCOMPARE(heightText(standing), QString("On the floor"));
+    hip("YTranslate")->setValue(hip("YTranslate")->getValue() + 37.5f);
+    QVERIFY(lowestPoint(m_figure, &lowest));
+    QVERIFY(std::fabs(lowest.m_y - standing - 37.5f) < 0.01f); // sums of floats
+    QCOMPARE(heightText(37.5f), QString("37.5 cm above the floor"));
+    QCOMPARE(heightText(-2.04f), QString("2.0 cm below the floor"));
+    QVERIFY(!lowestPoint(nullptr, &lowest));
+}
+
+static int accentPixels(const QImage& image)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            count += c.red() > 230 && c.green() > 140 && c.green() < 200 && c.blue() < 90;
+        }
+    return count;
+}
+
+void TestViewing::heightLineLeadsToTheFloor()
+{
+    ViewportWidget* view = m_bench->window->viewport();
+    RenderOptions plain = view->renderOptions();
+    plain.highlight = false; // of the same colour
+    view->setRenderOptions(plain);
+    const int standing = accentPixels(view->grab().toImage());
+    hip("YTranslate")->setValue(hip("YTranslate")->getValue() + 40);
+    const int lifted = accentPixels(view->grab().toImage());
+    QVERIFY2(lifted > standing + 30, qPrintable(QString("%1, %2").arg(standing).arg(lifted)));
+}
+
+// ---- drops ---------------------------------------------------------------------------------
+
+QString TestViewing::preset(const QString& name, const char* bone, float degrees) const
+{
+    QFile file(m_bench->home.path() + '/' + name);
+    const bool open = file.open(QIODevice::WriteOnly);
+    Q_ASSERT(open);
+    Q_UNUSED(open);
+    file.write(QString("{ \"asset_info\" : { \"type\" : \"preset_pose\" }, \"scene\" : { "
+                       "\"animations\" : [ { \"url\" : \"name://@selection/%1:?rotation/x/value\", "
+                       "\"keys\" : [ [ 0, %2 ] ] } ] } }")
+                   .arg(bone)
+                   .arg(double(degrees))
+                   .toUtf8());
+    return file.fileName();
+}
+
+void TestViewing::drop(const QStringList& files) const
+{
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const QString& file : files)
+        urls << QUrl::fromLocalFile(file);
+    data.setUrls(urls);
+    ViewportWidget* view = m_bench->window->viewport();
+    QDragEnterEvent enter(view->rect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
+    enter.ignore(); // as the toolkit has it before it asks
+    QCoreApplication::sendEvent(view, &enter);
+    if (!enter.isAccepted())
+        return;
+    QDropEvent dropped(view->rect().center(), Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(view, &dropped);
+}
+
+static float shin(const DzFigure* figure, const char* bone)
+{
+    return static_cast<DzFloatProperty*>(figure->findBone(bone)->findProperty("XRotate"))
+        ->getValue();
+}
+
+void TestViewing::droppedPosesAreAppliedInTheirOrder()
+{
+    const int steps = m_bench->undo.getNumUndoItems();
+    drop(
+        {preset("a.duf", "lShin", 20), preset("b.duf", "rShin", 30), preset("c.DUF", "lShin", 40)});
+    QCOMPARE(shin(m_figure, "lShin"), 40.f);
+    QCOMPARE(shin(m_figure, "rShin"), 30.f);
+    QCOMPARE(m_bench->undo.getNumUndoItems(), steps + 1);
+    QCOMPARE(m_bench->undo.getUndoCaption(), QString("Apply 3 Poses"));
+    QVERIFY(m_bench->window->statusBar()->currentMessage().contains("3 channels set"));
+    m_bench->undo.undo();
+    QCOMPARE(shin(m_figure, "lShin"), 0.f);
+    drop({preset("d.duf", "lShin", 10)});
+    QCOMPARE(m_bench->undo.getUndoCaption(), QString("Apply Pose d"));
+}
+
+void TestViewing::onlyPresetsAreTakenFromADrop()
+{
+    drop({preset("a.txt", "lShin", 20)});
+    QCOMPARE(shin(m_figure, "lShin"), 0.f);
+    drop({preset("a.txt", "lShin", 20), preset("b.duf", "rShin", 30)});
+    QCOMPARE(shin(m_figure, "lShin"), 0.f);
+    QCOMPARE(shin(m_figure, "rShin"), 30.f);
+}
+
+void TestViewing::aBrokenFileAmongSeveralChangesNothing()
+{
+    QFile broken(m_bench->home.path() + "/broken.duf");
+    QVERIFY(broken.open(QIODevice::WriteOnly));
+    broken.write("no preset");
+    broken.close();
+    drop({preset("a.duf", "lShin", 20), broken.fileName()});
+    QCOMPARE(shin(m_figure, "lShin"), 0.f);
+    QVERIFY(m_bench->window->statusBar()->currentMessage().contains("broken.duf"));
+}
+
+QUILLON_TEST(TestViewing)
+#include "test_viewing.moc"
