@@ -3,6 +3,7 @@
 #include "host/body/figure_picture.h"
 #include "host/driver/modal_watch.h"
 #include "host/driver/painted_pane.h"
+#include "host/driver/pose_account.h"
 #include "host/driver/scan_report.h"
 #include "host/figures/figure_loader.h"
 
@@ -93,7 +94,7 @@ void answerNext(const char* button)
 }
 
 // How many poses are indexed then.
-int scan(Demo* demo, QStringList* report)
+int scan(Demo* demo, const QStringList& content, QStringList* report)
 {
     const int before = progressLog().size();
     answerNext("Yes");
@@ -109,7 +110,11 @@ int scan(Demo* demo, QStringList* report)
     const int indexed = kNumberAtEnd.match(outcome).captured(1).toInt();
     const QList<ProgressEntry> log = progressLog().mid(before);
     *report += QString("Scan: \"%1\" after %2 s").arg(outcome).arg(seconds, 0, 'f', 2);
-    for (const QString& line : phaseTable(countPhases(log, log.last().ms), indexed))
+    const QList<PhaseCount> phases = countPhases(log, log.last().ms);
+    for (const QString& line : phaseTable(phases, indexed))
+        *report += QString("  ") + line;
+    *report += QString("Where the presets went:");
+    for (const QString& line : accountLines(phases, indexed, countPresets(content)))
         *report += QString("  ") + line;
     return indexed;
 }
@@ -226,7 +231,7 @@ bool runFinderDemo(const QStringList& content, DemoResult* result, QString* why)
     result->report += QString("Figure: ") + figure->getName();
     for (const QString& directory : content)
         result->report += QString("Content: ") + directory;
-    if (scan(&demo, &result->report) == 0)
+    if (scan(&demo, content, &result->report) == 0)
         return false;
     browse(&demo, result);
     if (demo.missing.isNull())

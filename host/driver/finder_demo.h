@@ -2,7 +2,8 @@
 // from outside by presses on what the pane shows. It scans the content, walks through every
 // category, and takes pictures of some of the poses of each. Writes into the home
 //     contact-sheet.png   one row for each category: pictures with the names of the poses
-//     report.txt          counts for each phase of the scan and for each category
+//     report.txt          counts for each phase of the scan and for each category, and where the
+//                         presets went that are not indexed
 // The figure is the selected one, else a Genesis8Female. A memorized reference pose is replaced.
 #pragma once
 

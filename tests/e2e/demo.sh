@@ -55,6 +55,8 @@ Skipping mirrored poses
 Skipping similar poses
 Cleaning up
 PHASES
+tells '^ +16  poses indexed$'
+tells '^ +0  have the same content as another$'
 tells 'Scan: "Success! Indexed pose files: 16"'
 [ "$(od -An -t d4 -j 4 -N 4 h/data/Brannoc/Quillon/poseIndex_*.dat | tr -d ' ')" = 16 ] ||
     complain "the index file has 16 entries"
