@@ -126,6 +126,7 @@ function show(keep = false) {
   list.show(state.found.length);
   if (state.selected >= 0)
     list.bringIntoView(state.selected);
+  tellSelected();
   showDetails();
 }
 
@@ -151,7 +152,14 @@ function select(index, {details = state.details} = {}) {
   list.bringIntoView(state.selected);
   for (const [at, cell] of list.cells)
     mark(cell, at);
-  byId("list").setAttribute("aria-activedescendant", "item-" + state.selected);
+  tellSelected();
+}
+
+function tellSelected() {
+  if (state.selected < 0)
+    byId("list").removeAttribute("aria-activedescendant");
+  else
+    byId("list").setAttribute("aria-activedescendant", "item-" + state.selected);
 }
 
 function closeDetails() {
@@ -273,7 +281,7 @@ function pressListKey(key) {
     select(state.selected < 0 && Number.isFinite(step) ? 0 : state.selected + step);
   else if (key === "Enter")
     select(Math.max(0, state.selected), {details: true});
-  else if (key === "l" && state.view === "poses" && state.selected >= 0)
+  else if (key.toLowerCase() === "l" && state.view === "poses" && state.selected >= 0)
     like(state.found[state.selected]);
   else
     return false;

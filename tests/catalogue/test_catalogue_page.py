@@ -280,6 +280,8 @@ class TestCataloguePage(unittest.TestCase):
                         "return [e.getAttribute('role'), e.ariaSelected, e.ariaPosInSet, e.ariaSetSize, e.innerText.split('\\n')[0]]")
         self.assertEqual(told, ["option", "true", "5", "8", "Stand 5"])
         self.assertEqual(page.run("return document.querySelector('#details img').alt"), "Stand 5")
+        self.choose("figure", "Male")
+        self.assertFalse(page.run("return document.querySelector('#list').hasAttribute('aria-activedescendant')"))
 
     def test_tab_reaches_everything(self):
         page = self.page
