@@ -60,8 +60,13 @@ def faults(file, folder):
             yield link
 
 
+NO_DOCUMENTS = ("catalogue/page",)  # its links lead to what the program writes beside it
+
+
 def documents(folder):
     for top, folders, files in os.walk(folder):
+        if os.path.relpath(top, folder) in NO_DOCUMENTS:
+            continue
         folders[:] = sorted(f for f in folders if not f.startswith(".") and f != "build")
         yield from (Path(top, f) for f in sorted(files) if f.endswith((".md", ".htm")))
 
