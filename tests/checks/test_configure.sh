@@ -75,6 +75,9 @@ expect "with all its pictures" [ "$says" = "all links of 1 documents lead somewh
 says=$(cd "$work/release/docs/Plugins/Quillon" && comm -13 <(grep -o 'pictures/[^"]*' index.htm | sort -u) \
     <(find pictures -type f | sort))
 expect "and no other file" [ "$says" = "" ]
+says=$(cd "$work/sdk_tree" && cpack -D CPACK_STRIP_FILES=OFF -B "$work/packed" 2>&1 &&
+    python3 -m zipfile -e "$work"/packed/Quillon-*.zip "$work/unpacked" && diff -r "$work/release" "$work/unpacked" && echo same) || true
+expect "cpack packs it as a zip, to be unpacked over the host's folder" [ "${says##*$'\n'}" = same ]
 
 for missing in include/dzplugin.h lib/x64/dzcore.lib lib/x64/QtScript4.lib include/QtGui; do
     rm -rf "$work/less" "$work/less_tree"

@@ -19,7 +19,7 @@ for file in bin/posebench bin/quillon-catalogue plugins/Quillon.so share/doc/qui
     fi
 done
 "$here/documents.py" .
-others=$(find . -type f | grep -vE '^\./(bin/posebench|bin/quillon-catalogue|plugins/Quillon\.so|lib/libdzcore\.so[.0-9]*|share/(doc/)?quillon/.*)$' || true)
+others=$(find . -type f | grep -vE '^\./(bin/posebench|bin/quillon-catalogue|plugins/Quillon\.so|lib/libdzcore\.so[.0-9]*|share/(doc/)?quillon/.*|share/(applications|icons|man)/.*/?(posebench|quillon).*)$' || true)
 if [ -n "$others" ]; then
     echo "installed without need: $others" >&2
     exit 1
