@@ -22,6 +22,7 @@ from pathlib import Path
 TOOLS = {"cmake", "ctest", "cpack", "git", "ninja", "clang-format", "clang-tidy", "run-clang-tidy", "posebench", "apt",
          "dpkg", "lintian", "python3", "gcovr", "set", "cd", "man", "quillon-catalogue"}
 ASSIGNMENT = re.compile(r"[A-Z_]+=\S*$")
+NO_DOCUMENTS = ("build", "page")  # built, and the page that the catalogue fills
 SECONDS = 120
 KINDS = ("run", "test", "reason")
 
@@ -66,7 +67,7 @@ def of_page(text):
 
 def documents(source):
     for top, folders, files in os.walk(source):
-        folders[:] = sorted(f for f in folders if not f.startswith(".") and f != "build")
+        folders[:] = sorted(f for f in folders if not f.startswith(".") and f not in NO_DOCUMENTS)
         yield from (Path(top, f) for f in sorted(files) if f.endswith((".md", ".htm")))
 
 

@@ -8,6 +8,7 @@ import sys
 from pathlib import Path
 from urllib.parse import unquote
 
+NO_DOCUMENTS = ("build", "page")  # built, and the page that the catalogue fills
 REMOTE = re.compile(r"^(https?|mailto|data):")
 FENCED = re.compile(r"^```.*?^```", re.M | re.S)
 MD_LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)")
@@ -60,14 +61,9 @@ def faults(file, folder):
             yield link
 
 
-NO_DOCUMENTS = ("catalogue/page",)  # its links lead to what the program writes beside it
-
-
 def documents(folder):
     for top, folders, files in os.walk(folder):
-        if os.path.relpath(top, folder) in NO_DOCUMENTS:
-            continue
-        folders[:] = sorted(f for f in folders if not f.startswith(".") and f != "build")
+        folders[:] = sorted(f for f in folders if not f.startswith(".") and f not in NO_DOCUMENTS)
         yield from (Path(top, f) for f in sorted(files) if f.endswith((".md", ".htm")))
 
 
