@@ -1,3 +1,13 @@
+# quillon_count_branches(target): in a tree for coverage only those branches are made that the source
+# has: none for exceptions, which the plug-in neither throws nor catches, for the guards of static
+# values, and for assertions.
+function(quillon_count_branches target)
+  if(QUILLON_COVERAGE)
+    target_compile_options(${target} PRIVATE -fno-exceptions -fno-threadsafe-statics)
+    target_compile_definitions(${target} PRIVATE QT_NO_DEBUG)
+  endif()
+endfunction()
+
 # quillon_room(name [file...] [MOC header...] [EMBED symbol file ...] [ON library...]): the static
 # library quillon_<name> of a folder's files. ON: the room below, and what else it needs; so the
 # linker refuses a call upwards. MOC headers are listed there only; EMBED takes pairs. With
@@ -23,6 +33,7 @@ function(quillon_room name)
   target_link_libraries(${objects} PUBLIC ${R_ON} quillon_sdk)
   # GCC 12 takes an empty QByteArray's shared data for an object without text behind it.
   target_compile_options(${objects} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overread>)
+  quillon_count_branches(${objects})
   quillon_moc(${objects} ${R_MOC})
   while(R_EMBED)
     list(POP_FRONT R_EMBED symbol file)
