@@ -102,7 +102,7 @@ var ACTS = {
                 assert(isReferenceWhole(), call + " " + n + ": a whole reference pose");
                 assert(shows(MEMORIZED) || shows(NOT_SAVED), call + " " + n + ": one of both is told");
                 assert(!shows(MEMORIZED) || !shows(NOT_SAVED), call + " " + n + ": only one of both");
-                assert(changed || !shows(MEMORIZED), call + " " + n + ": no success is told");
+                eq(changed, shows(MEMORIZED), call + " " + n + ": success is told if it is one");
                 endStatus();
             });
             eachFailure(call, function (n) {
