@@ -7,7 +7,7 @@
 
 using namespace quillon;
 
-static const QSize kTilePx(118, 146);
+static const QSize kTilePx(118, 150);
 static const int kPicturePx = 100; // both ways, at most
 static const int kMarginPx = 4;
 static const int kNameLines = 2;
@@ -44,10 +44,9 @@ static void paintName(
     QPainter* painter, const QFontMetrics& font, const QRect& place, const QString& name)
 {
     const int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWrapAnywhere;
-    const int room = kNameLines * font.lineSpacing();
     QString text = name;
     for (int width = kNameLines * place.width();
-         font.boundingRect(place, flags, text).height() > room && width > 0; width -= 8)
+         font.boundingRect(place, flags, text).height() > place.height() && width > 0; width -= 8)
         text = font.elidedText(name, Qt::ElideMiddle, width);
     painter->drawText(place, flags, text);
 }

@@ -29,6 +29,7 @@ static const int kLeftPx = 420; // room for a pane of 400 x 800
 static const int kRightPx = 320;
 static const int kScenePx = 330;
 static const int kTimelinePx = 122;
+static const int kContentShare = 60; // of the right column for the content library, in percent
 
 PoseBenchWindow::PoseBenchWindow()
     : m_viewport(new ViewportWidget)
@@ -123,6 +124,9 @@ void PoseBenchWindow::showContent()
     if (inFront && inFront != content)
         content->moveToGroup(group == m_rightTop ? m_left : m_rightTop);
     getPaneMgr()->showPane(content);
+    if (content->getPaneGroup() != group && content->getPaneGroup() == m_rightTop)
+        resizeDocks({m_rightTop->getFrame(), m_rightBottom->getFrame()},
+            {height() * kContentShare / 100, height() * (100 - kContentShare) / 100}, Qt::Vertical);
 }
 
 bool PoseBenchWindow::focusNextPrevChild(bool next)
