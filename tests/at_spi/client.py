@@ -100,6 +100,9 @@ def check(claim, holds):
 
 
 def main():
+    bench = wait_for("posebench is on the bus", application)
+    pane = wait_for("the pane is there", lambda: descend(bench, is_pane))
+    # Once the application is there: it may miss who began to listen while it came onto the bus.
     announced = []
     pyatspi.Registry.registerEventListener(
         lambda event: announced.append(event.source_name or str(event.any_data)),
@@ -107,10 +110,8 @@ def main():
     )
     states = []
     pyatspi.Registry.registerEventListener(
-        lambda event: states.append(event.source_name), "object:state-changed:checked"
+        lambda event: states.append((event.source_name, event.detail1)), "object:state-changed:checked"
     )
-    bench = wait_for("posebench is on the bus", application)
-    pane = wait_for("the pane is there", lambda: descend(bench, is_pane))
     reset = button(pane, "Reset Figure Pose")
     check("a button has its presses", actions(reset) == ["Press", "Right click", "Middle click"])
     check("it is a push button", reset.getRole() == pyatspi.ROLE_PUSH_BUTTON)
@@ -136,7 +137,8 @@ def main():
     act(pane, "Preserve (lock) REFERENCE POSE's expression", "Press")
     wait_for("it is on", lambda: button(pane, "Preserve (lock) REFERENCE POSE's expression")
              .getState().contains(pyatspi.STATE_CHECKED))
-    wait_for("and tells so", lambda: any("expression" in s for s in states))
+    wait_for("a switch tells when it changes", lambda: states)
+    check("and tells so: " + str(states[-1]), states[-1][0].startswith("Preserve (lock)"))
 
     act(pane, "Current Pose Rank", "Press")
     error = "ERROR Rank cannot be changed if part of the pose is locked"
