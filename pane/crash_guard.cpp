@@ -19,9 +19,10 @@ static const qint32 kMarker = 77; // what the file holds
 static bool hasCrashMarker()
 {
     DatReader file(dataFiles().crashMarker);
+    const bool isWhole = file.bytesLeft() == qint64(sizeof kMarker); // none is cut short or longer
     qint32 value = 0;
     file.readField(&value);
-    return value == kMarker;
+    return isWhole && value == kMarker;
 }
 
 void checkCrashMarker()

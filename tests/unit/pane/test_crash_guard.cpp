@@ -78,6 +78,10 @@ private slots:
         QTest::newRow("another number") << QByteArray("\x4e\x00\x00\x00", 4);
         QTest::newRow("77 in a high byte") << QByteArray("\x00\x4d\x00\x00", 4);
         QTest::newRow("empty") << QByteArray();
+        QTest::newRow("cut after one byte") << QByteArray("\x4d", 1);
+        QTest::newRow("cut after two bytes") << QByteArray("\x4d\x00", 2);
+        QTest::newRow("cut after three bytes") << QByteArray("\x4d\x00\x00", 3);
+        QTest::newRow("a byte more") << QByteArray("\x4d\x00\x00\x00\x00", 5);
     }
     void otherContentIsNoMarker()
     {
@@ -90,9 +94,10 @@ private slots:
         QVERIFY(QFile::exists(dataFiles().settings));
     }
 
-    void onlyTheFirstFourBytesCount()
+    void aMarkerOfTheNamingWithoutAKeyCounts()
     {
-        writeFile(dataFiles().crashMarker, QByteArray("\x4d\x00\x00\x00rest", 8));
+        writeFile(dataFiles().folder + "crashed.dat", QByteArray("\x4d\x00\x00\x00", 4));
+        migrateDataFiles();
         BoxAnswers answers;
         checkCrashMarker();
         QCOMPARE(answers.boxes.size(), 1);
