@@ -3,10 +3,12 @@
 //
 // They lie in "backup/" of the data folder as "<name>.<date and time>-<number>.bak", so that no
 // search for poses takes one for a pose. Whoever wants one back copies it over the file without the
-// ending, while no host runs. Of a file five copies are kept, of the pose index two, and of all no
-// more than 64 MB, of which the index leaves some to the others. The fuller of two tables (".dat")
-// is the longer one; a copy that makes room for a new one is never fuller than that. Of other files
-// the oldest makes room: one pose is as full as another. Owns: nothing.
+// ending, while no host runs.
+//
+// Whatever has content is copied, and then older copies make room: of a file five are kept, of the
+// pose index two, and of all no more than 64 MB. The fullest copy of each file stays until there is
+// one as full, if need be as one too many or over the limit. Of ranks and poses the fuller file is
+// that of more records; of other files none is fuller than another. Owns: nothing.
 #pragma once
 
 #include <QString>
@@ -16,18 +18,16 @@ namespace quillon {
 const int kGenerations = 5;
 const int kIndexGenerations = 2;
 const qint64 kBackupBytes = qint64(64) << 20;
-const qint64 kLeftByIndex = qint64(8) << 20;
 
 QString backupFolder(); // with its last slash; empty without a data folder
 
 // Copies the file there. True also when there is nothing that is worth a copy: no plain file, an
 // empty one, a table without records, settings that are the defaults, one longer than any that is
-// read (dat_file.h), one that has a copy with the same bytes, one that is poorer than all the
-// copies that would have to go for it. False: the copy could not be made.
+// read (dat_file.h), one that has a copy with the same bytes. False: the copy could not be made.
 [[nodiscard]] bool backUp(const QString& path, int generations = kGenerations);
 
-// Removes the file once it has been copied; where no copy can be made it moves there. False: it is
-// where it was.
+// Removes the file once it has been copied, or is not worth a copy; where none can be made, it
+// being too long or the disk full, it moves there. False: it is where it was.
 [[nodiscard]] bool setAside(const QString& path, int generations = kGenerations);
 
 } // namespace quillon

@@ -114,6 +114,20 @@ private slots:
         QCOMPARE(copiesOf(referencePosePath()), QList<QByteArray>() << "a reference pose");
     }
 
+    void everyReferenceThatScansDropIsKept()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        for (int n = 9; n > 0; --n) {
+            const QByteArray reference = "a reference pose" + QByteArray(n, '.');
+            writeFile(referencePosePath(), reference);
+            scanPoses();
+            QVERIFY(!QFile::exists(referencePosePath()));
+            QCOMPARE(copiesOf(referencePosePath()).last(), reference);
+        }
+        QCOMPARE(copiesOf(referencePosePath()).size(), kGenerations);
+    }
+
     void theIndexThatAScanReplacesIsKept()
     {
         ScanFixture f;

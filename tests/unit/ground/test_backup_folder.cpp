@@ -36,6 +36,24 @@ private:
         return backUp(dataFiles().ranks, generations);
     }
 
+    // A rank file of so many records, all with the same fill byte.
+    static QByteArray table(int records, char fill)
+    {
+        QByteArray bytes("\1\0\0\0\0\0\0\0", 8);
+        bytes[4] = char(records);
+        return bytes + QByteArray(8 * records, fill);
+    }
+    // "8a 7b": records and fill byte of each copy, oldest first.
+    QString tables() const
+    {
+        QStringList found;
+        for (const QString& name : copies()) {
+            const QByteArray bytes = fileBytes(backupFolder() + name);
+            found << QString::number(int(bytes.at(4))) + QLatin1Char(bytes.at(8));
+        }
+        return found.join(" ");
+    }
+
 private slots:
     void init()
     {
@@ -107,33 +125,92 @@ private slots:
                                 << "c");
     }
 
-    void aPoorerCopyNeverPushesOutAFullerOne()
+    void aPoorerCopyNeverPushesOutTheFullest()
     {
-        for (const char* bytes : {"aaaa", "b", "cccc"})
-            QVERIFY(backUpNow(bytes, 3));
-        QVERIFY(backUpNow("dd", 3)); // takes the place of b
-        QCOMPARE(contents(),
-            QList<QByteArray>() << "aaaa"
-                                << "cccc"
-                                << "dd");
-        QVERIFY(backUpNow("e", 3)); // has none to take
-        QCOMPARE(contents(),
-            QList<QByteArray>() << "aaaa"
-                                << "cccc"
-                                << "dd");
+        QVERIFY(backUpNow(table(4, 'a'), 3));
+        QVERIFY(backUpNow(table(1, 'b'), 3));
+        QVERIFY(backUpNow(table(3, 'c'), 3));
+        QVERIFY(backUpNow(table(2, 'd'), 3));
+        QCOMPARE(tables(), QString("4a 3c 2d")); // the one that is poorer went
+        QVERIFY(backUpNow(table(1, 'e'), 3));
+        QCOMPARE(tables(), QString("4a 2d 1e")); // where none is, the oldest of the others
+        QVERIFY(backUpNow(table(4, 'f'), 3));
+        QVERIFY(backUpNow(table(4, 'g'), 3));
+        QCOMPARE(tables(), QString("1e 4f 4g")); // one that is as full takes the fullest's place
+    }
+
+    void ofEqualsTheLastIsTheFullest()
+    {
+        QVERIFY(backUpNow(table(4, 'a'), 2));
+        QVERIFY(backUpNow(table(4, 'b'), 2));
+        QVERIFY(backUpNow(table(1, 'c'), 2));
+        QCOMPARE(tables(), QString("4b 1c"));
+    }
+
+    void whereOnlyTheFullestMayGoThereIsOneMore()
+    {
+        QVERIFY(backUpNow(table(4, 'a'), 1));
+        QVERIFY(backUpNow(table(2, 'b'), 1));
+        QCOMPARE(tables(), QString("4a 2b"));
+        QVERIFY(backUpNow(table(1, 'c'), 1));
+        QCOMPARE(tables(), QString("4a 1c"));
+        QVERIFY(backUpNow(table(5, 'd'), 1));
+        QCOMPARE(tables(), QString("5d"));
+    }
+
+    void theLastOfEverPoorerFilesIsCopied()
+    {
+        for (int records = 9; records >= 1; --records)
+            QVERIFY(backUpNow(table(records, 'r')));
+        QCOMPARE(tables(), QString("9r 4r 3r 2r 1r"));
+    }
+
+    // A damaged head that promises more than there is.
+    void recordsAreCountedAsFarAsTheFileGoes()
+    {
+        QByteArray lying = table(2, 'l');
+        lying[4] = 100;
+        QVERIFY(backUpNow(table(3, 'a'), 2));
+        QVERIFY(backUpNow(lying, 2));
+        QVERIFY(backUpNow(table(1, 'b'), 2));
+        QCOMPARE(tables(), QString("3a 1b"));
+        QByteArray behind = table(1, 'm') + QByteArray(1000, 'x'); // which nobody reads
+        QVERIFY(backUpNow(behind, 2));
+        QCOMPARE(tables(), QString("3a 1m"));
+        QVERIFY(backUpNow(table(2, 'c'), 2));
+        QCOMPARE(tables(), QString("3a 2c"));
     }
 
     // Which of two poses has more bytes says nothing; the last one is wanted.
-    void ofPosesTheOldestGoesHoweverFull()
+    void aSmallerReferenceIsKeptToo()
     {
         const QString path = dataFiles().folder + "reference.duf";
-        for (const char* bytes : {"aaaa", "bbb", "c"}) {
-            writeFile(path, bytes);
-            QVERIFY(backUp(path, 2));
+        QByteArray reference(2000, 'x');
+        for (int n = 0; n < 8; ++n) {
+            reference.chop(9);
+            writeFile(path, reference);
+            QVERIFY(setAside(path));
+            QVERIFY(!QFile::exists(path));
+            QVERIFY(contents().contains(reference));
         }
-        QCOMPARE(contents(),
-            QList<QByteArray>() << "bbb"
-                                << "c");
+        QCOMPARE(copies().size(), kGenerations);
+        QVERIFY(!contents().contains(QByteArray(1991, 'x')));
+    }
+
+    void whatMayHaveContentIsCopied()
+    {
+        pluginSettings() = PluginSettings();
+        pluginSettings().muteUpdateNotice = true;
+        QVERIFY(saveSettings());
+        QVERIFY(backUp(dataFiles().settings));
+        QCOMPARE(copies().size(), 1);
+        QVERIFY(backUpNow(table(1, 'a')));
+        QVERIFY(backUpNow(table(0, 0) + "?")); // too little for a record, but something
+        QVERIFY(backUpNow(table(0, 0).left(7)));
+        QCOMPARE(copies().size(), 4);
+        writeFile(dataFiles().folder + "reference.duf", "8 bytes.");
+        QVERIFY(backUp(dataFiles().folder + "reference.duf"));
+        QCOMPARE(copies().size(), 5);
     }
 
     void tablesWithoutRecordsAndDefaultSettingsAreNotCopied()
@@ -172,32 +249,6 @@ private slots:
             QCOMPARE(fileBytes(path), path.toUtf8());
     }
 
-    // A large index leaves the copies of ranks alone, and takes the place of its like.
-    void ofAllCopiesTheFullestThatIsNotFullerGoes()
-    {
-        QVERIFY(backUpNow("ranks"));
-        writeFile(dataFiles().folder + "poseIndex_old.dat", QByteArray(40 << 20, 'x'));
-        QVERIFY(backUp(dataFiles().folder + "poseIndex_old.dat"));
-        writeFile(dataFiles().poseIndex, QByteArray(41 << 20, 'y'));
-        QVERIFY(backUp(dataFiles().poseIndex));
-        QList<int> sizes;
-        for (const QByteArray& each : contents())
-            sizes << each.size();
-        QCOMPARE(sizes, QList<int>() << 5 << (41 << 20));
-    }
-
-    void theIndexLeavesRoomToTheOthers()
-    {
-        const QString path = dataFiles().poseIndex;
-        writeFile(path, QByteArray(29 << 20, 'x'));
-        QVERIFY(backUp(path, kIndexGenerations));
-        writeFile(path, QByteArray(28 << 20, 'y')); // the room is enough, but for what is left
-        QVERIFY(backUp(path, kIndexGenerations));
-        QCOMPARE(copies().size(), 1);
-        QVERIFY(backUpNow("ranks"));
-        QCOMPARE(copies().size(), 2);
-    }
-
     void otherFilesCopiesAreNotCounted()
     {
         writeFile(dataFiles().settings, "s");
@@ -215,12 +266,41 @@ private slots:
         writeFile(dataFiles().settings, half);
         QVERIFY(backUp(dataFiles().settings));
         QCOMPARE(copies().size(), 2);
-        QVERIFY(backUpNow(QByteArray(half.size(), 'y'))); // one of the two goes
+        QVERIFY(backUpNow(QByteArray(half.size(), 'y'))); // the one before of its file goes
+        QCOMPARE(contents(), QList<QByteArray>() << half << QByteArray(half.size(), 'y'));
+        QVERIFY(backUpNow(QByteArray(int(kBackupBytes + 1), 'z'))); // too long for any
         QCOMPARE(copies().size(), 2);
-        QVERIFY(backUpNow(QByteArray("poor"))); // both are fuller
-        QCOMPARE(copies().size(), 2);
-        QVERIFY(backUpNow(QByteArray(int(kBackupBytes + 1), 'z')));
-        QCOMPARE(copies().size(), 2);
+    }
+
+    // The longest, so that few go; of the other files never the last one.
+    void overTheLimitTheLongestGoes()
+    {
+        for (const char* bytes : {"ranks", "more"})
+            QVERIFY(backUpNow(bytes));
+        writeFile(dataFiles().poseIndex, QByteArray(30 << 20, 'x'));
+        QVERIFY(backUp(dataFiles().poseIndex, kIndexGenerations));
+        writeFile(dataFiles().poseIndex, QByteArray(40 << 20, 'y'));
+        QVERIFY(backUp(dataFiles().poseIndex, kIndexGenerations));
+        QList<int> sizes;
+        for (const QByteArray& each : contents())
+            sizes << each.size();
+        QCOMPARE(sizes, QList<int>() << 4 << 5 << (40 << 20));
+    }
+
+    // What goes would be lost without making room.
+    void theLimitYieldsToTheFullestOfEachFile()
+    {
+        for (const char* bytes : {"ranks", "more"})
+            QVERIFY(backUpNow(bytes));
+        for (const int megabytes : {40, 39, 38}) {
+            writeFile(dataFiles().poseIndex, QByteArray(megabytes << 20, 'x'));
+            QVERIFY(backUp(dataFiles().poseIndex, kIndexGenerations));
+        }
+        QList<int> sizes;
+        for (const QByteArray& each : contents())
+            sizes << each.size();
+        std::sort(sizes.begin(), sizes.end());
+        QCOMPARE(sizes, QList<int>() << 4 << 5 << (38 << 20) << (40 << 20));
     }
 
     void settingAsideTakesTheFileAway()

@@ -3,6 +3,7 @@
 
 #include "ground/backup_folder.h"
 #include "ground/data_folder.h"
+#include "ground/plugin_settings.h"
 #include "pane/crash_guard.h"
 
 #include <QtTest>
@@ -23,6 +24,21 @@ private:
         writeFile(dataFiles().ranks, "r");
         writeFile(dataFiles().poseIndex, "p");
         writeFile(dataFiles().folder + "reference.duf", "kept");
+    }
+    static QByteArray rankFileOf(int records)
+    {
+        QByteArray bytes("\1\0\0\0\0\0\0\0", 8);
+        bytes[4] = char(records);
+        for (int key = 1; key <= records; ++key)
+            bytes += QByteArray("\1\0\0\0", 4) + char(key) + QByteArray(3, char(records));
+        return bytes;
+    }
+    static QList<QByteArray> copies()
+    {
+        QList<QByteArray> found;
+        for (const QString& name : filesIn(backupFolder()))
+            found << fileBytes(backupFolder() + name);
+        return found;
     }
 
 private slots:
@@ -125,6 +141,37 @@ private slots:
         checkCrashMarker();
         QVERIFY(!QFile::exists(dataFiles().ranks));
         QCOMPARE(fileBytes(dataFiles().ranksKept), ranks);
+    }
+
+    // The poorer they get the less there is to push out, and the last ones are those wanted.
+    void everyRankFileThatIsDroppedIsCopied()
+    {
+        for (int records = 8; records >= 1; --records) {
+            const QByteArray ranks = rankFileOf(records);
+            writeFile(dataFiles().ranks, ranks);
+            QVERIFY(writeCrashMarker());
+            BoxAnswers answers;
+            checkCrashMarker();
+            QVERIFY(!QFile::exists(dataFiles().ranks));
+            QVERIFY(copies().contains(ranks));
+            QVERIFY(copies().contains(rankFileOf(8)));
+            QVERIFY(copies().size() <= kGenerations);
+        }
+    }
+
+    void whatSaysNothingIsDroppedWithoutACopy()
+    {
+        const QByteArray noRecords = QByteArray::fromHex("0100000000000000");
+        writeFile(dataFiles().ranks, noRecords);
+        writeFile(dataFiles().poseIndex, noRecords);
+        pluginSettings() = PluginSettings();
+        QVERIFY(saveSettings());
+        QVERIFY(writeCrashMarker());
+        BoxAnswers answers;
+        checkCrashMarker();
+        QVERIFY(!QFile::exists(dataFiles().ranks));
+        QVERIFY(!QFile::exists(dataFiles().settings));
+        QCOMPARE(copies(), QList<QByteArray>());
     }
 
     void theMarkerOfAHostThatIsStartingIsNoCrash()
