@@ -68,6 +68,7 @@ private slots:
     void pixelsAreCountedBeforeDecoding();
     void theProductOfASizeMayBeBeyond32Bits();
     void anotherDataFolderHasItsOwnPicture();
+    void withoutADataFolderThereIsNoPicture();
 
     // the pane's start
     void aSilentServerDelaysTheFirstPaneOnly();
@@ -557,6 +558,19 @@ void TestUpdateNotice::anotherDataFolderHasItsOwnPicture()
         QVERIFY(!updatePicture().isNull());
     }
     NoticeFixture second;
+    QVERIFY(updatePicture().isNull());
+}
+
+void TestUpdateNotice::withoutADataFolderThereIsNoPicture()
+{
+    {
+        NoticeFixture f;
+        f.putPicture(smallPng(Qt::red));
+        QVERIFY(!updatePicture().isNull());
+    }
+    QVERIFY(!dzApp);
+    locateDataFiles();
+    QCOMPARE(updatePicturePath(), QString());
     QVERIFY(updatePicture().isNull());
 }
 

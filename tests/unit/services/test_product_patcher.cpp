@@ -37,6 +37,8 @@ private slots:
     void endsAreMatchedBehindASlash_data();
     void endsAreMatchedBehindASlash();
     void everyContentDirectoryIsSearched();
+    void aContentDirectoryThatIsGoneIsPassedOver();
+    void withoutAnApplicationNothingIsWritten();
     void nothingIsCreated();
     void permissionsStay();
     void linksThatLeadOutAreNotFollowed_data();
@@ -189,6 +191,25 @@ void TestProductPatcher::everyContentDirectoryIsSearched()
     QCOMPARE(overwrite("Brannoc/Try/A 000.dse", QByteArray("n\0w", 3)), 3);
     for (const QString& file : {one, two, three})
         QCOMPARE(fileBytes(file), QByteArray("n\0w", 3));
+}
+
+void TestProductPatcher::aContentDirectoryThatIsGoneIsPassedOver()
+{
+    const QString script = installed("a/Brannoc/Try/A 000.dse");
+    dzApp->getContentMgr()->setContentDirectories(
+        QStringList() << second->path("gone") << content->path());
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 1);
+    QCOMPARE(fileBytes(script), QByteArray("new"));
+}
+
+void TestProductPatcher::withoutAnApplicationNothingIsWritten()
+{
+    const QString script = installed("a/Brannoc/Try/A 000.dse");
+    const QByteArray before = fileBytes(script);
+    host.reset();
+    QVERIFY(!dzApp);
+    QCOMPARE(overwrite("Brannoc/Try/A 000.dse", "new"), 0);
+    QCOMPARE(fileBytes(script), before);
 }
 
 void TestProductPatcher::nothingIsCreated()
