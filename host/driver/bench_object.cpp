@@ -7,6 +7,7 @@
 #include "host/driver/bench_modal.h"
 #include "host/driver/bench_progress.h"
 #include "host/driver/bench_record.h"
+#include "host/driver/bench_scene_state.h"
 #include "host/driver/bench_state.h"
 #include "host/driver/bench_timers.h"
 
@@ -23,6 +24,7 @@ static const AddFunctions kSubjects[] = {
     addModalFunctions,
     addProgressFunctions,
     addTimerFunctions,
+    addSceneStateFunctions,
     addStateFunctions,
     addFileFunctions,
     addHostFunctions,

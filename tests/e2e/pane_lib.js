@@ -2,7 +2,8 @@
 var PANE = "DzQuillonPane";
 var SIZE = [512, 1024];
 var pane = MainWindow.getPaneMgr().findPane(PANE);
-Bench.resize(PANE, SIZE[0], SIZE[1]);
+if (pane) // else the script starts one
+    Bench.resize(PANE, SIZE[0], SIZE[1]);
 
 // Centre of a button on the canvas of 512 x 1024. Area squares: 300 and up.
 var AREAS = [[258, 450], [276, 555], [240, 555], [270, 509], [246, 509], [280, 454], [236, 454],

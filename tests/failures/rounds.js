@@ -1,0 +1,218 @@
+// rounds.js - one command, one call of it that fails, and what is looked at afterwards:
+// include("rounds.js") after commands.js.
+var keptRounds = 0; // in which a save failed
+var SPARE_ANSWERS = 8; // of windows that come only when something fails
+
+// What may lie about until the next start: the poses of a swap that failed, a file whose lock could
+// not be had, what could not be removed beside a file. (That goes with the next process only.)
+var NOTHING = /^$/;
+var LEFT_FOR_NOW = /^temp\/qlntemp_\w+\.duf$|\.lock$|\.\d+\.new$/;
+
+function answerAll(command)
+{
+    answer(command.answers);
+    for (var i = 0; i < SPARE_ANSWERS; ++i)
+        Bench.expect({});
+}
+
+// The pane is as the command wants it; the state of the files then.
+function beginRound(command, world)
+{
+    bringBack(world);
+    UndoStack.clearAll();
+    if (!command.prepare) {
+        Scene.clear();
+        if (command.before)
+            command.before();
+        figure = Scene.getPrimarySelection();
+        return;
+    }
+    openPane();
+    loadFigure();
+    command.prepare();
+}
+
+function runCommand(command)
+{
+    answerAll(command);
+    command.run();
+    Bench.dropExpects();
+}
+
+function paneIsThere()
+{
+    return MainWindow.getPaneMgr().findPane(PANE) !== null;
+}
+
+// The pane as the next start of the host gives it.
+function startAnew()
+{
+    if (paneIsThere())
+        Bench.stopPane();
+    answerAll({});
+    openPane();
+    Bench.dropExpects();
+}
+
+// [before, after, after the next start], with nothing failing.
+function statesOf(command, world)
+{
+    beginRound(command, world);
+    var states = [worldNow()];
+    runCommand(command);
+    states.push(worldNow());
+    startAnew();
+    states.push(worldNow());
+    Bench.stopPane();
+    command.owns.forEach(function (name) {
+        assert(states[0][name] !== states[1][name], "the command saves '" + name + "'");
+    });
+    return states;
+}
+
+// ---- what is looked at ---------------------------------------------------------------------------
+
+function isOnPage(tip) // by how the tip of its first button begins
+{
+    return Bench.accessible(PANE)[0].name.indexOf(tip) == 0;
+}
+
+// The picker opens and closes again, from whatever page.
+function takesPresses(faults)
+{
+    answerAll({});
+    for (var i = 0; i < 3; ++i)
+        press(202);
+    if (!press(1) || !isOnPage("Browse All Poses"))
+        faults.push("the pane takes no press any more");
+    press(202);
+    if (!isOnPage("REFERENCE POSE"))
+        faults.push("the pane does not go back to its main page");
+    Bench.dropExpects();
+}
+
+function locked()
+{
+    var flags = Bench.flagState(figure), list = [];
+    for (var channel in flags)
+        if (flags[channel].locked)
+            list.push(channel);
+    return list.join(" ");
+}
+
+function figureNow()
+{
+    return JSON.stringify(Bench.rawState(figure));
+}
+
+function sayings(since) // texts of the pane and of the boxes since then
+{
+    var boxes = Bench.dialogs().slice(since).map(function (box) { return box.text; });
+    return boxes.concat(paneIsThere() ? Bench.texts(PANE) : []);
+}
+
+function isKept(command, states, now) // a file of the command is the old one
+{
+    return command.owns.some(function (name) {
+        return now[name] === states[0][name] && now[name] !== states[1][name];
+    });
+}
+
+function isSuccessTold(command, since)
+{
+    var told = sayings(since);
+    function isTold(expression)
+    {
+        return expression && told.some(function (text) { return expression.test(text); });
+    }
+    return isTold(command.success) && !isTold(command.excuse);
+}
+
+function lookAtFigure(before, mayLock, faults)
+{
+    if (UndoStack.isLocked())
+        faults.push("the undo stack is locked");
+    if (!mayLock && locked() != before.locked)
+        faults.push("channels were locked or unlocked: " + locked());
+    var steps = UndoStack.count() - before.steps;
+    if (steps > 1)
+        faults.push(steps + " undo steps");
+    if (steps > 0)
+        UndoStack.undo();
+    if (figureNow() != before.figure)
+        faults.push(steps > 0 ? "undo does not bring back the pose" : "the pose changed without a step");
+}
+
+function beforeCommand()
+{
+    return figure && { locked: locked(), steps: UndoStack.count(), figure: figureNow() };
+}
+
+// What goes wrong while a command runs: begin() brings it about, end() ends it and is false if it
+// never came; mayLock: channels may stay locked; left: what may lie about after the next start.
+function failingCall(call, n)
+{
+    return { name: call + " " + n, mayLock: call == "lock",
+        left: call == "unlink" ? BESIDE : NOTHING,
+        begin: function () { Bench.failCall(call, n); },
+        end: function () { return Bench.dropCalls() == 0; } };
+}
+
+// One round; faults as texts.
+function faultsWith(trouble, command, world, states)
+{
+    beginRound(command, world);
+    var before = beforeCommand(), since = Bench.dialogs().length;
+    trouble.begin();
+    runCommand(command);
+    var faults = trouble.end() ? [] : ["it never came"], now = worldNow();
+    faults = faults.concat(faultsOf(now, states, LEFT_FOR_NOW));
+    var kept = isKept(command, states, now);
+    keptRounds += kept;
+    if (kept && isSuccessTold(command, since))
+        faults.push("success is told");
+    if (before)
+        lookAtFigure(before, trouble.mayLock, faults);
+    if (paneIsThere())
+        takesPresses(faults);
+    startAnew();
+    lookAtNextStart(states, trouble.left, faults);
+    Bench.stopPane();
+    return faults;
+}
+
+function lookAtNextStart(states, left, faults)
+{
+    faultsOf(worldNow(), states, left).forEach(function (fault) {
+        faults.push("after the next start: " + fault);
+    });
+    takesPresses(faults);
+}
+
+// 1 to count, no more than that many: the first ones, then ever fewer, and the last one.
+function chosenOf(count, most)
+{
+    var list = [];
+    for (var i = 0; i < Math.min(count, most); ++i) {
+        var share = most > 1 ? i / (most - 1) : 0;
+        list.push(count <= most ? i + 1 : 1 + Math.round((count - 1) * share * share));
+    }
+    return list.filter(function (n, at) { return at == 0 || n != list[at - 1]; });
+}
+
+// {name: how often the command makes the call}, for those that it makes.
+function callsOf(command, world, calls)
+{
+    var MANY = 1000000, counts = {};
+    beginRound(command, world);
+    calls.forEach(function (call) { Bench.failCall(call, MANY); });
+    runCommand(command);
+    Bench.pendingCalls().forEach(function (order) {
+        if (order.n < MANY)
+            counts[order.name] = MANY - order.n;
+    });
+    Bench.dropCalls();
+    if (paneIsThere())
+        Bench.stopPane();
+    return counts;
+}
