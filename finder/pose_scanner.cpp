@@ -236,7 +236,7 @@ static bool takeSignatures(const ScanWatch& watch, const ScanFigure& scan, const
                 watch.show(entry, count);
             if (held.isGone())
                 return false;
-            if (e.contentHash != 0) {
+            if (e.contentHash != 0 && scan.hip) {
                 if (tryPose(scan, e.path))
                     takeSignature(entry, scan.figure, scan.time);
                 else

@@ -14,7 +14,7 @@ namespace quillon {
 
 ScanFigure beginScanPoses(DzSkeleton* figure, DzTime time)
 {
-    ScanFigure scan = {figure, time, {}};
+    ScanFigure scan = {figure, time, figure->findBone(QLatin1String("hip")), {}};
     keepPoseChannels(figure, time, &scan.kept);
     for (const FigureBone& each : bonesOf(figure))
         keepPoseChannels(each.bone, time, &scan.kept);
@@ -30,14 +30,11 @@ bool tryPose(const ScanFigure& scan, const QString& path)
     const DzTime time = scan.time;
     if (!readKeyBoneRotations(path, scan.figure, time))
         return false;
-    DzBone* hip = scan.figure->findBone(QLatin1String("hip"));
-    if (!hip)
-        return false;
     scan.figure->setWSPos(time, DzVec3());
-    hip->setWSPos(time, DzVec3());
-    const DzQuat hipRot_world = hip->getWSRot(time);
+    scan.hip->setWSPos(time, DzVec3());
+    const DzQuat hipRot_world = scan.hip->getWSRot(time);
     scan.figure->setWSRot(time, DzQuat());
-    hip->setWSRot(time, hipRot_world);
+    scan.hip->setWSRot(time, hipRot_world);
     return true;
 }
 

@@ -4,8 +4,10 @@
 
 #include "figure/channel_snapshot.h"
 
+#include <QPointer>
 #include <QString>
 
+class DzBone;
 class DzSkeleton;
 
 namespace quillon {
@@ -13,6 +15,7 @@ namespace quillon {
 struct ScanFigure {
     DzSkeleton* figure;
     DzTime time;
+    QPointer<DzBone> hip; // null: there is none, and no pose can be tried
     ChannelSnapshot kept; // of the figure node and its bones
 };
 
@@ -20,8 +23,8 @@ struct ScanFigure {
 // its place, a pose then gives the same signature.
 ScanFigure beginScanPoses(DzSkeleton* figure, DzTime time);
 
-// Puts the pose on the figure, its hip at the world's origin. False when the file cannot be read or
-// there is no hip.
+// Puts the pose on the figure, its hip, which is there, at the world's origin. False when the file
+// cannot be read.
 bool tryPose(const ScanFigure&, const QString& path);
 
 // Limits and channels as they were, to the key.

@@ -104,6 +104,26 @@ private slots:
         QVERIFY(!canBeListed(folder.path("file")));
     }
 
+    // All files were read; it is the figure that lacks something.
+    void aFigureWithoutAHipMakesNoFileUnreadable()
+    {
+        ScanFixture f;
+        for (int n = 0; n < 4; ++n)
+            f.add(qPrintable(QString("%1.duf").arg(n)), poseNumber(n));
+        const QString gone = f.add("gone.duf", poseNumber(9));
+        scanPoses();
+        pluginSettings().currentPose = indexedPaths().indexOf(gone);
+        QVERIFY(setCurrentRank(Favorite));
+        QVERIFY(QFile::remove(gone));
+        f.figure->removeBone(f.bone("hip"));
+        clearStatusMessage();
+        scanPoses();
+        QVERIFY2(statusMessage().isEmpty(), qPrintable(statusMessage()));
+        QCOMPARE(dzApp->getLogLines().filter("cannot read"), QStringList());
+        QCOMPARE(rankRecordCount(), 0); // every pose was seen
+        QCOMPARE(fileBytes(dataFiles().ranksKept).size(), 16);
+    }
+
     void theReferenceThatAScanDropsIsKept()
     {
         ScanFixture f;
