@@ -65,7 +65,9 @@ static int entryWithPath(const QString& path)
     return -1;
 }
 
-static bool indexPose(const QString& path, bool existed, DzSkeleton* figure, DzTime time)
+// By the text that was written: that the file cannot be read just now must not spoil the entry.
+static bool indexPose(
+    const QString& path, const QByteArray& text, bool existed, DzSkeleton* figure, DzTime time)
 {
     int entry = existed ? entryWithPath(path) : -1;
     if (entry < 0)
@@ -73,7 +75,7 @@ static bool indexPose(const QString& path, bool existed, DzSkeleton* figure, DzT
     if (entry < 0)
         return true;
     entryToChange(entry)->hasSignature = false;
-    identifyPose(entry);
+    identifyPoseText(entry, text);
     takeSignature(entry, figure, time);
     refreshCurrentRank(); // of a file that was replaced: its hash has changed
     return saveEntry(entry);
@@ -96,8 +98,9 @@ bool savePoseOf(DzSkeleton* figure, DzTime time)
     const bool existed = QFile::exists(path);
     const bool male = !figure->getName().contains(QLatin1String("female"), Qt::CaseInsensitive);
     const bool compressed = true;
+    const QByteArray text = textOfPose(figure, time, male);
     const bool saved
-        = writePose(figure, time, path, male, compressed) && indexPose(path, existed, figure, time);
+        = writePoseText(text, path, compressed) && indexPose(path, text, existed, figure, time);
     refreshPane();
     return saved;
 }

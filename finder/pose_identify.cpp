@@ -84,6 +84,16 @@ quint32 figureCodeOf(const char* bytes, int count, const QString& path)
     return generationOf(words) + (male ? kMaleMark : 0);
 }
 
+// The figure code whatever it is.
+static quint32 fillEntry(const char* bytes, int count, PoseIndexEntry* e)
+{
+    const quint32 code = figureCodeOf(bytes, count, e->path);
+    const bool isBrowsable = code == kFemaleCode || code == kMaleCode;
+    e->figureCode = isBrowsable ? code : 0;
+    e->contentHash = isBrowsable ? djb2Hash(bytes, count) : 0;
+    return code;
+}
+
 bool identifyPose(int entry, quint32* told)
 {
     PoseIndexEntry* e = entryToChange(entry);
@@ -95,14 +105,16 @@ bool identifyPose(int entry, quint32* told)
     const int count = buffer ? readPoseFileText(e->path, buffer, kReadBufferBytes, false) : 0;
     if (count <= 0)
         return false;
-    const quint32 code = figureCodeOf(buffer, count, e->path);
+    const quint32 code = fillEntry(buffer, count, e);
     if (told)
         *told = code;
-    if (code != kFemaleCode && code != kMaleCode)
-        return true;
-    e->figureCode = code;
-    e->contentHash = djb2Hash(buffer, count);
     return true;
+}
+
+void identifyPoseText(int entry, const QByteArray& text)
+{
+    if (PoseIndexEntry* e = entryToChange(entry))
+        fillEntry(text.constData(), qMin(text.size(), kReadBufferBytes), e);
 }
 
 } // namespace quillon

@@ -13,6 +13,9 @@ namespace quillon {
 // byte could be read. told, if not null, is set to the file's figure code whatever it is.
 bool identifyPose(int entry, quint32* told = nullptr);
 
+// The same from the text that was just written to the file.
+void identifyPoseText(int entry, const QByteArray& text);
+
 // Generation (2, 3 or 8), plus 256 for a male figure; 0: not a pose of the whole body.
 quint32 figureCodeOf(const char* bytes, int count, const QString& path);
 

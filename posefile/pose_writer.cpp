@@ -147,7 +147,7 @@ static void appendPose(const DzSkeleton* figure, DzTime time, PoseDraft* draft)
     draft->text += kBehindEntries;
 }
 
-static QByteArray poseFileText(const DzSkeleton* figure, DzTime time, bool male)
+QByteArray textOfPose(const DzSkeleton* figure, DzTime time, bool male)
 {
     PoseDraft draft = {QByteArray(), false};
     draft.text.reserve(kRoomForPose);
@@ -163,7 +163,11 @@ static QByteArray poseFileText(const DzSkeleton* figure, DzTime time, bool male)
 bool writePose(
     const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed)
 {
-    const QByteArray text = poseFileText(figure, time, male);
+    return writePoseText(textOfPose(figure, time, male), path, compressed);
+}
+
+bool writePoseText(const QByteArray& text, const QString& path, bool compressed)
+{
     if (!compressed)
         return writeWholeFile(path, text);
     QBuffer packed;
@@ -173,7 +177,7 @@ bool writePose(
 
 bool writePassingPose(const DzSkeleton* figure, DzTime time, const QString& path)
 {
-    return writePlainFile(path, poseFileText(figure, time, false));
+    return writePlainFile(path, textOfPose(figure, time, false));
 }
 
 } // namespace quillon

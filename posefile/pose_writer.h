@@ -19,6 +19,10 @@ namespace quillon {
 [[nodiscard]] bool writePose(
     const DzSkeleton* figure, DzTime time, const QString& path, bool male, bool compressed);
 
+// The two steps of it.
+QByteArray textOfPose(const DzSkeleton* figure, DzTime time, bool male);
+[[nodiscard]] bool writePoseText(const QByteArray& text, const QString& path, bool compressed);
+
 // The same text with "G8F", not compressed, into a file that nobody misses: false leaves it cut
 // short.
 [[nodiscard]] bool writePassingPose(const DzSkeleton* figure, DzTime time, const QString& path);

@@ -3,7 +3,10 @@
 #include "room_tests.h"
 
 #include "finder/custom_pose_commands.h"
+#include "finder/pose_identify.h"
 #include "posefile/custom_library.h"
+
+#include "dzhostcalls.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -61,6 +64,14 @@ private:
     QPointer<QFileDialog> m_dialog;
 };
 
+static int g_gzipFiles;
+
+// The first is the one that is written. A file that is no gzip file is read as it is.
+static bool failSecondGzipFile(const char* call, const void*)
+{
+    return qstrcmp(call, "gzOpen") == 0 && ++g_gzipFiles > 1;
+}
+
 class TestSaveCustomPose : public QObject {
     Q_OBJECT
 
@@ -110,6 +121,26 @@ private slots:
         createPoseIndex();
         QVERIFY(readPoseIndex());
         QCOMPARE(indexedPaths(), QStringList(path));
+    }
+
+    // What was written is known, whether it can be read back or not.
+    void aSavedPoseIsIdentifiedThoughItCannotBeReadBack()
+    {
+        poseTheFigure();
+        const QString path = save("sit.duf");
+        const PoseIndexEntry readBack = *poseEntry(0);
+        removeEntry(0);
+        dzHostCallHook = failSecondGzipFile;
+        g_gzipFiles = 0;
+        save("sit.duf");
+        dzHostCallHook = nullptr;
+        QCOMPARE(indexedPaths(), QStringList(path));
+        QCOMPARE(poseEntry(0)->figureCode, kFemaleCode);
+        QCOMPARE(poseEntry(0)->contentHash, readBack.contentHash);
+        QVERIFY(poseEntry(0)->hasSignature);
+        identifyPose(0); // as a scan would
+        QCOMPARE(poseEntry(0)->contentHash, readBack.contentHash);
+        QCOMPARE(poseEntry(0)->figureCode, kFemaleCode);
     }
 
     void savedPoseIsTheFiguresOwn()
