@@ -44,6 +44,7 @@ private slots:
     // cancelling
     void cancellingLeavesAnEmptyIndexAndTheOldFile_data();
     void cancellingLeavesAnEmptyIndexAndTheOldFile();
+    void cancellingWhileIndexingUnlocksTheUndoStackAndLeavesAnEmptyIndex();
     void cancellingEndsTheWalkAtOnce();
     void aFigureThatGoesEndsTheScan_data();
     void aFigureThatGoesEndsTheScan();
@@ -417,6 +418,26 @@ void TestPoseScanner::cancellingLeavesAnEmptyIndexAndTheOldFile()
     QCOMPARE(box.icon, QMessageBox::Warning);
     QVERIFY(!isBusy());
     QVERIFY(log.infosOf("Cleaning up").isEmpty() || cancelAt == s("Cleaning up"));
+}
+
+void TestPoseScanner::cancellingWhileIndexingUnlocksTheUndoStackAndLeavesAnEmptyIndex()
+{
+    ScanFixture f;
+    for (int n = 0; n < 8; ++n)
+        f.add(qPrintable(QString("%1.duf").arg(n)), poseNumber(n));
+    bool wasLocked = false;
+    ProgressLog log;
+    log.cancelAt() = s("Indexing poses... 3");
+    log.atChange() = [&](const QString& info) {
+        if (info.startsWith(log.cancelAt()))
+            wasLocked = wasLocked || f.rig.undoStack.isLocked();
+    };
+    scanPoses();
+    QVERIFY(wasLocked);
+    QVERIFY(!f.rig.undoStack.isLocked());
+    QCOMPARE(f.rig.undoStack.getHoldDepth(), 0);
+    QCOMPARE(poseCount(), 0);
+    QCOMPARE(f.boxes.boxes.last().text, s("Scanning aborted"));
 }
 
 void TestPoseScanner::cancellingEndsTheWalkAtOnce()

@@ -6,6 +6,7 @@
 
 #include "finder/browse_session.h"
 #include "ground/data_folder.h"
+#include "ground/message_boxes.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
 #include "pane/command_dispatch.h"
@@ -13,6 +14,7 @@
 #include "pane/page_layout.h"
 #include "pane/page_state.h"
 #include "pane/tool_tips.h"
+#include "posefile/reference_pose.h"
 #include "services/patch_table.h"
 #include "services/update_notice.h"
 
@@ -68,6 +70,10 @@ private slots:
     void symmetrizeTakesTheBonesBelowWithALeftClickOnly_data();
     void symmetrizeTakesTheBonesBelowWithALeftClickOnly();
     void aPropIsMirroredAtTheTimeOfTheScene();
+    void rightOnSwapAndSymmetrizeAndMiddleOnReferenceAndBakeDoNothing_data();
+    void rightOnSwapAndSymmetrizeAndMiddleOnReferenceAndBakeDoNothing();
+    void limitsAndTranslationsNeedTheFigureNode_data();
+    void limitsAndTranslationsNeedTheFigureNode();
 
     // ---- texts and boxes
     void symmetrizeTellsItsTextExactly();
@@ -247,6 +253,74 @@ void TestCommandEffects::aPropIsMirroredAtTheTimeOfTheScene()
     QVERIFY(angleDeg(prop->getWSRot(now), mirrored) < kNoise);
     QVERIFY(distance(prop->getWSPos(0), posCmAtStart) < kNoise);
     QVERIFY(angleDeg(prop->getWSRot(0), rotAtStart) < kNoise);
+}
+
+void TestCommandEffects::rightOnSwapAndSymmetrizeAndMiddleOnReferenceAndBakeDoNothing_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("selected");
+    QTest::newRow("swap") << 4 << int(RightClick) << "lShldrBend";
+    QTest::newRow("symmetrize") << 5 << int(RightClick) << "lShldrBend";
+    QTest::newRow("reference") << 0 << int(MiddleClick) << "";
+    QTest::newRow("bake") << 8 << int(MiddleClick) << "";
+}
+
+void TestCommandEffects::rightOnSwapAndSymmetrizeAndMiddleOnReferenceAndBakeDoNothing()
+{
+    QFETCH(int, button);
+    QFETCH(int, kind);
+    QFETCH(QString, selected);
+    turnOf("lShldrBend")->setValue(33);
+    m_rig->bone("lShin")->getXRotControl()->setValue(50);
+    m_rig->control("pCTRLHipBend")->setValue(0.5f);
+    if (!selected.isEmpty())
+        m_rig->selectBones(QStringList(selected));
+    dzUndoStack->clearAll();
+    const FigureState before = stateOf(m_rig->figure);
+    const BoxAnswers answers(QMessageBox::Yes);
+    press(button, kind);
+    VERIFY_SAME_STATE(before, stateOf(m_rig->figure));
+    QCOMPARE(dzUndoStack->getNumUndoItems(), 0);
+    QCOMPARE(answers.boxes.size(), 0);
+    QVERIFY2(statusMessage().isEmpty(), qPrintable(statusMessage()));
+    QVERIFY(!QFile::exists(referencePosePath()));
+    press(button, LeftClick); // which has work to do here
+    QVERIFY(dzUndoStack->getNumUndoItems() == 1 || QFile::exists(referencePosePath()));
+}
+
+void TestCommandEffects::limitsAndTranslationsNeedTheFigureNode_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("kind");
+    for (const int kind : {LeftClick, RightClick, MiddleClick}) {
+        QTest::newRow(qPrintable(QString("limits, click %1").arg(kind))) << 6 << kind;
+        QTest::newRow(qPrintable(QString("translations, click %1").arg(kind))) << 7 << kind;
+    }
+}
+
+void TestCommandEffects::limitsAndTranslationsNeedTheFigureNode()
+{
+    QFETCH(int, button);
+    QFETCH(int, kind);
+    m_rig->bone("lShin")->getXPosControl()->setValue(5);
+    m_rig->bone("lShin")->getXRotControl()->setValue(170);
+    m_rig->bone("lShin")->getXRotControl()->setIsClamped(kind == MiddleClick);
+    m_rig->selectBones(QStringList("lShin"));
+    dzUndoStack->clearAll();
+    const FigureState before = stateOf(m_rig->figure);
+    const BoxAnswers answers;
+    press(button, kind);
+    QCOMPARE(answers.boxes.size(), 1);
+    QCOMPARE(answers.boxes.first().text, QString::fromLatin1(boxRow(Box::InvalidSelection).text));
+    VERIFY_SAME_STATE(before, stateOf(m_rig->figure));
+    QCOMPARE(dzUndoStack->getNumUndoItems(), 0);
+    dzScene->selectAllNodes(false);
+    m_rig->figure->select(true);
+    dzScene->setPrimarySelection(m_rig->figure);
+    press(button, kind);
+    QCOMPARE(answers.boxes.size(), 1);
+    QVERIFY(isStatusMessageShown());
 }
 
 // ---- texts and boxes -------------------------------------------------------------------------

@@ -123,6 +123,20 @@ private slots:
 
     // ---- the counts --------------------------------------------------------------------------
 
+    void bothFigureTogglesOffShowsThatNothingMatches()
+    {
+        browseFour();
+        press(IncludeFemaleButton);
+        QCOMPARE(counterText(), QString("POSE 3 of 4"));
+        press(IncludeMaleButton);
+        QCOMPARE(counterText(), QString("NO MATCHING POSES FOUND"));
+        press(NextButton);
+        QCOMPARE(counterText(), QString("NO MATCHING POSES FOUND"));
+        press(IncludeMaleButton);
+        press(NextButton);
+        QCOMPARE(counterText(), QString("POSE 3 of 4"));
+    }
+
     void filterWithoutAFigureIsCountedByTheNextPress_data()
     {
         QTest::addColumn<int>("button");

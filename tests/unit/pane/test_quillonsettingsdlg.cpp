@@ -11,6 +11,7 @@
 #include "pane/hover.h"
 #include "pane/quillonsettingsdlg.h"
 
+#include <QCheckBox>
 #include <QDialog>
 #include <QtTest>
 
@@ -45,6 +46,16 @@ private:
 
 class TestQuillonSettingsDlg : public QObject {
     Q_OBJECT
+
+private:
+    static QCheckBox* boxOf(const QuillonSettingsDlg& dialog, const char* words)
+    {
+        for (QCheckBox* box : dialog.findChildren<QCheckBox*>()) {
+            if (box->text().contains(QLatin1String(words)))
+                return box;
+        }
+        return nullptr;
+    }
 
 private slots:
     void init()
@@ -85,6 +96,34 @@ private slots:
         const DialogAnswers answers(true);
         QVERIFY(showSettings());
         QCOMPARE(answers.dialogs, 0);
+    }
+
+    void theFaceFieldShowsInTheSecondBoxAndOkTurnsItIntoPoseLimits()
+    {
+        const HostFixture host;
+        pluginSettings().allowPoseViolation = false;
+        pluginSettings().allowFaceViolation = true;
+        const QuillonSettingsDlg dialog(nullptr);
+        QVERIFY(!boxOf(dialog, "pose limits")->isChecked());
+        QVERIFY(boxOf(dialog, "face expression")->isChecked());
+        dialog.store();
+        QVERIFY(!pluginSettings().allowFaceViolation);
+        QVERIFY(pluginSettings().allowPoseViolation);
+    }
+
+    void theSecondBoxAloneLeavesPoseLimitsOn()
+    {
+        const HostFixture host;
+        QVERIFY(pluginSettings().allowPoseViolation);
+        const QuillonSettingsDlg dialog(nullptr);
+        boxOf(dialog, "pose limits")->setChecked(false);
+        boxOf(dialog, "face expression")->setChecked(true);
+        dialog.store();
+        QVERIFY(pluginSettings().allowPoseViolation);
+        QVERIFY(!pluginSettings().allowFaceViolation);
+        boxOf(dialog, "face expression")->setChecked(false); // what the first one alone does
+        dialog.store();
+        QVERIFY(!pluginSettings().allowPoseViolation);
     }
 
     // The Pose Finder sets itself up anew after the dialog, whatever was answered.
