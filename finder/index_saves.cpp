@@ -68,7 +68,10 @@ static bool savePending()
         return false;
     if (!indexOnDisk().isBehind && isIndexFile(bytes))
         return writeEdits(bytes);
-    return backUpIndex() && writePoseIndex();
+    const bool isForeign = !isIndexFile(bytes);
+    const bool isBackedUp
+        = isForeign ? backUpForeign(dataFiles().poseIndex, kIndexGenerations) : backUpIndex();
+    return isBackedUp && writePoseIndex();
 }
 
 static bool saveEdit(const QString& path, const QByteArray& record)

@@ -206,7 +206,7 @@ bool readPoseIndex()
 {
     const FileMark mark = markOf(dataFiles().poseIndex); // one that changes now is another then
     DatReader file(dataFiles().poseIndex);
-    if (!file.isOpen())
+    if (!file.isWhole())
         return false;
     qint32 version = 0;
     file.readField(&version);

@@ -75,7 +75,7 @@ struct IndexOnDisk {
 };
 IndexOnDisk& indexOnDisk();
 
-// False when it cannot be opened; nothing changes then, nor when its version is another.
+// False when not all of it can be read; nothing changes then, nor when its version is another.
 bool readPoseIndex();
 // The whole table; of single entries see index_saves.h. Its caller holds the save lock. False when
 // there is no data folder or the file cannot be written.

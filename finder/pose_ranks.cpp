@@ -202,7 +202,8 @@ static bool writeMerged()
 {
     RankRecords onDisk;
     const RankFile found = readRankFile(dataFiles().ranks, &onDisk);
-    if (found == RankFile::Unreadable || (found == RankFile::Foreign && !backUp(dataFiles().ranks)))
+    if (found == RankFile::Unreadable
+        || (found == RankFile::Foreign && !backUpForeign(dataFiles().ranks)))
         return false;
     const RankRecords merged = found == RankFile::Read
         ? mergedRanks(g_ranks.synced, g_ranks.records, onDisk)

@@ -4,6 +4,7 @@
 #include "ground/data_folder.h"
 #include "ground/plain_file.h"
 #include "ground/plugin_settings.h"
+#include "ground/save_result.h"
 #include "ground/whole_file.h"
 
 #include <QDateTime>
@@ -244,6 +245,16 @@ bool backUp(const QString& path, int generations)
     victims.insert(victims.end(), more.begin(), more.end());
     for (const BackupCopy& victim : victims)
         QFile::remove(victim.path);
+    return true;
+}
+
+bool backUpForeign(const QString& path, int generations)
+{
+    if (!backUp(path, generations))
+        return false;
+    if (QFileInfo(path).exists())
+        logLine(path + QLatin1String(" is damaged or of another version; a copy is in ")
+            + backupFolder());
     return true;
 }
 

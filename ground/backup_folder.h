@@ -26,6 +26,10 @@ QString backupFolder(); // with its last slash; empty without a data folder
 // read (dat_file.h), one that has a copy with the same bytes. False: the copy could not be made.
 [[nodiscard]] bool backUp(const QString& path, int generations = kGenerations);
 
+// The same of a file of another version, or one that lacks its head, which is about to be replaced:
+// the host's log tells of it.
+[[nodiscard]] bool backUpForeign(const QString& path, int generations = kGenerations);
+
 // Removes the file once it has been copied, or is not worth a copy; where none can be made, it
 // being too long or the disk full, it moves there. False: it is where it was.
 [[nodiscard]] bool setAside(const QString& path, int generations = kGenerations);

@@ -203,7 +203,7 @@ static bool saveMerged(qint32 positionOnDisk)
     onDisk.currentPose = g_settings.syncedOnDisk;
     const SettingsFile found = readFile(&onDisk);
     if (found == SettingsFile::Unreadable
-        || (found == SettingsFile::Newer && !backUp(dataFiles().settings)))
+        || (found == SettingsFile::Newer && !backUpForeign(dataFiles().settings)))
         return false;
     const bool theirPosition = isPositionTheirs(onDisk.currentPose);
     PluginSettings saved = merged(onDisk);

@@ -38,6 +38,7 @@
 #include "dzactionmgr.h"
 #include "dzapp.h"
 
+#include <QFileInfo>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTime>
@@ -101,11 +102,18 @@ static void freeStores()
     freeReadBuffer();
 }
 
+// Nothing is lost by it: what is saved later joins the file, or fails as long as that lasts.
+static void logUnread(bool isRead, const QString& path)
+{
+    if (!isRead && QFileInfo(path).exists())
+        logLine(QLatin1String("cannot read ") + path);
+}
+
 static void loadData()
 {
-    loadSettings();
-    readRanks();
-    readPoseIndex();
+    logUnread(loadSettings(), dataFiles().settings);
+    logUnread(readRanks(), dataFiles().ranks);
+    logUnread(readPoseIndex(), dataFiles().poseIndex);
     dropStalePosition();
 }
 

@@ -229,6 +229,7 @@ private slots:
         QVERIFY(saveEntry(1));
         QCOMPARE(f.pathsOnDisk(), indexedPaths());
         QCOMPARE(fileBytes(backupFolder() + indexCopies().value(0)), other);
+        QCOMPARE(dzApp->getLogLines().filter("another version").size(), 1);
     }
 
     void whatCannotBeReadIsNotReplaced()

@@ -6,6 +6,7 @@
 #include "finder/pose_browser.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
+#include "ground/backup_folder.h"
 #include "ground/data_folder.h"
 #include "ground/live_panes.h"
 #include "ground/plugin_settings.h"
@@ -208,6 +209,55 @@ private slots:
         }
         const DzQuillonPane pane;
         QCOMPARE(answers.boxes.size(), 1);
+    }
+
+    // What is there and cannot be read is something else than what is not there.
+    void whatCannotBeReadIsToldInTheLog_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("settings") << "settings";
+        QTest::newRow("ranks") << "ranks";
+        QTest::newRow("pose index") << "poseIndex";
+        QTest::newRow("none") << "other";
+    }
+    void whatCannotBeReadIsToldInTheLog()
+    {
+        QFETCH(QString, name);
+        locateDataFiles();
+        const QString path = dataFiles().settings.section('/', 0, -2) + '/' + name
+            + dataFiles().settings.section('/', -1).mid(8);
+        QVERIFY(QDir().mkpath(path + "/in the way"));
+        {
+            const DzQuillonPane pane;
+            const QStringList told = dzApp->getLogLines().filter("cannot read");
+            QCOMPARE(told.size(), name == "other" ? 0 : 1);
+            QVERIFY(told.isEmpty() || told.first().endsWith(path));
+        }
+        QVERIFY(QFileInfo(path + "/in the way").isDir());
+    }
+
+    void aFileOfAnotherVersionIsCopiedAndTold_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("settings") << "settings";
+        QTest::newRow("ranks") << "ranks";
+    }
+    void aFileOfAnotherVersionIsCopiedAndTold()
+    {
+        QFETCH(QString, name);
+        locateDataFiles();
+        const QString path = name == "ranks" ? dataFiles().ranks : dataFiles().settings;
+        const QByteArray tomorrows("\x9\0\0\0\1\0\0\0whatever", 16);
+        writeFile(path, tomorrows);
+        for (int session = 0; session < 2; ++session) // of the second one there is nothing to tell
+            const DzQuillonPane pane;
+        const QStringList copies = filesIn(backupFolder());
+        QCOMPARE(copies.size(), 1);
+        QCOMPARE(fileBytes(backupFolder() + copies.first()), tomorrows);
+        QVERIFY(fileBytes(path) != tomorrows);
+        const QStringList told = dzApp->getLogLines().filter("another version");
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told.first().contains(path), qPrintable(told.first()));
     }
 
     void aPipeInPlaceOfOneOfItsFilesIsLeftAlone_data()
