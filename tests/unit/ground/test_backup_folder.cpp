@@ -181,6 +181,17 @@ private slots:
         QCOMPARE(tables(), QString("3a 2c"));
     }
 
+    void ofAnotherVersionTheLengthCounts()
+    {
+        QByteArray tomorrows = table(3, 't');
+        tomorrows[0] = 2;
+        tomorrows[4] = 0;
+        QVERIFY(backUpNow(tomorrows, 2));
+        QVERIFY(backUpNow(table(1, 'a'), 2));
+        QVERIFY(backUpNow(table(2, 'b'), 2));
+        QCOMPARE(tables(), QString("0t 2b"));
+    }
+
     // Which of two poses has more bytes says nothing; the last one is wanted.
     void aSmallerReferenceIsKeptToo()
     {
