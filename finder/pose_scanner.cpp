@@ -38,6 +38,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPointer>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -52,9 +53,14 @@ static const char kMissedText[]
     = "\r\n%1 files or folders\r\ncould not be read.\r\nThe log tells which.\r\n";
 static const int kEventsMs = 25; // with what a pass begins with, a cancel is seen within 100
 
-static DzContentMgr* contentManager()
+// Asked once a scan, so that all of it goes over the same ones.
+static QStringList contentDirectories()
 {
-    return dzApp ? dzApp->getContentMgr() : nullptr;
+    const DzContentMgr* content = dzApp ? dzApp->getContentMgr() : nullptr;
+    QStringList paths;
+    for (int i = 0, count = content ? content->getNumContentDirectories() : 0; i < count; ++i)
+        paths.append(content->getContentDirectoryPath(i));
+    return paths;
 }
 
 // ---- clearing the pose
@@ -126,6 +132,7 @@ public:
     }
 
     DzProgress* const progress;
+    QStringList content; // its directories
     ScanReporter* reporter = nullptr; // null: nobody asks
     int missed = 0;
     DzSkeleton* const figure;
@@ -171,7 +178,6 @@ static bool isFull(const Scan& scan)
 
 static bool findPoseFiles(Scan* scan)
 {
-    const DzContentMgr* content = contentManager();
     ContentVisitor visitor;
     visitor.visitPreset = [scan](const QString& path) {
         if (looksLikePose(path, scan))
@@ -183,9 +189,9 @@ static bool findPoseFiles(Scan* scan)
         isOver = scan->isOver();
         return isOver || isFull(*scan);
     };
-    for (int i = 0; content && i < content->getNumContentDirectories(); ++i) {
+    for (const QString& directory : scan->content) {
         if (!isFull(*scan))
-            walkContent(content->getContentDirectoryPath(i), visitor);
+            walkContent(directory, visitor);
         if (isOver)
             return false;
     }
@@ -312,14 +318,9 @@ static bool saveIndex(int missed)
     return saveScannedIndex() && moveRanksAfterScan(missed == 0);
 }
 
-static bool anyContentCanBeListed()
+static bool canAnyBeListed(const QStringList& directories)
 {
-    const DzContentMgr* content = contentManager();
-    for (int i = 0; i < content->getNumContentDirectories(); ++i) {
-        if (canBeListed(content->getContentDirectoryPath(i)))
-            return true;
-    }
-    return false;
+    return std::any_of(directories.begin(), directories.end(), canBeListed);
 }
 
 namespace {
@@ -331,12 +332,14 @@ struct ScanOutcome {
 
 } // namespace
 
-static ScanOutcome runScan(DzSkeleton* figure, DzTime time, ScanReporter* reporter)
+static ScanOutcome runScan(
+    DzSkeleton* figure, DzTime time, const QStringList& content, ScanReporter* reporter)
 {
     ScanOutcome outcome;
     const HeldNode held(figure);
     DzProgress progress(QLatin1String("Scanning..."), kProgressSteps, true);
     Scan scan(&progress, figure, time, held);
+    scan.content = content;
     scan.reporter = reporter;
     progress.step(kFirstStep);
     if (scan.held.isGone())
@@ -355,19 +358,19 @@ static ScanOutcome runScan(DzSkeleton* figure, DzTime time, ScanReporter* report
 
 bool scanPosesOn(DzSkeleton* figure, DzTime time)
 {
-    const DzContentMgr* content = contentManager();
-    if (!content || content->getNumContentDirectories() == 0)
+    const QStringList content = contentDirectories();
+    if (content.isEmpty())
         return false;
     if (!figure) {
         showBox(Box::NoFigure);
         return false;
     }
-    if (!anyContentCanBeListed()) {
+    if (!canAnyBeListed(content)) {
         showBox(Box::NoContent);
         return false;
     }
     setBusy(true);
-    const ScanOutcome outcome = runScan(figure, time, nullptr);
+    const ScanOutcome outcome = runScan(figure, time, content, nullptr);
     const bool saved = !outcome.finished || saveIndex(outcome.missed);
     refreshCurrentRank(); // of the first pose, or of none
     setBusy(false);
@@ -386,7 +389,7 @@ bool scanWithReport(DzSkeleton* figure, DzTime time, ScanReport* report)
 {
     ScanReporter reporter;
     setBusy(true);
-    const ScanOutcome outcome = runScan(figure, time, &reporter);
+    const ScanOutcome outcome = runScan(figure, time, contentDirectories(), &reporter);
     setBusy(false);
     *report = reporter.finish();
     return outcome.finished;

@@ -18,6 +18,7 @@ class TestPoseScanner : public QObject {
 private slots:
     // before it begins
     void withoutContentDirectoriesNothingHappens();
+    void theHostIsAskedOnceWhichContentThereIs();
     void withoutAFigureOnlyABoxIsShown_data();
     void withoutAFigureOnlyABoxIsShown();
     void aBoneStandsForItsFigure();
@@ -78,6 +79,26 @@ void TestPoseScanner::withoutContentDirectoriesNothingHappens()
     QVERIFY(f.boxes.boxes.isEmpty());
     QVERIFY(log.records().empty());
     QVERIFY(f.indexBytes().isEmpty());
+}
+
+static int g_contentAsked = 0;
+
+static bool failFromTheSecondOn(const char* name, const void*)
+{
+    return qstrcmp(name, "getContentMgr") == 0 && ++g_contentAsked > 1;
+}
+
+// It was asked again while it scanned, and taken to have an answer.
+void TestPoseScanner::theHostIsAskedOnceWhichContentThereIs()
+{
+    ScanFixture f;
+    f.add("a.duf", poseNumber(1));
+    g_contentAsked = 0;
+    dzHostCallHook = failFromTheSecondOn;
+    scanPoses();
+    dzHostCallHook = nullptr;
+    QCOMPARE(g_contentAsked, 1);
+    QCOMPARE(poseCount(), 1);
 }
 
 void TestPoseScanner::withoutAFigureOnlyABoxIsShown_data()
