@@ -47,9 +47,18 @@ static void remove(const TempFiles& files)
     QFile::remove(files.rewritten);
 }
 
+static QString lockOf(const TempFiles& files)
+{
+    return files.written + QLatin1String(".lock");
+}
+
+// The lock's own file goes, too. Another host that swaps just now keeps its poses.
 void removePassingPoses()
 {
-    remove(tempFiles());
+    const TempFiles files = tempFiles();
+    const FileLock lock(lockOf(files), 0);
+    if (!lock.isOthers())
+        remove(files);
 }
 
 // A value is set only where the channel's own, written into the file, would read otherwise: the
@@ -72,7 +81,7 @@ bool applyRewritten(DzNode* figure, DzTime time, const Rewriting& how)
 {
     DzSkeleton* skeleton = figureOf(figure);
     const TempFiles files = tempFiles();
-    const FileLock lock(files.written + QLatin1String(".lock"), kPatienceMs);
+    const FileLock lock(lockOf(files), kPatienceMs);
     if (lock.isOthers()) // another host on the same folder, which would apply this pose
         return false;
     remove(files); // what an earlier failure left must not be taken for this pose

@@ -8,6 +8,7 @@
 #include "finder/pose_ranks.h"
 #include "ground/backup_folder.h"
 #include "ground/data_folder.h"
+#include "ground/file_lock.h"
 #include "ground/live_panes.h"
 #include "ground/plugin_settings.h"
 #include "ground/status_message.h"
@@ -157,9 +158,19 @@ private slots:
         QVERIFY(!QFile::exists(dataFiles().crashMarker));
     }
 
+    void posesOfAnotherHostsSwapStay()
+    {
+        const QString written = dzApp->getTempPath() + QLatin1String("/qlntemp_0DE54EF1.duf");
+        writeFile(written, "swapped just now");
+        const FileLock others(written + QLatin1String(".lock"), 0);
+        const DzQuillonPane pane;
+        QVERIFY(QFile::exists(written));
+    }
+
     void posesThatASwapLeftAreTidied()
     {
-        const char* const left[] = {"/qlntemp_0DE54EF1.duf", "/qlntemp_0DE54EF2.duf"};
+        const char* const left[]
+            = {"/qlntemp_0DE54EF1.duf", "/qlntemp_0DE54EF2.duf", "/qlntemp_0DE54EF1.duf.lock"};
         for (const char* name : left)
             writeFile(dzApp->getTempPath() + QLatin1String(name), "left");
         const DzQuillonPane pane;
