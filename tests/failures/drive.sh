@@ -45,5 +45,5 @@ while [ $code = $killed ] && [ $starts -lt 20000 ]; do
     code=$?
     starts=$((starts + 1))
 done
-[ $code = 0 ] || cat "$home/err" >&2
+[ $code = 0 ] || { cat "$home/err" >&2; echo "$script ended with $code" >&2; }
 exit $code

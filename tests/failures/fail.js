@@ -4,6 +4,7 @@
 include("begin.js");
 
 var calls = callsOfKind(args[0]);
+var chosen = commandsOf(args.slice(2));
 var most = limitOf(args[1]), world = makeWorld(), rounds = 0, bad = 0;
 
 function fail(name, states, call, n, count)
@@ -16,7 +17,7 @@ function fail(name, states, call, n, count)
     });
 }
 
-commandsOf(args.slice(2)).forEach(function (name) {
+chosen.forEach(function (name) {
     var command = COMMANDS[name], states = statesOf(command, world), began = rounds;
     var counts = callsOf(command, world, calls);
     for (var call in counts)
@@ -26,5 +27,6 @@ commandsOf(args.slice(2)).forEach(function (name) {
     print(name + ": " + (rounds - began) + " rounds");
 });
 print(rounds + " rounds, in " + keptRounds + " a save failed; " + bad + " with faults");
-assert(keptRounds > 0, "some failure keeps a file from being saved");
+var saves = chosen.some(function (name) { return COMMANDS[name].owns.length > 0; });
+assert(keptRounds > 0 || !saves || calls.indexOf("write") < 0, "some failing call keeps a file back");
 quit(bad ? 1 : 0);

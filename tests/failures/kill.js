@@ -3,6 +3,7 @@
 // args: "every" or the most kills at a call of a command; then commands, all without one.
 include("begin.js");
 
+var LEFT_BY_A_PATCH = /^content\/.*\.dse\.\d+\.new$/; // the next patch removes it
 var PLAN = HOME + "/states/plan";
 
 // {kills: [[command, call, n, of]], at: the number of the one that was tried last}
@@ -36,7 +37,8 @@ function lookAtKilled(plan)
 {
     var kill = plan.kills[plan.at], faults = [];
     startAnew();
-    lookAtNextStart([0, 1, 2].map(function (i) { return keptState(kill[0] + i); }), NOTHING, faults);
+    var states = [0, 1, 2].map(function (i) { return keptState(kill[0] + i); });
+    lookAtNextStart(states, { left: LEFT_BY_A_PATCH }, faults);
     Bench.stopPane();
     plan.bad += faults.length > 0;
     faults.forEach(function (fault) {

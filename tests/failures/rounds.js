@@ -6,6 +6,7 @@ var SPARE_ANSWERS = 8; // of windows that come only when something fails
 // What may lie about until the next start: the poses of a swap that failed, a file whose lock could
 // not be had, what could not be removed beside a file. (That goes with the next process only.)
 var NOTHING = /^$/;
+var OF_NO_INSTALLATION = /_\.dat$/; // whose key comes from the temporary folder's path
 var LEFT_FOR_NOW = /^temp\/qlntemp_\w+\.duf$|\.lock$|\.\d+\.new$/;
 
 function answerAll(command)
@@ -128,18 +129,18 @@ function isSuccessTold(command, since)
     return isTold(command.success) && !isTold(command.excuse);
 }
 
-function lookAtFigure(before, mayLock, faults)
+function lookAtFigure(before, trouble, faults)
 {
     if (UndoStack.isLocked())
         faults.push("the undo stack is locked");
-    if (!mayLock && locked() != before.locked)
+    if (!trouble.mayLock && locked() != before.locked)
         faults.push("channels were locked or unlocked: " + locked());
     var steps = UndoStack.count() - before.steps;
     if (steps > 1)
         faults.push(steps + " undo steps");
     if (steps > 0)
         UndoStack.undo();
-    if (figureNow() != before.figure)
+    if (!trouble.mayStay && figureNow() != before.figure)
         faults.push(steps > 0 ? "undo does not bring back the pose" : "the pose changed without a step");
 }
 
@@ -149,11 +150,14 @@ function beforeCommand()
 }
 
 // What goes wrong while a command runs: begin() brings it about, end() ends it and is false if it
-// never came; mayLock: channels may stay locked; left: what may lie about after the next start.
+// never came; mayLock: channels may stay locked; mayStay: the pose may, without a step; left: what may
+// lie about after the next start; leavesOut: a pose is written without what the host did not tell.
 function failingCall(call, n)
 {
     return { name: call + " " + n, mayLock: call == "lock",
-        left: call == "unlink" ? BESIDE : NOTHING,
+        mayStay: call == "accept" || call == "beginHold",
+        leavesOut: Bench.callNames().host.indexOf(call) >= 0,
+        left: { unlink: BESIDE, getTempPath: OF_NO_INSTALLATION }[call] || NOTHING,
         begin: function () { Bench.failCall(call, n); },
         end: function () { return Bench.dropCalls() == 0; } };
 }
@@ -166,24 +170,25 @@ function faultsWith(trouble, command, world, states)
     trouble.begin();
     runCommand(command);
     var faults = trouble.end() ? [] : ["it never came"], now = worldNow();
-    faults = faults.concat(faultsOf(now, states, LEFT_FOR_NOW));
+    var left = new RegExp(LEFT_FOR_NOW.source + "|" + trouble.left.source);
+    faults = faults.concat(faultsOf(now, states, left, trouble.leavesOut));
     var kept = isKept(command, states, now);
     keptRounds += kept;
     if (kept && isSuccessTold(command, since))
         faults.push("success is told");
     if (before)
-        lookAtFigure(before, trouble.mayLock, faults);
+        lookAtFigure(before, trouble, faults);
     if (paneIsThere())
         takesPresses(faults);
     startAnew();
-    lookAtNextStart(states, trouble.left, faults);
+    lookAtNextStart(states, trouble, faults);
     Bench.stopPane();
     return faults;
 }
 
-function lookAtNextStart(states, left, faults)
+function lookAtNextStart(states, trouble, faults)
 {
-    faultsOf(worldNow(), states, left).forEach(function (fault) {
+    faultsOf(worldNow(), states, trouble.left, trouble.leavesOut).forEach(function (fault) {
         faults.push("after the next start: " + fault);
     });
     takesPresses(faults);
