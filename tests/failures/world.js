@@ -52,6 +52,7 @@ var OWN = "data/Brannoc/Quillon/";
 var INDEX = OWN + "poseIndex_" + KEY + ".dat";
 var SETTINGS = OWN + "settings_" + KEY + ".dat";
 var RANKS = OWN + "ranks_" + KEY + ".dat";
+var KEPT = OWN + "ranksKept_" + KEY + ".dat";
 var MARKER = OWN + "crashed_" + KEY + ".dat";
 var BACKUP = /^data\/Brannoc\/Quillon\/backup\//;
 var BESIDE = /\.\d+\.new$/;
@@ -161,6 +162,8 @@ function faultsOf(now, states, leftovers, leavesOut)
                 faults.push(name + " is no copy of the old file");
         } else if (name == MARKER && now[name] === "") {
             continue; // it could not be removed
+        } else if (name == KEPT && now[RANKS] === undefined) {
+            continue; // the start after a crash has put the ranks there
         } else if (!known) {
             if (!leftovers.test(name))
                 faults.push(name + " is left over");
