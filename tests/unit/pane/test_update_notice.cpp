@@ -18,6 +18,8 @@
 #include <QNetworkProxy>
 #include <QtTest>
 
+#include <ctime>
+
 using namespace quillon;
 
 static QByteArray cut(const QByteArray& bytes) // without the last one
@@ -328,13 +330,13 @@ void TestUpdateNotice::anEndlessReplyIsNotReadForEver()
 {
     NoticeFixture f("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n");
     f.server.keepOpen();
-    f.server.goOn(2 * kLargestReply);
+    f.server.goOn(4 * kLargestReply);
     QElapsedTimer clock;
     clock.start();
     checkForUpdate();
     QVERIFY(clock.elapsed() <= 5200);
     const QByteArray sent = QByteArray::number(f.server.sent);
-    QVERIFY2(f.server.sent >= kLargestReply && f.server.sent < kLargestReply * 3 / 2, sent);
+    QVERIFY2(f.server.sent >= kLargestReply && f.server.sent < kLargestReply * 2, sent);
     QCOMPARE(filesIn(f.dataFolder()), QStringList());
 }
 
@@ -530,10 +532,10 @@ void TestUpdateNotice::pixelsAreCountedBeforeDecoding()
     QFETCH(bool, counts);
     NoticeFixture f;
     f.putPicture(png);
-    QElapsedTimer clock;
-    clock.start();
+    const std::clock_t before = std::clock();
     QCOMPARE(!updatePicture().isNull(), counts);
-    QVERIFY(counts || clock.elapsed() < 50); // far below what 16 million pixels take
+    const std::clock_t most = CLOCKS_PER_SEC / 20; // far below what 16 million pixels take
+    QVERIFY(counts || std::clock() - before < most);
 }
 
 void TestUpdateNotice::theProductOfASizeMayBeBeyond32Bits()
