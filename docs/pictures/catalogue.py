@@ -1,13 +1,16 @@
 #!/usr/bin/python3
-"""catalogue.py - makes catalogue.png from a catalogue of the samples, in headless Chromium."""
+"""catalogue.py - makes catalogue.png from a catalogue of the samples, in headless Chromium; few colours."""
 import pathlib
 import sys
 import tempfile
+
+from PIL import Image
 
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
 sys.path[:0] = [str(ROOT / "tests/catalogue"), str(ROOT / "tests/browser")]
 import made_content as made  # noqa: E402
+from compose import save  # noqa: E402
 from page import Page  # noqa: E402
 
 CHOSEN = "Hugging the knees"
@@ -20,4 +23,6 @@ with tempfile.TemporaryDirectory() as folder, Page(size=(1200, 760)) as page:
     page.click("#details .first")
     page.broken_pictures()
     page.wait("return [...document.images].every(i => i.style.visibility !== 'hidden')")
-    page.screenshot(HERE / "catalogue.png")
+    shot = pathlib.Path(folder, "shot.png")
+    page.screenshot(shot)
+    save(Image.open(shot), HERE / "catalogue.png", 64)

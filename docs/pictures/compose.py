@@ -27,6 +27,20 @@ def save(image, file, colours=256):
     few.save(file, optimize=True)
 
 
+def levelled(image):
+    """An image with every colour as often as the root of its share: a wide ground then takes few of a palette."""
+    colours = [c for n, c in image.getcolors(1 << 24) for _ in range(round(n ** 0.5))]
+    out = Image.new("RGB", (1000, -(-len(colours) // 1000)), colours[0])
+    out.putdata(colours)
+    return out
+
+
+def save_shaded(image, file, colours):
+    """save() for a picture of a figure on a wide plain ground."""
+    palette = levelled(image).quantize(colours, kmeans=3, dither=Image.Dither.NONE)
+    image.quantize(palette=palette, dither=Image.Dither.NONE).save(file, optimize=True)
+
+
 def in_reading_order(buttons):
     left = sorted(buttons, key=lambda b: b["y"])
     while left:
@@ -54,10 +68,9 @@ def numbered(shot, buttons):
 def middle(image, size):
     """All of its height, and of its width the middle or a margin of its edge's colour, in that size."""
     large = image.resize((round(image.width * size[1] / image.height), size[1]), Image.Resampling.LANCZOS)
-    if large.width < size[0]:
-        return large.resize(size, Image.Resampling.LANCZOS)
-    x = (large.width - size[0]) // 2
-    return large.crop((x, 0, x + size[0], size[1]))
+    shown = Image.new("RGB", size, large.getpixel((0, 0)))
+    shown.paste(large, ((size[0] - large.width) // 2, 0))
+    return shown
 
 
 def write_dials(image, x, dials):
@@ -97,9 +110,9 @@ def main(shots, out):
         save(Image.open(dialog), out / dialog.name, 32)
     for name in PAIRS:
         save(side_by_side(shots, name, facts["dials"]), out / f"{name}.png")
-    window = Image.open(shots / "posebench.png")
+    window = Image.open(shots / "posebench.png").convert("RGB")
     height = round(window.height * WINDOW_WIDTH / window.width)
-    save(window.resize((WINDOW_WIDTH, height), Image.Resampling.LANCZOS), out / "posebench.png")
+    save_shaded(window.resize((WINDOW_WIDTH, height), Image.Resampling.LANCZOS), out / "posebench.png", 128)
     (out / "pages.json").write_text(json.dumps(pages, indent=1) + "\n", encoding="utf-8")
 
 
