@@ -65,6 +65,7 @@ private slots:
     void aLinkThatLeadsBackIsWalkedOnce();
     void pathLineOpensWhatIsTyped();
     void recentFoldersAreRememberedOnce();
+    void theLastTenFoldersAreRecent();
     void enterOpensAndBackspaceGoesUp();
     void showingAFolderLeavesTheOtherTabInSight();
     void takesThePictureBesideThePreset_data();
@@ -203,6 +204,16 @@ void TestContentLibrary::recentFoldersAreRememberedOnce()
     const QComboBox* path = later.contentPane()->findChild<QComboBox*>("contentPath");
     QCOMPARE(path->count(), 3);
     QCOMPARE(path->itemText(0), dir("c"));
+}
+
+void TestContentLibrary::theLastTenFoldersAreRecent()
+{
+    for (int i = 0; i < 12; ++i) {
+        QDir().mkpath(dir(QString::number(i)));
+        pane()->browseToNativeFolder(dir(QString::number(i)));
+    }
+    QCOMPARE(pane()->recentFolders().size(), 10);
+    QCOMPARE(pane()->recentFolders().last(), dir("2"));
 }
 
 void TestContentLibrary::enterOpensAndBackspaceGoesUp()

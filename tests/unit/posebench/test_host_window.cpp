@@ -16,6 +16,7 @@
 
 #include <QCheckBox>
 #include <QDockWidget>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -50,6 +51,7 @@ private slots:
     void enterTypesIntoASlider();
     void rulerKeysStepThroughFrames();
     void disabledEntriesAreDimmer();
+    void disabledTextsAreDimmer();
     void boxesStandOut_data();
     void boxesStandOut();
     void statusBarIsNeverEmpty();
@@ -296,6 +298,18 @@ void TestHostWindow::disabledEntriesAreDimmer()
     const QRgb ground = image.pixel(menu.width() / 2, menu.actionGeometry(on).top() + 1);
     const double enabled = strongest(image, menu.actionGeometry(on), ground);
     const double disabled = strongest(image, menu.actionGeometry(off), ground);
+    QVERIFY2(disabled < 0.6 * enabled && disabled > 2,
+        qPrintable(QString("%1 to %2").arg(disabled).arg(enabled)));
+}
+
+void TestHostWindow::disabledTextsAreDimmer()
+{
+    QLabel label("Text");
+    const QImage on = label.grab().toImage();
+    label.setEnabled(false);
+    const QImage off = label.grab().toImage();
+    const double enabled = strongest(on, on.rect(), kTheme.window.rgb());
+    const double disabled = strongest(off, off.rect(), kTheme.window.rgb());
     QVERIFY2(disabled < 0.6 * enabled && disabled > 2,
         qPrintable(QString("%1 to %2").arg(disabled).arg(enabled)));
 }

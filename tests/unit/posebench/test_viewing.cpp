@@ -157,8 +157,15 @@ void TestViewing::heightLineLeadsToTheFloor()
     view->setRenderOptions(plain);
     const int standing = accentPixels(view->grab().toImage());
     hip("YTranslate")->setValue(hip("YTranslate")->getValue() + 40);
-    const int lifted = accentPixels(view->grab().toImage());
+    const QImage image = view->grab().toImage();
+    const int lifted = accentPixels(image);
     QVERIFY2(lifted > standing + 30, qPrintable(QString("%1, %2").arg(standing).arg(lifted)));
+    DzVec3 lowest; // below which the line ends
+    QVERIFY(lowestPoint(m_figure, &lowest));
+    float x, y, depth;
+    QVERIFY(projectPoint(
+        makeView(view->camera(), view->size()), DzVec3(lowest.m_x, 0, lowest.m_z), &x, &y, &depth));
+    QVERIFY(accentPixels(image.copy(int(x) - 6, int(y) - 1, 12, 3)) >= 6);
 }
 
 // ---- drops ---------------------------------------------------------------------------------
