@@ -16,7 +16,7 @@ static bool readKept(RankRecords* kept)
 {
     const RankFile found = readRankFile(dataFiles().ranksKept, kept);
     return found != RankFile::Unreadable
-        && (found != RankFile::Foreign || backUp(dataFiles().ranksKept));
+        && (found != RankFile::Foreign || backUpForeign(dataFiles().ranksKept));
 }
 
 static bool writeKept(const RankRecords& kept)
@@ -81,7 +81,8 @@ bool forgetKeptRank(quint32 key)
 bool moveRanksAfterScan(bool everyPoseWasSeen)
 {
     RankRecords kept;
-    if (!readKept(&kept) || (everyPoseWasSeen && !keepRanks(ranksWithoutPose())))
+    if (!joinRanksOnDisk() // what another host gave is kept, too
+        || !readKept(&kept) || (everyPoseWasSeen && !keepRanks(ranksWithoutPose())))
         return false;
     const bool pruned = everyPoseWasSeen && pruneRanks();
     const bool returned = returnRanks(kept);

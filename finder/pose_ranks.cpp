@@ -129,11 +129,13 @@ bool setCurrentRank(int rank)
     if (!canBeGiven || !current || current->isCustom)
         return true;
     const quint32 key = current->contentHash;
+    // In that order a host that ends in between leaves one of the two at least; and nothing would
+    // try once more to forget a kept rank that must not return.
+    if (rank == Unranked && !forgetKeptRank(key))
+        return false;
     setRank(key, rank);
     refreshCurrentRank();
-    // In that order a host that ends in between leaves one of the two at least.
-    return rank == Unranked ? forgetKeptRank(key) && writeRanks()
-                            : writeRanks() && forgetKeptRank(key);
+    return writeRanks() && (!hasRankRecord(key) || forgetKeptRank(key));
 }
 
 // ---- poses that are indexed, and poses that are not
@@ -198,21 +200,29 @@ bool readRanks()
 }
 
 // What another host has saved meanwhile joins the table.
-static bool writeMerged()
+static RankFile joinFile()
 {
     RankRecords onDisk;
     const RankFile found = readRankFile(dataFiles().ranks, &onDisk);
-    if (found == RankFile::Unreadable
-        || (found == RankFile::Foreign && !backUpForeign(dataFiles().ranks)))
-        return false;
-    const RankRecords merged = found == RankFile::Read
-        ? mergedRanks(g_ranks.synced, g_ranks.records, onDisk)
-        : g_ranks.records;
-    if (!writeRankFile(dataFiles().ranks, merged))
-        return false;
-    putRecords(merged);
-    refreshCurrentRank(); // which the other host may have given
-    return true;
+    if (found == RankFile::Read) {
+        putRecords(mergedRanks(g_ranks.synced, g_ranks.records, onDisk));
+        g_ranks.synced = onDisk;
+        refreshCurrentRank(); // which the other host may have given
+    }
+    return found;
+}
+
+bool joinRanksOnDisk()
+{
+    return joinFile() != RankFile::Unreadable;
+}
+
+static bool writeMerged()
+{
+    const RankFile found = joinFile();
+    return found != RankFile::Unreadable
+        && (found != RankFile::Foreign || backUpForeign(dataFiles().ranks))
+        && writeRankFile(dataFiles().ranks, g_ranks.records);
 }
 
 bool writeRanks()

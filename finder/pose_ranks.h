@@ -37,6 +37,9 @@ bool hasRankRecord(quint32 key);
 
 // Fills the table from the rank file; false when there is none.
 bool readRanks();
+// What another host has saved since joins the table; what changed here since holds. False when the
+// file cannot be read.
+bool joinRanksOnDisk();
 // What changed since the table was last read or written is applied to what is on disk, and the
 // table becomes that. Of a file of another version a copy is made. False when the folder or the
 // file cannot be written, or not all of it can be read; the file is then as it was.

@@ -4,6 +4,7 @@
 
 #include "finder/kept_ranks.h"
 #include "ground/backup_folder.h"
+#include "ground/file_lock.h"
 #include "ground/whole_file.h"
 
 #include <map>
@@ -137,7 +138,53 @@ private slots:
         QCOMPARE(f.kept(), rankFile(QList<quint32>() << 1 << 10));
     }
 
+    // Nothing would forget it later, and the next scan would bring it back.
+    void whoseKeptRankCannotBeForgottenKeepsItsRank()
+    {
+        KeptFixture f;
+        addEntry("/a.duf", 11);
+        f.putRanks(QList<quint32>() << 1 << 11);
+        f.putKept(QList<quint32>() << 2 << 11);
+        pluginSettings().currentPose = 0;
+        const FileLock other(dataFiles().saveLock, 0);
+        QVERIFY(!setCurrentRank(Unranked));
+        QCOMPARE(rankOf(0), int(Favorite));
+    }
+
+    void aRankWithoutRoomIsNotForgotten()
+    {
+        KeptFixture f;
+        QList<quint32> many;
+        for (quint32 n = 0; n < quint32(kRankCapacity); ++n)
+            many << 1u << 1000 + n;
+        f.putRanks(many);
+        f.putKept(QList<quint32>() << 2 << 10);
+        f.rank(addEntry("/a.duf", 10), Favorite);
+        QCOMPARE(f.kept(), rankFile(QList<quint32>() << 2 << 10));
+    }
+
     // ---- after a scan
+
+    void whatAnotherHostGaveIsKeptToo_data()
+    {
+        QTest::addColumn<int>("rank");
+        QTest::newRow("another rank") << int(Hidden);
+        QTest::newRow("none") << int(Unranked);
+    }
+    void whatAnotherHostGaveIsKeptToo()
+    {
+        QFETCH(int, rank);
+        KeptFixture f;
+        addEntry("/a.duf", 10);
+        f.putRanks(QList<quint32>() << 1 << 9 << 1 << 10);
+        QList<quint32> theirs = QList<quint32>() << 1 << 10 << 2 << 12;
+        if (rank != Unranked)
+            theirs << quint32(rank) << 9;
+        writeFile(dataFiles().ranks, rankFile(theirs));
+        QVERIFY(moveRanksAfterScan(true));
+        QCOMPARE(f.ranks(), rankFile(QList<quint32>() << 1 << 10));
+        QCOMPARE(f.kept(), rankFile(theirs.mid(2)));
+    }
 
     void ranksWithoutPoseAreKept()
     {
