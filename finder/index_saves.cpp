@@ -83,10 +83,22 @@ static bool saveEdit(const QString& path, const QByteArray& record)
     return saved;
 }
 
+static bool hasTwin(int entry)
+{
+    for (int other = 0; other < poseCount(); ++other) {
+        if (other != entry && poseEntry(other)->path == poseEntry(entry)->path)
+            return true;
+    }
+    return false;
+}
+
 bool saveEntry(int entry)
 {
     const PoseIndexEntry* e = poseEntry(entry);
-    return !e || saveEdit(e->path, recordOf(entry));
+    const bool saved = !e || saveEdit(e->path, recordOf(entry));
+    if (hasTwin(entry)) // of two of one path the file has one
+        indexOnDisk().isMirrored = false;
+    return saved;
 }
 
 bool saveDeletion(const QString& path)
@@ -103,6 +115,12 @@ bool saveVanishing(const QString& path)
         return saveDeletion(path);
     disk.isMirrored = false;
     return !isGone;
+}
+
+bool saveWhatIsPending()
+{
+    const IndexOnDisk& disk = indexOnDisk();
+    return (disk.pending.empty() && !disk.isBehind) || savePending();
 }
 
 // ---- the position

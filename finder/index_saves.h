@@ -22,6 +22,9 @@ namespace quillon {
 // there, a copy is made.
 [[nodiscard]] bool saveVanishing(const QString& path);
 
+// Once more what could not be written. At the end of a host there is no next change.
+[[nodiscard]] bool saveWhatIsPending();
+
 // The settings, with the applied pose's position in the file in place of that in the table.
 [[nodiscard]] bool saveSettingsAndPosition();
 

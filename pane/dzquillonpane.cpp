@@ -102,7 +102,8 @@ static void freeStores()
     freeReadBuffer();
 }
 
-// Nothing is lost by it: what is saved later joins the file, or fails as long as that lasts.
+// No more than the current pose is lost by it: what is saved later joins the file, or fails as long
+// as that lasts.
 static void logUnread(bool isRead, const QString& path)
 {
     if (!isRead && QFileInfo(path).exists())
@@ -206,6 +207,7 @@ DzQuillonPane::~DzQuillonPane()
             static_cast<DzQuillonPane*>(currentPane())->adoptTimers();
         return;
     }
+    logSaveResult(saveWhatIsPending()); // before the position in it
     logSaveResult(saveSettingsAndPosition());
     logSaveResult(writeRanks());
     removeAccessibleButtons();

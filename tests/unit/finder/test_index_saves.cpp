@@ -311,7 +311,38 @@ private slots:
         QVERIFY(!QFile::exists(dataFiles().saveLock));
     }
 
+    void whatIsPendingIsSavedAtTheEnd()
+    {
+        SavesFixture f;
+        f.indexFiles(2);
+        QVERIFY(saveWhatIsPending());
+        const QByteArray before = f.onDisk();
+        for (int wholeScan = 0; wholeScan < 2; ++wholeScan) {
+            f.addFile(wholeScan ? "scanned.duf" : "mine.duf");
+            {
+                const FileLock other(dataFiles().saveLock, 0);
+                QVERIFY(!(wholeScan ? saveScannedIndex() : saveEntry(2)));
+                QVERIFY(!saveWhatIsPending());
+            }
+            QVERIFY(saveWhatIsPending());
+            QCOMPARE(f.pathsOnDisk(), indexedPaths());
+        }
+        QVERIFY(f.onDisk().size() > before.size());
+    }
+
     // ---- the position
+
+    // The file was removed by hand and saved again: the table has it twice, the file once.
+    void thePositionIsRightBehindAPathThatIsThereTwice()
+    {
+        SavesFixture f;
+        f.indexFiles(3);
+        QVERIFY(appendPose(poseEntry(0)->path) == 3);
+        QVERIFY(saveEntry(3));
+        pluginSettings().currentPose = 3;
+        QVERIFY(saveSettingsAndPosition());
+        QCOMPARE(f.positionOnDisk(), 0);
+    }
 
     void thePositionFollowsItsPath()
     {
