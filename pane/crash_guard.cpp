@@ -39,7 +39,7 @@ void checkCrashMarker()
 static void clearMarkersPlace()
 {
     const QString& path = dataFiles().crashMarker;
-    if (!QFileInfo(path).isDir())
+    if (mayBeOpened(path))
         return;
     QString aside;
     for (int n = 1; aside.isEmpty() || QFileInfo(aside).exists(); ++n)
@@ -66,14 +66,14 @@ void removeCrashMarker()
 
 static QString lockPath()
 {
-    logSaveResult(ensureDataFolder()); // without it there is no lock
+    logSaveResult(ensureDataFolder()); // without it there is neither lock nor marker
     return dataFiles().crashMarker + QLatin1String(".lock");
 }
 
 StartGuard::StartGuard()
     : m_lock(lockPath(), 0)
 {
-    if (!m_lock.isHeld())
+    if (m_lock.isOthers())
         return;
     checkCrashMarker();
     logSaveResult(writeCrashMarker());
@@ -81,7 +81,7 @@ StartGuard::StartGuard()
 
 StartGuard::~StartGuard()
 {
-    if (m_lock.isHeld())
+    if (!m_lock.isOthers())
         removeCrashMarker();
 }
 

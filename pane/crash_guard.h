@@ -8,7 +8,8 @@
 
 namespace quillon {
 
-// Lasts as long as the start. Without a data folder, or while another host starts, it does nothing.
+// Lasts as long as the start. While another host starts it does nothing; where there can be no lock
+// it goes on without.
 class StartGuard {
 public:
     StartGuard();

@@ -1,4 +1,5 @@
 #include "frame_fixture.h"
+#include "full_pipe.h"
 #include "room_tests.h"
 
 #include "ground/backup_folder.h"
@@ -58,6 +59,23 @@ private slots:
         QCOMPARE(fileBytes(dataFiles().crashMarker), QByteArray("\x4d\x00\x00\x00", 4));
         removeCrashMarker();
         QVERIFY(!QFile::exists(dataFiles().crashMarker));
+    }
+
+    void whereThereIsNoLockTheGuardGoesOnWithout()
+    {
+        QVERIFY(QDir().mkpath(dataFiles().crashMarker + ".lock"));
+        {
+            const StartGuard guard;
+            QVERIFY(QFile::exists(dataFiles().crashMarker));
+        }
+        QVERIFY(!QFile::exists(dataFiles().crashMarker));
+    }
+
+    void aPipeInTheMarkersPlaceIsGivenAnotherName()
+    {
+        const FullPipe pipe(dataFiles().crashMarker);
+        QVERIFY(writeCrashMarker());
+        QCOMPARE(fileBytes(dataFiles().crashMarker), QByteArray("\x4d\x00\x00\x00", 4));
     }
 
     void noMarkerMeansNoWarning()
