@@ -134,17 +134,27 @@ static long processOf(const QString& name)
     return parts.size() < 3 ? 0 : parts.at(parts.size() - 2).toLong();
 }
 
-void removeLeftovers(const QString& folder)
+static void removeThoseThatBegin(const QString& start, const QString& folder)
 {
-    if (folder.isEmpty()) // which would be where the host was started
-        return;
     const QStringList pattern(QLatin1Char('*') + QLatin1String(kBesideEnd));
     const QStringList names = QDir(folder).entryList(pattern, QDir::Files | QDir::Hidden);
     for (const QString& name : names) {
-        const long process = processOf(name);
+        const long process = name.startsWith(start) ? processOf(name) : 0;
         if (process > 0 && process != ownProcess() && !processLives(process))
             QFile::remove(folder + QLatin1Char('/') + name);
     }
+}
+
+void removeLeftovers(const QString& folder)
+{
+    if (!folder.isEmpty()) // which would be where the host was started
+        removeThoseThatBegin(QString(), folder);
+}
+
+void removeLeftoversOf(const QString& path)
+{
+    const QFileInfo info(path);
+    removeThoseThatBegin(info.fileName() + QLatin1Char('.'), info.path());
 }
 
 static bool makeAlike(const QString& path, const QString& model)
@@ -158,7 +168,7 @@ static bool makeAlike(const QString& path, const QString& model)
 
 static bool overwriteBeside(const QString& path, const QByteArray& bytes)
 {
-    removeLeftovers(QFileInfo(path).path()); // nobody else looks there
+    removeLeftoversOf(path); // nobody else looks there
     return fillBeside(path, bytes)
         && placeBeside(path, makeAlike(besideName(path), path) && isPlainFile(path));
 }

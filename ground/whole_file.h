@@ -42,8 +42,11 @@ bool isSameMark(const FileMark& a, const FileMark& b); // also of no file twice
 
 // Where the new bytes of a file lie until they are all there.
 QString besideName(const QString& path);
-// Removes from a folder what processes that have ended left there half-written.
+// Removes from a folder of the plug-in's own what processes that have ended left there
+// half-written.
 void removeLeftovers(const QString& folder);
+// The same beside one file: in other people's folders every other name is theirs.
+void removeLeftoversOf(const QString& path);
 
 // Puts a finished file in another's place in one step. False leaves both as they were.
 [[nodiscard]] bool replaceFile(const QString& finished, const QString& target);

@@ -168,6 +168,7 @@ bool writePose(
 
 bool writePoseText(const QByteArray& text, const QString& path, bool compressed)
 {
+    removeLeftoversOf(path); // wherever the user saves
     if (!compressed)
         return writeWholeFile(path, text);
     QBuffer packed;

@@ -97,6 +97,10 @@ private slots:
         for (const QString& name : kept + QStringList("a.dat." + dead + ".new"))
             writeFile(folder.path(name), "half");
         QVERIFY(QDir().mkpath(folder.path("b." + dead + ".new"))); // a folder is nobody's leftover
+        writeFile(folder.path("b.dat." + dead + ".new"), "somebody's");
+        removeLeftoversOf(folder.path("a.dat"));
+        QVERIFY(!QFile::exists(folder.path("a.dat." + dead + ".new")));
+        QVERIFY(QFile::exists(folder.path("b.dat." + dead + ".new"))); // the name of another file
         removeLeftovers(folder.path());
         QStringList left = filesIn(folder.path());
         left.sort();
