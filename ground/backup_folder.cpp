@@ -250,12 +250,13 @@ bool backUp(const QString& path, int generations)
 
 bool backUpForeign(const QString& path, int generations)
 {
-    if (!backUp(path, generations))
-        return false;
-    if (QFileInfo(path).exists())
+    const qint64 size = QFileInfo(path).size(); // 0 where there is none
+    const bool isKept
+        = size > kLargestDatFile ? setAside(path, generations) : backUp(path, generations);
+    if (isKept && size > 0)
         logLine(path + QLatin1String(" is damaged or of another version; a copy is in ")
             + backupFolder());
-    return true;
+    return isKept;
 }
 
 bool setAside(const QString& path, int generations)

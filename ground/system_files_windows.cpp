@@ -25,12 +25,18 @@ static bool isHeld(DWORD error)
         || error == ERROR_LOCK_VIOLATION;
 }
 
-template <typename Attempt> static bool tryFor(int patienceMs, Attempt attempt)
+// By the clock: a sleep lasts as long as the system's timer has it.
+static ULONGLONG endOf(int patienceMs)
 {
-    for (int waitedMs = 0;; waitedMs += kTryEveryMs) {
+    return GetTickCount64() + ULONGLONG(patienceMs);
+}
+
+template <typename Attempt> static bool tryUntil(ULONGLONG end, Attempt attempt)
+{
+    for (;;) {
         if (attempt())
             return true;
-        if (!isHeld(GetLastError()) || waitedMs >= patienceMs)
+        if (!isHeld(GetLastError()) || GetTickCount64() >= end)
             return false;
         Sleep(kTryEveryMs);
     }
@@ -85,7 +91,7 @@ bool hasOneName(int file)
 bool replaceFile(const SystemPath& finished, const SystemPath& target)
 {
     const SystemPath from = longPath(finished), to = longPath(target);
-    return tryFor(kPatienceMs, [&] {
+    return tryUntil(endOf(kPatienceMs), [&] {
         return MoveFileExW(
                    from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)
             != 0;
@@ -95,16 +101,17 @@ bool replaceFile(const SystemPath& finished, const SystemPath& target)
 int lockFile(const SystemPath& path, int patienceMs)
 {
     const SystemPath name = longPath(path);
+    const ULONGLONG end = endOf(patienceMs);
     int file = -1;
     // A file that is about to be removed cannot be opened, which passes as well.
-    const bool opened = tryFor(patienceMs, [&] {
+    const bool opened = tryUntil(end, [&] {
         file = _wopen(
             name.c_str(), _O_RDWR | _O_CREAT | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
         return file >= 0;
     });
     const bool openByOther = !opened && GetLastError() == ERROR_SHARING_VIOLATION;
     const HANDLE handle = reinterpret_cast<HANDLE>(opened ? _get_osfhandle(file) : -1);
-    const bool locked = opened && tryFor(patienceMs, [handle] {
+    const bool locked = opened && tryUntil(end, [handle] {
         OVERLAPPED whole = {};
         return LockFileEx(handle, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, MAXDWORD,
                    MAXDWORD, &whole)

@@ -181,6 +181,18 @@ private slots:
         QCOMPARE(tables(), QString("3a 2c"));
     }
 
+    void aForeignFileTooLongForACopyIsPutAway()
+    {
+        const QString path = dataFiles().ranks;
+        QVERIFY(ensureDataFolder());
+        writeFile(path, "ranks");
+        QVERIFY(QFile::resize(path, kLargestDatFile + 1));
+        QVERIFY(backUpForeign(path));
+        QVERIFY(!QFile::exists(path));
+        QCOMPARE(contents().size(), 1);
+        QCOMPARE(contents().at(0).size(), int(kLargestDatFile) + 1);
+    }
+
     void ofAnotherVersionTheLengthCounts()
     {
         QByteArray tomorrows = table(3, 't');
