@@ -7,9 +7,8 @@
 
 namespace quillon {
 
-static const qint32 kVersion = 1;
 static const int kHeaderBytes = 8; // version and count
-static const int kBehindPathBytes = 4 + 4 + kSignatureSlots * 16 + 1; // hash, code, signature, flag
+static const int kBehindPathBytes = kIndexRecordBytes - int(sizeof(qint32));
 
 static qint32 numberAt(const QByteArray& bytes, int at)
 {
@@ -21,7 +20,7 @@ static qint32 numberAt(const QByteArray& bytes, int at)
 
 bool isIndexFile(const QByteArray& bytes)
 {
-    return numberAt(bytes, 0) == kVersion;
+    return numberAt(bytes, 0) == kIndexFileVersion;
 }
 
 namespace {

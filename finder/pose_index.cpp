@@ -100,7 +100,6 @@ void truncatePoseIndex(int count)
 
 // ---- the file
 
-static const qint32 kFileVersion = 1;
 static const double kUnitTolerance = 1e-6; // narrowing to floats alone stays well below
 
 namespace {
@@ -110,9 +109,7 @@ struct StoredSignature {
 };
 static_assert(sizeof(StoredSignature) == 160, "as it lies in the file");
 
-// path length, hash, figure code, signature, flag
-const qint64 kRecordBytes = 4 + 4 + 4 + qint64(sizeof(StoredSignature)) + 1; // without the path
-const int kUsualEntryBytes = 300; // with one
+const int kUsualEntryBytes = 300; // with its path
 
 } // namespace
 
@@ -149,11 +146,12 @@ static void writeSignature(const PoseIndexEntry& entry, DatWriter* file)
 // room for.
 static bool readEntry(DatReader* file, int* roomForPaths)
 {
-    if (file->bytesLeft() < kRecordBytes)
+    if (file->bytesLeft() < kIndexRecordBytes)
         return false;
     qint32 pathBytes = 0;
     file->readField(&pathBytes);
-    if (pathBytes < 0 || pathBytes > file->bytesLeft() - (kRecordBytes - qint64(sizeof pathBytes)))
+    if (pathBytes < 0
+        || pathBytes > file->bytesLeft() - (kIndexRecordBytes - qint64(sizeof pathBytes)))
         return false;
     if (pathBytes > std::min(kLongestPathBytes, *roomForPaths))
         return false;
@@ -210,7 +208,7 @@ bool readPoseIndex()
         return false;
     qint32 version = 0;
     file.readField(&version);
-    if (version != kFileVersion)
+    if (version != kIndexFileVersion)
         return true;
     readEntries(&file);
     noteMirrored(mark);
@@ -223,7 +221,7 @@ bool writePoseIndex()
         return false;
     DatWriter file;
     file.reserve(poseCount() * kUsualEntryBytes);
-    file.writeField(kFileVersion);
+    file.writeField(kIndexFileVersion);
     file.writeField(qint32(poseCount()));
     for (const PoseIndexEntry& entry : g_index.entries)
         writeEntry(entry, &file);

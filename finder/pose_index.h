@@ -18,6 +18,7 @@
 namespace quillon {
 
 const int kPoseIndexCapacity = 65536;
+const qint32 kIndexFileVersion = 1;
 const int kLongestPathBytes = 32767;
 const int kAllPathsBytes = 32 * 1024 * 1024;
 const quint32 kFigureNotIdentified = 0xffffffffu;
@@ -38,6 +39,8 @@ enum SignatureSlot {
     RightForearmSlot
 };
 const int kSignatureSlots = 10;
+// Path length, hash, figure code, signature, flag: an entry in the file without its path.
+const int kIndexRecordBytes = 4 + 4 + 4 + kSignatureSlots * 16 + 1;
 
 struct PoseIndexEntry {
     QString path; // as the directory walk gave it
