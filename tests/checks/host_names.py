@@ -21,9 +21,13 @@ KINDS = {Kind.ENUM_CONSTANT_DECL: "enumerator", Kind.FIELD_DECL: "field", Kind.V
 
 
 def is_host(cursor):
-    """Whether the host's interface declares it; headers of the stand-in alone are told by checks.includes."""
+    """Whether the host's interface declares it; headers of the stand-in alone are told by checks.includes.
+    A class that is only named goes by its name: whether another file of the same reading defines it is chance."""
     at = cursor.location.file
-    return at is not None and "/host/dzcore/" in at.name
+    if at is None:
+        return False
+    only_named = cursor.kind in CLASSES and cursor.get_definition() is None
+    return "/host/dzcore/" in at.name or only_named and re.match(r"Dz(?!Quillon)", cursor.spelling) is not None
 
 
 def class_of(cursor):

@@ -390,8 +390,13 @@ def read_all(source, header, jobs, flags_of_all):
     return result, errors
 
 
+def files_with_uses(entries):
+    return {file for each in entries.values() for file in each["uses"]}
+
+
 def gather(source, build):
-    """file -> uses; reads only what has changed since the last time."""
+    """file -> uses; reads only what has changed since the last time. A header's uses stand with the first file
+    that was read with it: when that file goes, or drops it, everything is read anew."""
     cache = os.path.join(build, "tests", "checks", "qt48_uses")
     os.makedirs(cache, exist_ok=True)
     kept_file = os.path.join(cache, "uses.json")
@@ -413,7 +418,13 @@ def gather(source, build):
         for name, (files, uses) in read.items():
             result[name] = {"key": own + digest(files), "flags": given[name], "files": files, "uses": uses}
         os.remove(header)
-        json.dump(result, open(kept_file, "w"))
+        with open(kept_file + ".new", "w") as out:
+            json.dump(result, out)
+        os.replace(kept_file + ".new", kept_file)
+    lost = files_with_uses(kept) - files_with_uses(result)
+    if any(os.path.exists(os.path.join(source, file)) for file in lost):
+        os.remove(kept_file)
+        return gather(source, build)
     by_file = {}
     for each in result.values():
         for file, rows in each["uses"].items():

@@ -68,6 +68,21 @@ def flags_of_a_test(build):
     sys.exit("no such test is built")
 
 
+def is_header_kept(work, command, flags):
+    """Two files include a header that is refused; then the first one does not any more."""
+    folder = os.path.join(work, "ground")
+    told = []
+    for first in ('#include "z.h"\n', "// nothing\n"):
+        for name, text in (("z.h", "#include <QString>\ninline QString z(const QString& s) { return s.chopped(1); }\n"),
+                           ("z1.cpp", first), ("z2.cpp", '#include "z.h"\n')):
+            with open(os.path.join(folder, name), "w") as out:
+                out.write(text)
+        with open(os.path.join(work, "build", "compile_commands.json"), "w") as out:
+            json.dump([{"file": os.path.join(folder, name), "command": flags} for name in ("z1.cpp", "z2.cpp")], out)
+        told.append(subprocess.run(command, stderr=subprocess.PIPE, stdout=subprocess.PIPE, text=True).stderr)
+    return all("ground/z.h:2:" in each for each in told)
+
+
 def main():
     build, work = os.path.abspath(sys.argv[2]), os.path.abspath(sys.argv[3])
     shutil.rmtree(work, ignore_errors=True)
@@ -98,6 +113,9 @@ def main():
     flaws = test_host_calls.flaws(work)
     if flaws:
         print("\n".join(flaws), file=sys.stderr)
+        return 1
+    if not is_header_kept(work, command, flags):
+        print("accepted: a header's use, once the file that was read with it has dropped it", file=sys.stderr)
         return 1
     shutil.rmtree(work)
     print(f"{len(wanted)} lines refused, {ACCEPTED.count(chr(10))} accepted")
