@@ -119,6 +119,10 @@ eq(verdicts(lines, "not asked").length, 4);
 skip = "";
 
 // ---- a host that is otherwise tells so ----------------------------------------------------------
+MessageBox = { question: function () { throw new Error("other arguments"); } };
+lines = run();
+eq(verdicts(lines, "not asked").length, 4);
+assert(lines.join("\n").indexOf("other arguments") >= 0, "it tells why");
 MessageBox = undefined;
 crate.getOriginXControl().lock(true);
 lines = run();
