@@ -76,7 +76,7 @@ def main():
             lines.done, lines.total = lines.done + file_lines.done, lines.total + file_lines.total
             branches.done, branches.total = branches.done + file_branches.done, branches.total + file_branches.total
         is_room_low = is_low(lines, branches)
-        low = low or is_room_low
+        low = low or is_room_low or not files
         print(f"{room:40}{lines}  {branches}{'  below the goal' if is_room_low else ''}")
         for name, (file_lines, file_branches, missed) in sorted(tables[room].items()):
             if is_low(file_lines, file_branches):

@@ -18,10 +18,10 @@ bench() {
 # host NAME: starts it again after each kill until all its saves are made. A kill comes when it has
 # told of 6 to 25 saves more, in the middle of the next one.
 host() {
-    local name=$1 made=0 kills=0 told line left pid
+    local name=$1 made=0 kills=0 told line left pid killed code
     RANDOM=$(($(printf '%d' "'$name")))
     while [ "$made" -lt "$saves" ]; do
-        left=$((6 + RANDOM % 20)) told=0
+        left=$((6 + RANDOM % 20)) told=0 killed=0
         exec 3< <(exec "$posebench" --headless --home "$home" --content "$home/content" \
             --content "$home/data" --script "$here/two_hosts.js" "$name" "$made" "$saves" 2>&1)
         pid=$!
@@ -35,12 +35,17 @@ host() {
             *) echo "host $name: $line" >&2 && return 1 ;;
             esac
             if [ "$told" -gt "$left" ] && [ "$made" -lt "$saves" ]; then
-                kill -KILL "$pid" && kills=$((kills + 1))
+                kill -KILL "$pid" && kills=$((kills + 1)) killed=1
                 left=$saves
             fi
         done
         exec 3<&-
         wait "$pid"
+        code=$?
+        [ "$code" = 0 ] || [ "$killed $code" = "1 137" ] || {
+            echo "host $name ended with $code" >&2
+            return 1
+        }
         [ "$told" -gt 0 ] || { echo "host $name did not begin" >&2 && return 1; }
     done
     echo "host $name was killed $kills times"
@@ -51,7 +56,9 @@ host a &
 a=$!
 host b &
 b=$!
-wait "$a" && wait "$b" || exit 1
+wait "$a"
+failed=$?
+wait "$b" && [ "$failed" = 0 ] || exit 1
 bench "$here/two_hosts_check.js" "$home/told_a" "$home/told_b" || exit 1
 left=$(find "$home/data" -name '*.new' -o -name '*.lock')
 [ -z "$left" ] || { echo "left behind: $left" >&2 && exit 1; }

@@ -27,6 +27,7 @@ function limitOf(word)
 function commandsOf(words) // all without one
 {
     var names = [];
+    words.forEach(function (word) { assert(word in COMMANDS, word + " is a command"); });
     for (var name in COMMANDS)
         if (!words.length || words.indexOf(name) >= 0)
             names.push(name);
