@@ -182,6 +182,8 @@ void DzContentLibraryPane::show(std::vector<ContentEntry> entries)
 void DzContentLibraryPane::showRoots()
 {
     m_folder.clear();
+    if (!m_search->text().isEmpty())
+        return m_search->clear(); // comes back through search()
     m_up->setEnabled(false);
     m_path->setEditText(tr("Content directories"));
     std::vector<ContentEntry> entries;
@@ -195,6 +197,8 @@ void DzContentLibraryPane::showRoots()
 void DzContentLibraryPane::showFolder(const QString& folder)
 {
     m_folder = QDir::cleanPath(folder);
+    if (!m_search->text().isEmpty())
+        return m_search->clear(); // comes back through search()
     m_up->setEnabled(true);
     m_path->setEditText(m_folder);
     m_path->setToolTip(m_folder);
@@ -255,7 +259,6 @@ void DzContentLibraryPane::openIndex(const QModelIndex& index)
         return;
     if (entry->isFolder) {
         const QString folder = entry->path; // the entry goes with its list
-        m_search->clear();
         return showFolder(folder);
     }
     QString text;

@@ -63,6 +63,8 @@ private slots:
     void sortsByTime();
     void findsByAllWordsInAllDirectories();
     void aLinkThatLeadsBackIsWalkedOnce();
+    void whatIsShownEndsTheSearch_data();
+    void whatIsShownEndsTheSearch();
     void pathLineOpensWhatIsTyped();
     void recentFoldersAreRememberedOnce();
     void theLastTenFoldersAreRecent();
@@ -177,6 +179,40 @@ void TestContentLibrary::aLinkThatLeadsBackIsWalkedOnce()
         walk.goOn(1);
     QVERIFY(walk.isDone());
     QCOMPARE(walk.found().size(), size_t(1));
+}
+
+void TestContentLibrary::whatIsShownEndsTheSearch_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<QStringList>("names");
+    QTest::newRow("a product's folder") << "browse" << QStringList({"sit", "stand"});
+    QTest::newRow("the folder typed") << "type" << QStringList({"sit", "stand"});
+    QTest::newRow("the folder above") << "goUp" << QStringList({"q"});
+}
+
+void TestContentLibrary::whatIsShownEndsTheSearch()
+{
+    QFETCH(QString, way);
+    QFETCH(QStringList, names);
+    write(dir("p/q/sit.duf"), bend(1));
+    write(dir("p/q/stand.duf"), bend(1));
+    pane()->browseToNativeFolder(dir("p/q"));
+    QLineEdit* search = pane()->findChild<QLineEdit*>("contentSearch");
+    QTest::keyClicks(search, "sit"); // the walk through the directories begins
+    QLineEdit* path = pane()->findChild<QComboBox*>("contentPath")->lineEdit();
+    path->setText(dir("p/q"));
+    if (way == "type")
+        QTest::keyClick(path, Qt::Key_Return);
+    else if (way == "browse")
+        pane()->browseToNativeFolder(dir("p/q"));
+    else
+        QVERIFY(QMetaObject::invokeMethod(pane(), "goUp"));
+    QCOMPARE(search->text(), QString());
+    QCOMPARE(shown(), names);
+    for (const QTimer* timer : pane()->findChildren<QTimer*>())
+        QVERIFY(!timer->isActive());
+    QVERIFY(QMetaObject::invokeMethod(pane(), "refresh"));
+    QCOMPARE(shown(), names);
 }
 
 void TestContentLibrary::pathLineOpensWhatIsTyped()
