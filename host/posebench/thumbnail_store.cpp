@@ -7,6 +7,8 @@
 #include <QImageReader>
 #include <QProcess>
 
+#include <algorithm>
+
 using namespace quillon;
 
 static const int kMemoryKiB = 64 << 10;
@@ -85,18 +87,20 @@ void ThumbnailStore::look(const QString& preset)
     if (m_pixmaps.contains(preset) || m_ordered.values().contains(preset))
         return;
     const QString own = ownPicture(preset);
-    if (!own.isEmpty()
-        && std::max(QImageReader(own).size().width(), QImageReader(own).size().height()) <= kSmallPx
-        && load(preset, own))
+    const QSize px = own.isEmpty() ? QSize() : QImageReader(own).size();
+    const bool isLarge = std::max(px.width(), px.height()) > kSmallPx;
+    if (px.isValid() && !isLarge && load(preset, own))
         return;
-    const QString made = thumbnailFile(m_setup.folder, preset);
+    const QString source = isLarge ? own : preset;
+    const QString made = thumbnailFile(m_setup.folder, source);
     if (made.isEmpty())
         m_without.insert(preset);
     else if (load(preset, made))
         markUsed(made);
     else
-        order(preset, (own.isEmpty() ? preset : own) + '\t' + made);
+        order(preset, source + '\t' + made);
 }
+    // One that cannot be read is none; a large one is made smaller, and kept as of its own file.
 
 bool ThumbnailStore::load(const QString& preset, const QString& picture)
 {
