@@ -213,6 +213,7 @@ void DzContentLibraryPane::showFolder(const QString& folder)
 
 void DzContentLibraryPane::refresh()
 {
+    m_store->forget();
     m_walk.reset();
     if (!m_search->text().trimmed().isEmpty())
         search(m_search->text());

@@ -63,6 +63,12 @@ QPixmap ThumbnailStore::thumbnail(const QString& preset)
     return QPixmap();
 }
 
+void ThumbnailStore::forget()
+{
+    m_pixmaps.clear();
+    m_without.clear();
+}
+
 int ThumbnailStore::made() const
 {
     return m_made;

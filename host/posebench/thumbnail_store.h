@@ -34,6 +34,7 @@ public:
     QPixmap thumbnail(const QString& preset);
     int made() const; // by the helper so far
 
+    void forget(); // what is known of any preset: its files may have changed
 signals:
     void changed(); // some that were null before are there
 

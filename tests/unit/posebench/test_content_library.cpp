@@ -65,6 +65,7 @@ private slots:
     void aLinkThatLeadsBackIsWalkedOnce();
     void whatIsShownEndsTheSearch_data();
     void whatIsShownEndsTheSearch();
+    void readingAgainShowsPicturesAnew();
     void pathLineOpensWhatIsTyped();
     void recentFoldersAreRememberedOnce();
     void theLastTenFoldersAreRecent();
@@ -213,6 +214,21 @@ void TestContentLibrary::whatIsShownEndsTheSearch()
         QVERIFY(!timer->isActive());
     QVERIFY(QMetaObject::invokeMethod(pane(), "refresh"));
     QCOMPARE(shown(), names);
+}
+
+void TestContentLibrary::readingAgainShowsPicturesAnew()
+{
+    write(dir("p/sit.duf"), bend(1));
+    writePicture(dir("p/sit.png"), QSize(91, 91), Qt::green);
+    pane()->browseToNativeFolder(dir("p"));
+    const auto color = [this] {
+        const QVariant shown = view()->model()->index(0, 0).data(Qt::DecorationRole);
+        return shown.value<QPixmap>().toImage().pixelColor(40, 40);
+    };
+    QTRY_COMPARE(color(), QColor(Qt::green));
+    writePicture(dir("p/sit.png"), QSize(91, 91), Qt::red);
+    QVERIFY(QMetaObject::invokeMethod(pane(), "refresh"));
+    QTRY_COMPARE(color(), QColor(Qt::red));
 }
 
 void TestContentLibrary::pathLineOpensWhatIsTyped()

@@ -25,6 +25,7 @@ private slots:
     void aLargePictureAddedLaterIsShown();
     void aPresetIsDrawnWhenItsPictureCannotBeRead_data();
     void aPresetIsDrawnWhenItsPictureCannotBeRead();
+    void whatIsForgottenIsLookedForAnew();
     void withoutAHelperThatStartsThereAreNone();
 
 private:
@@ -104,6 +105,21 @@ void TestThumbnailStore::aPresetIsDrawnWhenItsPictureCannotBeRead()
     QVERIFY(bytes < 0 ? !put("sit.png", "no picture").isEmpty() : QFile::resize(own, bytes));
     ThumbnailStore store(setup());
     QTRY_COMPARE(colorOf(&store, preset), QColor(Qt::blue));
+}
+
+void TestThumbnailStore::whatIsForgottenIsLookedForAnew()
+{
+    const QString shown = put("shown.duf", "pose"), none = put("none.duf", "pose");
+    paint("shown.png", Qt::green);
+    ThumbnailStore store({path("thumbnails"), QString(), kThumbnailBytes});
+    QCOMPARE(colorOf(&store, none), QColor(Qt::black)); // looked for before the other
+    QTRY_COMPARE(colorOf(&store, shown), QColor(Qt::green));
+    paint("shown.png", Qt::red);
+    paint("none.png", Qt::red);
+    QCOMPARE(colorOf(&store, shown), QColor(Qt::green)); // of what is known no file is read
+    store.forget();
+    QTRY_COMPARE(colorOf(&store, shown), QColor(Qt::red));
+    QTRY_COMPARE(colorOf(&store, none), QColor(Qt::red));
 }
 
 void TestThumbnailStore::withoutAHelperThatStartsThereAreNone()
