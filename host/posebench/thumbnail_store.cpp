@@ -79,19 +79,27 @@ void ThumbnailStore::work()
     QElapsedTimer clock;
     clock.start();
     const int before = m_pixmaps.size();
-    while (!m_wanted.isEmpty() && m_ordered.size() < kMostOrdered && clock.elapsed() < kSliceMs)
+    while (
+        !m_wanted.isEmpty() && int(m_ordered.size()) < kMostOrdered && clock.elapsed() < kSliceMs)
         look(m_wanted.takeFirst());
     m_asked = 0;
     if (m_pixmaps.size() != before)
         emit changed();
-    if (m_wanted.isEmpty() || m_ordered.size() >= kMostOrdered)
+    if (m_wanted.isEmpty() || int(m_ordered.size()) >= kMostOrdered)
         m_slice.stop(); // the helper's answer goes on
+}
+
+bool ThumbnailStore::isOrdered(const QString& preset) const
+{
+    return std::any_of(m_ordered.begin(), m_ordered.end(),
+        [&preset](const Order& each) { return each.preset == preset; });
 }
 
 void ThumbnailStore::look(const QString& preset)
 {
-    if (m_pixmaps.contains(preset) || m_ordered.values().contains(preset))
+    if (m_pixmaps.contains(preset) || m_without.contains(preset) || isOrdered(preset))
         return;
+    // One that cannot be read is none; a large one is made smaller, and kept as of its own file.
     const QString own = ownPicture(preset);
     const QSize px = own.isEmpty() ? QSize() : QImageReader(own).size();
     const bool isLarge = std::max(px.width(), px.height()) > kSmallPx;
@@ -106,7 +114,6 @@ void ThumbnailStore::look(const QString& preset)
     else
         order(preset, source + '\t' + made);
 }
-    // One that cannot be read is none; a large one is made smaller, and kept as of its own file.
 
 bool ThumbnailStore::load(const QString& preset, const QString& picture)
 {
@@ -136,6 +143,7 @@ void ThumbnailStore::order(const QString& preset, const QString& line)
         m_without.insert(preset);
         return;
     }
+    m_ordered.push_back({line.section('\t', -1), preset});
     if (!m_helper) {
         QDir().mkpath(m_setup.folder);
         m_helper = new QProcess(this);
@@ -145,17 +153,20 @@ void ThumbnailStore::order(const QString& preset, const QString& line)
         connect(m_helper, SIGNAL(errorOccurred(QProcess::ProcessError)), SLOT(helperEnded()));
         m_helper->start(m_setup.helper, {"--thumbnails"});
     }
-    m_ordered.insert(line.section('\t', -1), preset);
-    m_helper->write(line.toUtf8() + '\n');
+    if (m_helper) // it may have failed in start()
+        m_helper->write(line.toUtf8() + '\n');
 }
 
 void ThumbnailStore::helperSaid()
 {
     while (m_helper && m_helper->canReadLine()) {
         const QString file = QString::fromUtf8(m_helper->readLine()).trimmed();
-        const QString preset = m_ordered.take(file);
-        if (preset.isEmpty())
+        const auto order = std::find_if(m_ordered.begin(), m_ordered.end(),
+            [&file](const Order& each) { return each.file == file; });
+        if (order == m_ordered.end())
             continue;
+        const QString preset = order->preset;
+        m_ordered.erase(order);
         if (!load(preset, file)) {
             m_without.insert(preset);
             continue;
@@ -172,17 +183,22 @@ void ThumbnailStore::helperSaid()
         m_slice.start();
 }
 
-// It could not start, or a preset was too much for it: what it had to do is not asked for again.
+// It could not start, or the preset that it worked on was too much for it: that one is not asked
+// for again, and the others are.
 void ThumbnailStore::helperEnded()
 {
-    if (!m_helper)
-        return;
-    if (m_helper->error() == QProcess::FailedToStart)
+    if (!m_helper || m_helper->state() != QProcess::NotRunning)
+        return; // what it has said is read before it ends
+    if (m_helper->error() == QProcess::FailedToStart) {
         m_setup.helper.clear();
+    } else if (!m_ordered.empty()) {
+        m_without.insert(m_ordered.front().preset);
+        m_ordered.erase(m_ordered.begin());
+    }
     m_helper->deleteLater();
     m_helper = nullptr;
-    for (const QString& preset : std::as_const(m_ordered))
-        m_without.insert(preset);
+    for (size_t i = 0; i < m_ordered.size(); ++i)
+        m_wanted.insert(m_asked + int(i), m_ordered[i].preset);
     m_ordered.clear();
     if (!m_wanted.isEmpty())
         m_slice.start();

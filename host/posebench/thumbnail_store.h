@@ -12,6 +12,8 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <vector>
+
 class QProcess;
 
 namespace quillon {
@@ -32,9 +34,9 @@ public:
 
     // Null: it is not there yet and wanted now, or there is none for this preset.
     QPixmap thumbnail(const QString& preset);
+    void forget(); // what is known of any preset: its files may have changed
     int made() const; // by the helper so far
 
-    void forget(); // what is known of any preset: its files may have changed
 signals:
     void changed(); // some that were null before are there
 
@@ -44,8 +46,14 @@ private slots:
     void helperEnded();
 
 private:
+    struct Order {
+        QString file; // that the helper writes
+        QString preset;
+    };
+
     void look(const QString& preset);
     bool load(const QString& preset, const QString& picture); // false: no such picture
+    bool isOrdered(const QString& preset) const;
     void order(const QString& preset, const QString& line);
     void give(const QString& preset, const QPixmap& pixmap);
 
@@ -54,7 +62,7 @@ private:
     QSet<QString> m_without; // presets that have and get none
     QStringList m_wanted; // in the order in which they are looked for
     int m_asked; // of m_wanted, from its begin: asked for since the last slice of work
-    QHash<QString, QString> m_ordered; // by the file that the helper writes: the preset
+    std::vector<Order> m_ordered; // at the helper, which works in this order
     QProcess* m_helper;
     QTimer m_slice;
     qint64 m_bytes; // in the folder; -1: not counted yet

@@ -26,6 +26,7 @@ private slots:
     void aPresetIsDrawnWhenItsPictureCannotBeRead_data();
     void aPresetIsDrawnWhenItsPictureCannotBeRead();
     void whatIsForgottenIsLookedForAnew();
+    void onlyThePresetThatEndsTheHelperGetsNone();
     void withoutAHelperThatStartsThereAreNone();
 
 private:
@@ -120,6 +121,21 @@ void TestThumbnailStore::whatIsForgottenIsLookedForAnew()
     store.forget();
     QTRY_COMPARE(colorOf(&store, shown), QColor(Qt::red));
     QTRY_COMPARE(colorOf(&store, none), QColor(Qt::red));
+}
+
+void TestThumbnailStore::onlyThePresetThatEndsTheHelperGetsNone()
+{
+    ThumbnailStore store(setup());
+    const QStringList good {paint("a.duf", Qt::blue), paint("b.duf", Qt::blue),
+        paint("c.duf", Qt::blue), paint("d.duf", Qt::blue)};
+    const QString deadly = paint("deadly.duf", Qt::blue);
+    const QStringList inOrder {good.at(0), deadly, good.at(1), good.at(2), good.at(3)};
+    for (const QString& preset : inOrder)
+        store.thumbnail(preset);
+    for (const QString& preset : good)
+        QTRY_COMPARE(colorOf(&store, preset), QColor(Qt::blue));
+    QCOMPARE(colorOf(&store, deadly), QColor(Qt::black));
+    QCOMPARE(store.made(), 4);
 }
 
 void TestThumbnailStore::withoutAHelperThatStartsThereAreNone()
