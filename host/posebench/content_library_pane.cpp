@@ -278,6 +278,8 @@ QStringList DzContentLibraryPane::recentFolders() const
 void DzContentLibraryPane::remember(const QString& folder)
 {
     QStringList recent = recentFolders();
+    if (recent.value(0) == folder)
+        return;
     recent.removeAll(folder);
     recent.prepend(folder);
     recent = recent.mid(0, kMostRecent);
