@@ -8,6 +8,8 @@
 
 namespace quillon {
 
+static const int kDrawing = 1; // another one when pictures look otherwise
+
 QString ownPicture(const QString& preset)
 {
     const QString stem = preset.left(preset.size() - int(qstrlen(".duf")));
@@ -22,11 +24,12 @@ QString thumbnailFile(const QString& folder, const QString& preset)
     const QFileInfo info(preset);
     if (!info.isFile())
         return QString();
-    const QString key = QString("%1|%2|%3|%4")
+    const QString key = QString("%1|%2|%3|%4|%5")
                             .arg(info.absoluteFilePath())
                             .arg(info.size())
                             .arg(info.lastModified().toMSecsSinceEpoch())
-                            .arg(kThumbnailPx);
+                            .arg(kThumbnailPx)
+                            .arg(kDrawing);
     const QByteArray hash = QCryptographicHash::hash(key.toUtf8(), QCryptographicHash::Sha1);
     return folder + '/' + QString::fromLatin1(hash.toHex()) + ".png";
 }
