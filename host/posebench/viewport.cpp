@@ -34,6 +34,7 @@ ViewportWidget::ViewportWidget(QWidget* parent)
     , m_drawnChange(0)
     , m_stale(true)
     , m_hasLowest(false)
+    , m_lowestOf {nullptr, 0, 0}
     , m_samples(kFullSamples)
     , m_dragging(false)
     , m_focusMarked(false)
@@ -273,6 +274,19 @@ static void paintHeight(
         painter, QPoint(int(floorX) + 10, int((y + floorY) / 2) - 12), heightText(lowest.m_y));
 }
 
+// All of the skin is computed for it: not anew while only the camera moves.
+void ViewportWidget::measureLowest()
+{
+    const DzSkeleton* figure = figureToPose();
+    const LowestOf of {
+        figure, dzScene ? dzScene->changeCount() : 0, figure ? dzScene->getTime() : 0};
+    if (of.figure == m_lowestOf.figure && of.change == m_lowestOf.change
+        && of.time == m_lowestOf.time)
+        return;
+    m_hasLowest = lowestPoint(figure, &m_lowest);
+    m_lowestOf = of;
+}
+
 void ViewportWidget::draw()
 {
     const unsigned change = dzScene ? dzScene->changeCount() : 0;
@@ -282,7 +296,7 @@ void ViewportWidget::draw()
     RenderOptions options = m_options;
     options.samples = m_samples;
     m_image = renderSceneImage(pixels, m_camera, options);
-    m_hasLowest = lowestPoint(figureToPose(), &m_lowest);
+    measureLowest();
     m_drawnChange = change;
     m_stale = false;
 }

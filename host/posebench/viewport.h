@@ -10,6 +10,8 @@
 #include "host/body/camera.h"
 #include "host/body/figure_renderer.h"
 
+#include "dztime.h"
+
 #include <QPoint>
 #include <QTimer>
 #include <QWidget>
@@ -20,6 +22,8 @@ namespace quillon {
 QString heightText(float cm);
 
 } // namespace quillon
+
+class DzSkeleton;
 
 class ViewportWidget : public QWidget {
     Q_OBJECT
@@ -62,6 +66,7 @@ private:
     void redraw(int samples);
     void clickAt(const QPoint& px, bool add);
     void paintLegend(QPainter*) const;
+    void measureLowest();
     void draw(); // m_image and what stands beside it, if they are not of this scene
 
     quillon::Camera m_camera;
@@ -72,6 +77,11 @@ private:
     bool m_stale;
     bool m_hasLowest;
     DzVec3 m_lowest; // point of the selected figure, world, cm; of no meaning without a figure
+    struct LowestOf {
+        const DzSkeleton* figure;
+        unsigned change; // dzScene's change count
+        DzTime time;
+    } m_lowestOf; // what m_lowest was measured for
     int m_samples;
     QPoint m_pressed, m_last;
     bool m_dragging;
