@@ -3,6 +3,7 @@
 #include "catalogue/catalogue_options.h"
 #include "finder/browse_tables.h"
 #include "finder/category_table.h"
+#include "finder/kept_ranks.h"
 #include "finder/pose_index.h"
 #include "finder/pose_ranks.h"
 #include "finder/pose_scanner.h"
@@ -42,12 +43,17 @@ DzAppSetup setupOf(const QString& home, const QStringList& content)
     return setup;
 }
 
-// The user's file is only read: the ranks are those of a copy.
+// After the scan. The user's files are only read: the ranks are those of copies. Ranks that are
+// kept for poses which were away return where the poses are found now.
 void takeRanks(const QString& userHome)
 {
+    if (!ensureDataFolder())
+        return;
     const DataFiles of = dataFilesFor(dataOf(userHome), tempOf(userHome));
-    if (ensureDataFolder() && QFile::copy(of.ranks, dataFiles().ranks))
-        readRanks();
+    QFile::copy(of.ranks, dataFiles().ranks);
+    QFile::copy(of.ranksKept, dataFiles().ranksKept);
+    readRanks();
+    (void)moveRanksAfterScan(false); // what cannot be saved here is shown all the same
 }
 
 // The one watcher of progress windows, which the library calls without anything of ours.

@@ -89,13 +89,13 @@ def make_content(top):
     return [first, second]
 
 
-def run(output, content, *options, check=True):
+def run(output, content, *options, check=True, **environment):
     """The finished process; stdout and stderr are texts."""
     command = [PROGRAM, str(output)]
     for directory in content:
         command += ["--content", str(directory)]
     done = subprocess.run(command + [str(each) for each in options], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                          encoding="utf-8")
+                          encoding="utf-8", env={**os.environ, **environment})
     assert not check or done.returncode == 0, done.stderr
     return done
 
@@ -111,10 +111,10 @@ def djb2(data):
     return value
 
 
-def write_ranks(home, ranks):
+def write_ranks(home, ranks, name="ranks"):
     """ranks: pairs of content hash and rank, 1 favourite, 2 hidden; into a home of posebench."""
     folder = pathlib.Path(home, "data/Brannoc/Quillon")
     folder.mkdir(parents=True, exist_ok=True)
     key = "%08x" % djb2(pathlib.Path(home).name.encode())
     records = b"".join(struct.pack("<iI", rank, content) for content, rank in ranks)
-    (folder / ("ranks_%s.dat" % key)).write_bytes(struct.pack("<ii", 1, len(ranks)) + records)
+    (folder / ("%s_%s.dat" % (name, key))).write_bytes(struct.pack("<ii", 1, len(ranks)) + records)

@@ -114,6 +114,18 @@ class TestCatalogue(unittest.TestCase):
         self.assertEqual(set(ranks.values()), {"unranked"})
         self.assertEqual(snapshot(self.home), before)
 
+    def test_a_rank_kept_for_a_pose_that_was_away_is_shown(self):
+        home = self.top / "kept home"
+        made.write_ranks(home, [(self.poses["Stand 1"]["contentHash"], 1)])
+        made.write_ranks(home, [(self.poses["Stand 1"]["contentHash"], 2), (self.poses["Stand 36"]["contentHash"], 2),
+                                (0xdead, 1)], "ranksKept")
+        before = snapshot(home)
+        made.run(self.top / "kept ranks", self.content, "--home", home)
+        ranks = {pose["name"]: pose["rank"] for pose in made.catalogue(self.top / "kept ranks")["poses"]}
+        self.assertEqual((ranks.pop("Stand 1"), ranks.pop("Stand 36")), ("favourite", "hidden"))
+        self.assertEqual(set(ranks.values()), {"unranked"})
+        self.assertEqual(snapshot(home), before)
+
     def test_only_the_named_directories_are_scanned(self):
         made.run(self.top / "second only", self.content[1:])
         told = made.catalogue(self.top / "second only")
