@@ -84,6 +84,8 @@ std::vector<unsigned> allCategories(const DzSkeleton* figure, DzTime time)
 
 ContentScan::ContentScan(const CatalogueOptions& options)
 {
+    if (!m_home.isValid())
+        return; // as run() tells
     m_app.reset(new DzApp(setupOf(m_home.path(), options.content)));
     QDir().mkpath(m_app->getTempPath());
     locateDataFiles();

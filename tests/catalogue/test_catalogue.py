@@ -126,6 +126,14 @@ class TestCatalogue(unittest.TestCase):
         self.assertEqual(set(ranks.values()), {"unranked"})
         self.assertEqual(snapshot(home), before)
 
+    def test_without_a_temporary_folder_nothing_is_made(self):
+        before = os.listdir("/")
+        done = made.run(self.top / "no temp", self.content, check=False, TMPDIR=self.path("second/shape.duf"))  # no folder
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("quillon-catalogue: no temporary folder: ", done.stderr)
+        self.assertFalse((self.top / "no temp").exists())
+        self.assertEqual(os.listdir("/"), before)  # not in a folder without a name
+
     def test_only_the_named_directories_are_scanned(self):
         made.run(self.top / "second only", self.content[1:])
         told = made.catalogue(self.top / "second only")
