@@ -33,6 +33,16 @@ bool takeFolder(const QString& text, const char* option, QString* folder, QStrin
     return false;
 }
 
+bool takeHome(const QString& text, QString* home, QString* why)
+{
+    if (!takeFolder(text, "--home", home, why))
+        return false;
+    if (QFileInfo(*home + "/data").isDir())
+        return true;
+    *why = QString("--home: there is no folder 'data' in '%1'").arg(text);
+    return false;
+}
+
 bool takeNumber(const QString& text, int* number, QString* why)
 {
     bool isNumber = false;
@@ -59,7 +69,7 @@ bool takeOption(const QString& name, const QString& value, CatalogueOptions* o, 
         return takeFolder(value, "--content", &o->content.last(), why);
     }
     if (name == "--home")
-        return takeFolder(value, "--home", &o->home, why);
+        return takeHome(value, &o->home, why);
     if (name == "--figure")
         return takeFigure(value, &o->figure, why);
     if (name == "--jobs")

@@ -22,6 +22,7 @@ void TestCatalogueOptions::readsWhatIsAsked()
     QTemporaryDir a, b, home;
     CatalogueOptions options;
     QString why;
+    QVERIFY(QDir(home.path()).mkdir("data"));
     QVERIFY2(readCatalogueOptions(
                  {"/nowhere/out", "--content", a.path(), "--home", home.path(), "--content",
                      b.path(), "--figure", "Genesis8_1Male", "--jobs", "3"},
@@ -71,6 +72,8 @@ void TestCatalogueOptions::refusesWhatMakesNoSense_data()
         << QStringList({"out", "--content"}) << "--content: there is no folder ''";
     QTest::newRow("home is missing") << QStringList({"out", "--content", ".", "--home", "no such"})
                                      << "--home: there is no folder 'no such'";
+    QTest::newRow("home without data") << QStringList({"out", "--content", ".", "--home", "/dev"})
+                                       << "--home: there is no folder 'data' in '/dev'";
     QTest::newRow("figure") << QStringList({"out", "--content", ".", "--figure", "Nobody"})
                             << "--figure: there is no figure 'Nobody'";
     QTest::newRow("no jobs") << QStringList({"out", "--content", ".", "--jobs", "0"})
