@@ -115,7 +115,7 @@ bool addPictures(CatalogueContents* contents, const CatalogueOptions& options,
     if (!writeAll(*contents, options.output, false, why))
         return false;
     for (const Wanted& each : wanted)
-        each.file->picture = pictureName(each.job);
+        each.file->picture = each.job.out.mid(options.output.size() + 1);
     if (!makeMissing(wanted, options, progress, why))
         return false;
     names.clear();
