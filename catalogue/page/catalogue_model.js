@@ -40,6 +40,7 @@ class CatalogueModel {
     this.poseTexts = this.searchTexts(data.poses);
     this.leftOutTexts = this.searchTexts(data.leftOut);
     this.likeness = null; // by pose, while poses are sorted by it
+    this.known = {of: "", likeness: null}; // the one computed last
   }
 
   searchTexts(files) {
@@ -100,9 +101,17 @@ class CatalogueModel {
     return found;
   }
 
+  // Computed anew only for another pose or other areas, and not for each letter of a search.
+  likenessOf(chosen, areaFlags) {
+    const of = chosen + " " + areaFlags.join();
+    if (this.known.of !== of)
+      this.known = {of, likeness: likenessTo(this.images, chosen, areaFlags)};
+    return this.known.likeness;
+  }
+
   // The most alike first, those without a signature last.
   sortByLikeness(found, chosen, areaFlags) {
-    this.likeness = likenessTo(this.images, chosen, areaFlags);
+    this.likeness = this.likenessOf(chosen, areaFlags);
     const keys = this.likeness;
     const order = Uint32Array.from(found);
     order.sort((a, b) => keys[b] - keys[a] || (b === chosen) - (a === chosen) || a - b);

@@ -203,6 +203,26 @@ class TestCataloguePage(unittest.TestCase):
         self.assertLess(before["Stand 2"], 99.9)
         self.assertLess(after["On a chair"], 99)
 
+    def test_likeness_is_computed_when_pose_or_areas_change_and_not_by_search(self):
+        page = self.page
+        page.run("const compute = likenessTo; times = 0;"
+                 "likenessTo = (...all) => { ++times; return compute(...all); };")
+        times = lambda: page.run("return times")
+        page.click(self.cell("Stand 1"))
+        page.press("l")
+        self.assertEqual(times(), 1)
+        percents = self.percents()
+        page.click("#search")
+        page.press("s", "t", "a")
+        self.assertEqual(times(), 1)
+        self.assertEqual(self.percents(), {name: percents[name] for name in self.shown()})
+        page.click("#areas input")
+        self.assertEqual(times(), 2)
+        page.click(self.cell("Stand 36"))
+        page.press("l")
+        self.assertEqual(times(), 3)
+        self.assertEqual(self.percents()["Stand 36"], 100)
+
     # ---- what is left out
 
     def test_every_reason_is_told(self):
