@@ -11,6 +11,7 @@
 #include "catalogue/picture_store.h"
 #include "catalogue/progress_lines.h"
 #include "finder/pose_identify.h"
+#include "host/body/own_picture.h"
 #include "posefile/pose_text.h"
 
 #include <QCoreApplication>
@@ -55,7 +56,7 @@ std::vector<Wanted> wantedPictures(CatalogueContents* contents, const QString& o
 {
     std::vector<Wanted> wanted;
     const auto want = [&](CatalogueFile* file, bool drawn, bool male) {
-        PictureJob job {file->path, ownPictureOf(file->path), male, drawn, QString()};
+        PictureJob job {file->path, ownPicture(file->path), male, drawn, QString()};
         file->picture.clear();
         if (job.own.isEmpty() && !drawn)
             return;

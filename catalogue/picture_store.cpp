@@ -11,17 +11,6 @@ namespace quillon {
 static const int kPictureVersion = 1; // another one when pictures look otherwise
 static const int kNameDigits = 20;
 
-QString ownPictureOf(const QString& pose)
-{
-    const QFileInfo info(pose);
-    for (const QString& name : {info.fileName(), info.completeBaseName()}) {
-        const QString picture = info.path() + '/' + name + ".png";
-        if (QFileInfo(picture).isFile())
-            return picture;
-    }
-    return QString();
-}
-
 static QString stateOf(const QString& file)
 {
     if (file.isEmpty())

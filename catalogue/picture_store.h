@@ -20,9 +20,6 @@ struct PictureJob {
     QString out; // file to write
 };
 
-// The preset's own picture, "name.duf.png" or "name.png" beside it; empty: there is none.
-QString ownPictureOf(const QString& pose);
-
 // Below the output folder: "pictures/2f/90c1....jpg".
 QString pictureName(const PictureJob&);
 

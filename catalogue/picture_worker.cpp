@@ -47,7 +47,7 @@ bool readJobLine(const QByteArray& line, PictureJob* job)
 // ---- making
 
 // The picture within the square, on its own ground.
-static QImage ownPicture(const QString& file)
+static QImage readPicture(const QString& file)
 {
     QImageReader reader(file, "png");
     const QSize size = reader.size();
@@ -113,7 +113,7 @@ private:
 
 static bool makePicture(const PictureJob& job, Studio* studio)
 {
-    QImage image = job.own.isEmpty() ? QImage() : ownPicture(job.own);
+    QImage image = job.own.isEmpty() ? QImage() : readPicture(job.own);
     if (image.isNull() && job.drawn)
         image = studio->picture(job);
     if (image.isNull())

@@ -10,18 +10,9 @@ namespace quillon {
 
 static const int kDrawing = 1; // another one when pictures look otherwise
 
-QString ownPicture(const QString& preset)
+QString thumbnailFile(const QString& folder, const QString& file)
 {
-    const QString stem = preset.left(preset.size() - int(qstrlen(".duf")));
-    for (const QString& picture : {preset + ".png", stem + ".tip.png", stem + ".png"})
-        if (QFileInfo(picture).isFile())
-            return picture;
-    return QString();
-}
-
-QString thumbnailFile(const QString& folder, const QString& preset)
-{
-    const QFileInfo info(preset);
+    const QFileInfo info(file);
     if (!info.isFile())
         return QString();
     const QString key = QString("%1|%2|%3|%4|%5")

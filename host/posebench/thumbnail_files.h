@@ -1,6 +1,6 @@
-// thumbnail_files.h - where the pictures of pose presets lie: beside the preset, made by whoever
-// made it, or in a folder of our own, named by the preset's path, size and time.
-// Owns: nothing but files. Errors: empty names and null pictures.
+// thumbnail_files.h - where pictures that are made of pose presets lie: in a folder of our own,
+// named by the path, size and time of what they are made of. Owns: nothing but files. Errors: empty
+// names and null pictures.
 #pragma once
 
 #include <QSize>
@@ -11,12 +11,9 @@ namespace quillon {
 const int kThumbnailPx = 128; // both ways, of those that are made here
 const qint64 kThumbnailBytes = 256ll << 20; // that all of ours together may take
 
-// name.duf.png, name.tip.png or name.png beside name.duf; empty: none.
-QString ownPicture(const QString& preset);
-
-// Of the preset as it is now in that folder, whether the picture exists or not; empty when the
-// preset does not.
-QString thumbnailFile(const QString& folder, const QString& preset);
+// Of the file as it is now, a preset or a large picture, in that folder, whether there is one or
+// not; empty when there is no such file.
+QString thumbnailFile(const QString& folder, const QString& file);
 
 // Marks a picture as used now.
 void markUsed(const QString& thumbnail);

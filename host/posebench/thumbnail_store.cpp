@@ -1,5 +1,6 @@
 #include "host/posebench/thumbnail_store.h"
 
+#include "host/body/own_picture.h"
 #include "host/posebench/thumbnail_files.h"
 
 #include <QDir>

@@ -14,8 +14,6 @@ class TestPictureStore : public QObject {
     Q_OBJECT
 private slots:
     void init();
-    void ownPictureIsFound_data();
-    void ownPictureIsFound();
     void nameStaysWhileNothingChanges();
     void nameChangesWith_data();
     void nameChangesWith();
@@ -50,36 +48,6 @@ PictureJob TestPictureStore::job() const
     job.pose = m_dir->filePath("sit.duf");
     job.own = m_dir->filePath("sit.png");
     return job;
-}
-
-void TestPictureStore::ownPictureIsFound_data()
-{
-    QTest::addColumn<QString>("pose");
-    QTest::addColumn<QString>("picture");
-    QTest::newRow("name.png") << "a.duf"
-                              << "a.png";
-    QTest::newRow("name.duf.png") << "b.duf"
-                                  << "b.duf.png";
-    QTest::newRow("both") << "c.duf"
-                          << "c.duf.png";
-    QTest::newRow("in capitals") << "d.DUF"
-                                 << "d.png";
-    QTest::newRow("a dot in the name") << "e.2.duf"
-                                       << "e.2.png";
-    QTest::newRow("none") << "f.duf" << QString();
-    QTest::newRow("a folder of the name") << "g.duf" << QString();
-}
-
-void TestPictureStore::ownPictureIsFound()
-{
-    QFETCH(QString, pose);
-    QFETCH(QString, picture);
-    for (const char* name :
-        {"a.png", "b.duf.png", "c.png", "c.duf.png", "d.png", "e.2.png", "e.png"})
-        QVERIFY(!put(name, "x").isEmpty());
-    QVERIFY(QDir(m_dir->path()).mkdir("g.png"));
-    const QString found = ownPictureOf(m_dir->filePath(pose));
-    QCOMPARE(found, picture.isEmpty() ? QString() : m_dir->filePath(picture));
 }
 
 void TestPictureStore::nameStaysWhileNothingChanges()
