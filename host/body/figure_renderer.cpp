@@ -384,11 +384,15 @@ DzNode* PickMap::at(int x, int y) const
 QImage renderSceneImage(
     const QSize& size, const Camera& camera, const RenderOptions& options, PickMap* pick)
 {
-    if (size.isEmpty())
-        return QImage();
+    return size.isEmpty() ? QImage()
+                          : renderMesh(sceneMesh(options.highlight), size, camera, options, pick);
+}
+
+QImage renderMesh(const SceneMesh& mesh, const QSize& size, const Camera& camera,
+    const RenderOptions& options, PickMap* pick)
+{
     const int samples = std::min(4, std::max(1, options.samples));
     const View view = makeView(camera, size);
-    const SceneMesh mesh = sceneMesh(options.highlight);
     QImage image = keptBackdrop(view, camera, size, options.floor).copy();
     Mask shadow = makeMask(0, 0);
     Bodies bodies = {mesh, size, samples, {}, {}, QRect(), {}};

@@ -14,6 +14,8 @@ class DzNode;
 
 namespace quillon {
 
+struct SceneMesh;
+
 struct RenderOptions {
     bool floor = true;
     bool highlight = true; // of selected nodes
@@ -32,5 +34,9 @@ struct PickMap {
 // The scene dzScene at its current time, ARGB32_Premultiplied and opaque. pick may be null.
 QImage renderSceneImage(const QSize& size, const Camera& camera,
     const RenderOptions& options = RenderOptions(), PickMap* pick = nullptr);
+
+// The same of a mesh that was made of the scene as it is now, with that highlight.
+QImage renderMesh(const SceneMesh& mesh, const QSize& size, const Camera& camera,
+    const RenderOptions& options, PickMap* pick = nullptr);
 
 } // namespace quillon

@@ -1,6 +1,7 @@
 #include "host/body/scene_mesh.h"
 
 #include "host/body/body_mesh.h"
+#include "host/body/together.h"
 
 #include "dzbone.h"
 #include "dzfigure.h"
@@ -151,14 +152,18 @@ void addFigure(const FigureData& data, DzSkeleton* figure, bool highlight, Scene
 {
     const FigureInPlace placed = placeFigure(data, figure, out);
     const BodyMesh& body = bodyMesh(data);
-    const int first = int(out->vertices.size());
-    out->vertices.reserve(out->vertices.size() + body.vertices.size());
+    const size_t first = out->vertices.size(), count = body.vertices.size();
+    out->vertices.resize(first + count);
+    const auto place = [&](size_t from, size_t to) {
+        for (size_t i = from; i < to; ++i)
+            out->vertices[first + i] = placeVertex(placed, body.vertices[i], highlight);
+    };
+    runTogether([&] { place(0, count / 2); }, [&] { place(count / 2, count); });
+    out->skins.push_back({figure, first, first + count});
     out->triangles.reserve(out->triangles.size() + body.triangles.size());
     out->ids.reserve(out->ids.size() + body.triangles.size() / 3);
-    for (const MeshVertex& vertex : body.vertices)
-        out->vertices.push_back(placeVertex(placed, vertex, highlight));
     for (size_t i = 0; i < body.triangles.size(); ++i) {
-        out->triangles.push_back(first + body.triangles[i]);
+        out->triangles.push_back(int(first) + body.triangles[i]);
         if (i % 3 == 0)
             out->ids.push_back(placed.ids[body.vertices[body.triangles[i]].bone[0]]);
     }
@@ -223,6 +228,21 @@ SceneMesh sceneMesh(bool highlight)
             addBox(node, highlight, &mesh);
     }
     return mesh;
+}
+
+bool lowestPoint(const SceneMesh& mesh, const DzNode* figure, DzVec3* out)
+{
+    for (const FigureSkin& skin : mesh.skins) {
+        if (skin.figure != figure || skin.first == skin.end)
+            continue;
+        *out = std::min_element(mesh.vertices.begin() + std::ptrdiff_t(skin.first),
+            mesh.vertices.begin() + std::ptrdiff_t(skin.end),
+            [](const SceneVertex& a, const SceneVertex& b) {
+                return a.position.m_y < b.position.m_y;
+            })->position;
+        return true;
+    }
+    return false;
 }
 
 std::vector<DzVec3> skinPoints(const DzNode* figure)

@@ -9,8 +9,6 @@
 #include "dzscene.h"
 #include "dzundostack.h"
 
-#include <algorithm>
-
 namespace quillon {
 
 static const float kBoneMarginCm = 12; // shown around a bone that is framed
@@ -100,16 +98,6 @@ std::vector<DzVec3> selectionPoints()
         if (dzScene->getNode(i)->isRootNode())
             addPoints(dzScene->getNode(i), &points);
     return points;
-}
-
-bool lowestPoint(const DzSkeleton* figure, DzVec3* out)
-{
-    const std::vector<DzVec3> skin = figure ? skinPoints(figure) : std::vector<DzVec3>();
-    if (skin.empty())
-        return false;
-    *out = *std::min_element(
-        skin.begin(), skin.end(), [](const DzVec3& a, const DzVec3& b) { return a.m_y < b.m_y; });
-    return true;
 }
 
 } // namespace quillon

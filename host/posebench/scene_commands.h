@@ -25,7 +25,4 @@ DzSkeleton* figureToPose(); // that of the primary selection; null without
 // posed, the corners of props, a little around bones. World, cm; empty: there is nothing.
 std::vector<DzVec3> selectionPoints();
 
-// Of the figure's skin. False: no figure, and *out is untouched.
-bool lowestPoint(const DzSkeleton* figure, DzVec3* out);
-
 } // namespace quillon

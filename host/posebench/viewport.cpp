@@ -1,6 +1,5 @@
 #include "host/posebench/viewport.h"
 
-#include "host/body/scene_mesh.h"
 #include "host/posebench/dark_theme.h"
 #include "host/posebench/preset_commands.h"
 #include "host/posebench/scene_commands.h"
@@ -34,7 +33,7 @@ ViewportWidget::ViewportWidget(QWidget* parent)
     , m_drawnChange(0)
     , m_stale(true)
     , m_hasLowest(false)
-    , m_lowestOf {nullptr, 0, 0}
+    , m_meshOf {0, false}
     , m_samples(kFullSamples)
     , m_dragging(false)
     , m_focusMarked(false)
@@ -82,7 +81,7 @@ void ViewportWidget::setRenderOptions(const RenderOptions& options)
 
 QImage ViewportWidget::grabScene()
 {
-    return renderSceneImage(size(), m_camera, m_options);
+    return renderMesh(mesh(), size(), m_camera, m_options);
 }
 
 DzNode* ViewportWidget::nodeAt(const QPoint& px)
@@ -90,7 +89,7 @@ DzNode* ViewportWidget::nodeAt(const QPoint& px)
     PickMap pick;
     RenderOptions quick = m_options;
     quick.samples = 1;
-    renderSceneImage(size(), m_camera, quick, &pick);
+    renderMesh(mesh(), size(), m_camera, quick, &pick);
     return pick.at(px.x(), px.y());
 }
 
@@ -275,16 +274,14 @@ static void paintHeight(
 }
 
 // All of the skin is computed for it: not anew while only the camera moves.
-void ViewportWidget::measureLowest()
+const SceneMesh& ViewportWidget::mesh()
 {
-    const DzSkeleton* figure = figureToPose();
-    const LowestOf of {
-        figure, dzScene ? dzScene->changeCount() : 0, figure ? dzScene->getTime() : 0};
-    if (of.figure == m_lowestOf.figure && of.change == m_lowestOf.change
-        && of.time == m_lowestOf.time)
-        return;
-    m_hasLowest = lowestPoint(figure, &m_lowest);
-    m_lowestOf = of;
+    const MeshOf now = {dzScene ? dzScene->changeCount() : 0, m_options.highlight};
+    if (now.change != m_meshOf.change || now.highlight != m_meshOf.highlight) {
+        m_mesh = sceneMesh(now.highlight);
+        m_meshOf = now;
+    }
+    return m_mesh;
 }
 
 void ViewportWidget::draw()
@@ -295,8 +292,8 @@ void ViewportWidget::draw()
         return;
     RenderOptions options = m_options;
     options.samples = m_samples;
-    m_image = renderSceneImage(pixels, m_camera, options);
-    measureLowest();
+    m_image = renderMesh(mesh(), pixels, m_camera, options);
+    m_hasLowest = lowestPoint(m_mesh, figureToPose(), &m_lowest);
     m_drawnChange = change;
     m_stale = false;
 }

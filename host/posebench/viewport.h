@@ -9,8 +9,7 @@
 
 #include "host/body/camera.h"
 #include "host/body/figure_renderer.h"
-
-#include "dztime.h"
+#include "host/body/scene_mesh.h"
 
 #include <QPoint>
 #include <QTimer>
@@ -22,8 +21,6 @@ namespace quillon {
 QString heightText(float cm);
 
 } // namespace quillon
-
-class DzSkeleton;
 
 class ViewportWidget : public QWidget {
     Q_OBJECT
@@ -66,22 +63,21 @@ private:
     void redraw(int samples);
     void clickAt(const QPoint& px, bool add);
     void paintLegend(QPainter*) const;
-    void measureLowest();
+    const quillon::SceneMesh& mesh(); // of the scene as it is now
     void draw(); // m_image and what stands beside it, if they are not of this scene
 
     quillon::Camera m_camera;
     quillon::RenderOptions m_options;
     QImage m_image;
-    quillon::PickMap m_pick;
     unsigned m_drawnChange; // dzScene's change count of m_image
     bool m_stale;
     bool m_hasLowest;
     DzVec3 m_lowest; // point of the selected figure, world, cm; of no meaning without a figure
-    struct LowestOf {
-        const DzSkeleton* figure;
-        unsigned change; // dzScene's change count
-        DzTime time;
-    } m_lowestOf; // what m_lowest was measured for
+    quillon::SceneMesh m_mesh;
+    struct MeshOf {
+        unsigned change; // dzScene's change count, of its time, too
+        bool highlight;
+    } m_meshOf;
     int m_samples;
     QPoint m_pressed, m_last;
     bool m_dragging;

@@ -8,6 +8,7 @@
 
 #include "dzbone.h"
 #include "dzfloatproperty.h"
+#include "dzscene.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -29,6 +30,7 @@ private slots:
     void framingABoneComesCloser();
     void heightIsThatOfTheLowestPoint();
     void heightLineLeadsToTheFloor();
+    void pictureIsOfThisPoseTimeAndHighlight();
     void droppedPosesAreAppliedInTheirOrder();
     void onlyPresetsAreTakenFromADrop();
     void aBrokenFileAmongSeveralChangesNothing();
@@ -127,15 +129,15 @@ void TestViewing::framingABoneComesCloser()
 void TestViewing::heightIsThatOfTheLowestPoint()
 {
     DzVec3 lowest;
-    QVERIFY(lowestPoint(m_figure, &lowest));
+    QVERIFY(lowestPoint(sceneMesh(false), m_figure, &lowest));
     const float standing = lowest.m_y;
     QCOMPARE(heightText(standing), QString("On the floor"));
     hip("YTranslate")->setValue(hip("YTranslate")->getValue() + 37.5f);
-    QVERIFY(lowestPoint(m_figure, &lowest));
+    QVERIFY(lowestPoint(sceneMesh(false), m_figure, &lowest));
     QVERIFY(std::fabs(lowest.m_y - standing - 37.5f) < 0.01f); // sums of floats
     QCOMPARE(heightText(37.5f), QString("37.5 cm above the floor"));
     QCOMPARE(heightText(-2.04f), QString("2.0 cm below the floor"));
-    QVERIFY(!lowestPoint(nullptr, &lowest));
+    QVERIFY(!lowestPoint(sceneMesh(false), nullptr, &lowest));
 }
 
 static int accentPixels(const QImage& image)
@@ -161,11 +163,36 @@ void TestViewing::heightLineLeadsToTheFloor()
     const int lifted = accentPixels(image);
     QVERIFY2(lifted > standing + 30, qPrintable(QString("%1, %2").arg(standing).arg(lifted)));
     DzVec3 lowest; // below which the line ends
-    QVERIFY(lowestPoint(m_figure, &lowest));
+    QVERIFY(lowestPoint(sceneMesh(false), m_figure, &lowest));
     float x, y, depth;
     QVERIFY(projectPoint(
         makeView(view->camera(), view->size()), DzVec3(lowest.m_x, 0, lowest.m_z), &x, &y, &depth));
     QVERIFY(accentPixels(image.copy(int(x) - 6, int(y) - 1, 12, 3)) >= 6);
+}
+
+// The skin is kept while only the camera moves, and no longer.
+void TestViewing::pictureIsOfThisPoseTimeAndHighlight()
+{
+    ViewportWidget* view = m_bench->window->viewport();
+    selectOnly(m_figure->findBone("chestUpper"));
+    const QImage marked = view->grabScene();
+    RenderOptions plain = view->renderOptions();
+    plain.highlight = false;
+    view->setRenderOptions(plain);
+    QVERIFY(view->grabScene() != marked);
+    const DzTime now = dzScene->getTime();
+    hip("YRotate")->setValue(now, 0);
+    hip("YRotate")->setValue(now + 480, 90);
+    const QImage before = view->grabScene();
+    dzScene->setTime(now + 480);
+    const QImage turned = view->grabScene();
+    QVERIFY(turned != before);
+    QVERIFY(turned == renderSceneImage(view->size(), view->camera(), plain));
+    dzScene->setTime(now);
+    hip("YRotate")->setValue(30);
+    QVERIFY(view->grabScene() == renderSceneImage(view->size(), view->camera(), plain));
+    view->showView(90, 0);
+    QVERIFY(view->grabScene() == renderSceneImage(view->size(), view->camera(), plain));
 }
 
 // ---- drops ---------------------------------------------------------------------------------
