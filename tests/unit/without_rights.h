@@ -14,13 +14,40 @@
 
 const unsigned kNobody = 65534; // who root becomes
 
+// A child ends without the rest of its process, which would write down what it reached. In a tree for
+// coverage it does so itself, as root where root started it: nobody may not write beside the objects.
+#ifdef QUILLON_COVERAGE
+const unsigned kKeptForTheEnd = 0;
+extern "C" void __gcov_dump();
+
+inline void tellCoverage()
+{
+    const rlimit none = {RLIM_INFINITY, RLIM_INFINITY};
+    if (::seteuid(kKeptForTheEnd) == 0 && ::setegid(kKeptForTheEnd) == 0)
+        ::setrlimit(RLIMIT_FSIZE, &none);
+    ::__gcov_dump();
+}
+#else
+const unsigned kKeptForTheEnd = kNobody;
+
+inline void tellCoverage()
+{
+}
+#endif
+
+inline void endChild(int status)
+{
+    tellCoverage();
+    ::_exit(status);
+}
+
 // What work returned, 0 to 255; the negative number of the signal that ended it; 1000: not run.
 template <typename Work> int runInChild(Work work)
 {
     std::fflush(nullptr);
     const pid_t child = ::fork();
     if (child == 0)
-        ::_exit(int(work()));
+        endChild(int(work()));
     int status = 0;
     if (child < 0 || ::waitpid(child, &status, 0) != child)
         return 1000;
@@ -30,7 +57,8 @@ template <typename Work> int runInChild(Work work)
 inline bool giveUpRoot()
 {
     return ::geteuid() != 0
-        || (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0);
+        || (::setgroups(0, nullptr) == 0 && ::setresgid(kNobody, kNobody, kKeptForTheEnd) == 0
+            && ::setresuid(kNobody, kNobody, kKeptForTheEnd) == 0);
 }
 
 template <typename Work> int runWithoutRights(Work work)
