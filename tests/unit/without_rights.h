@@ -14,26 +14,25 @@
 
 const unsigned kNobody = 65534; // who root becomes
 
-// A child ends without the rest of its process, which would write down what it reached. In a tree for
-// coverage it does so itself, as root where root started it: nobody may not write beside the objects.
-#ifdef QUILLON_COVERAGE
-const unsigned kKeptForTheEnd = 0;
-extern "C" void __gcov_dump();
+// There in a tree for coverage only.
+extern "C" void __gcov_dump() __attribute__((weak));
+
+// A child ends without the rest of its process, which would write down what it reached. So it does
+// that itself, as root where root started it: nobody may not write beside the objects.
+inline unsigned whoEndsTheChild()
+{
+    return __gcov_dump ? 0 : kNobody;
+}
 
 inline void tellCoverage()
 {
     const rlimit none = {RLIM_INFINITY, RLIM_INFINITY};
-    if (::seteuid(kKeptForTheEnd) == 0 && ::setegid(kKeptForTheEnd) == 0)
+    if (!__gcov_dump)
+        return;
+    if (::seteuid(0) == 0 && ::setegid(0) == 0)
         ::setrlimit(RLIMIT_FSIZE, &none);
-    ::__gcov_dump();
+    __gcov_dump();
 }
-#else
-const unsigned kKeptForTheEnd = kNobody;
-
-inline void tellCoverage()
-{
-}
-#endif
 
 inline void endChild(int status)
 {
@@ -57,8 +56,8 @@ template <typename Work> int runInChild(Work work)
 inline bool giveUpRoot()
 {
     return ::geteuid() != 0
-        || (::setgroups(0, nullptr) == 0 && ::setresgid(kNobody, kNobody, kKeptForTheEnd) == 0
-            && ::setresuid(kNobody, kNobody, kKeptForTheEnd) == 0);
+        || (::setgroups(0, nullptr) == 0 && ::setresgid(kNobody, kNobody, whoEndsTheChild()) == 0
+            && ::setresuid(kNobody, kNobody, whoEndsTheChild()) == 0);
 }
 
 template <typename Work> int runWithoutRights(Work work)
