@@ -10,6 +10,22 @@ sys.path.insert(0, str(pathlib.Path(__file__).parent))
 from page import SCHEMES, SIZES, Page  # noqa: E402
 
 GUIDE = pathlib.Path(sys.argv.pop()).resolve()
+# Words of the tables' first column that stand on two lines.
+CUT_WORDS = r"""
+const cut = [];
+for (const cell of document.querySelectorAll("td:first-child")) {
+  const walker = document.createTreeWalker(cell, NodeFilter.SHOW_TEXT);
+  while (walker.nextNode())
+    for (const word of walker.currentNode.data.matchAll(/[\w]+/g)) {
+      const range = document.createRange();
+      range.setStart(walker.currentNode, word.index);
+      range.setEnd(walker.currentNode, word.index + word[0].length);
+      if (range.getClientRects().length > 1)
+        cut.push(word[0]);
+    }
+}
+return cut;
+"""
 NUMBERED = ("page_main", "page_picker", "page_browsing")
 
 
@@ -33,6 +49,13 @@ class TestGuide(unittest.TestCase):
     def test_nothing_scrolls_sideways(self):
         for page, way in self.each_way():
             self.assertEqual(page.sideways(), 0, way)
+
+    def test_no_word_is_cut_in_two(self):
+        for file in (GUIDE, GUIDE.with_name("catalogue.htm")):
+            for size in SIZES:
+                self.page.resize(size)
+                self.page.open(file)
+                self.assertEqual(self.page.run(CUT_WORDS), [], f"{file.name} at {size[0]} px")
 
     def test_texts_stand_out_from_their_ground(self):
         for page, way in self.each_way():
