@@ -208,6 +208,7 @@ function showPartner(i) {
 }
 
 function goTo(view) {
+  uncoverList();
   state.view = view;
   state.wanted = {...kAnything};
   byId("search").value = "";
@@ -228,6 +229,22 @@ function clearAll() {
 function openFilters(open) {
   byId("filters").classList.toggle("open", open);
   byId("filters-button").setAttribute("aria-expanded", open);
+}
+
+// On a narrow screen details and filters lie over the list: who searches wants to see what is found.
+function uncoverList() {
+  if (!matchMedia("(max-width: 760px)").matches)
+    return;
+  openFilters(false);
+  state.details = false;
+  showDetails();
+}
+
+// Details would lie over the filters there.
+function toggleFilters() {
+  const open = !byId("filters").classList.contains("open");
+  uncoverList();
+  openFilters(open);
 }
 
 // One step back: filters, details, likeness, search and filters.
@@ -264,6 +281,7 @@ function pressKey(event) {
   } else if (event.key === "Escape") {
     goBack();
   } else if (typing && (event.key === "Enter" || event.key === "ArrowDown") && state.found.length) {
+    uncoverList();
     byId("list").focus();
     select(Math.max(0, state.selected));
   } else if (event.target === byId("list") && !pressListKey(event.key)) {
@@ -318,12 +336,12 @@ function start() {
   makeFilters();
   byId("tab-poses").addEventListener("click", () => goTo("poses"));
   byId("tab-left").addEventListener("click", () => goTo("left"));
-  byId("search").addEventListener("input", event => want({search: event.target.value}));
+  byId("search").addEventListener("input", event => { uncoverList(); want({search: event.target.value}); });
   byId("clear").addEventListener("click", () => want({...kAnything, search: state.wanted.search}));
   byId("nothing-clear").addEventListener("click", clearAll);
   byId("like-end").addEventListener("click", endLike);
   byId("folder-chip").addEventListener("click", () => want({folder: -1}));
-  byId("filters-button").addEventListener("click", () => openFilters(!byId("filters").classList.contains("open")));
+  byId("filters-button").addEventListener("click", toggleFilters);
   byId("list").addEventListener("click", pressCell);
   document.addEventListener("keydown", pressKey);
   show();

@@ -105,6 +105,35 @@ class TestCataloguePage(unittest.TestCase):
         self.assertEqual(self.shown(), ["Guard \u00e9lite"])
         self.assertEqual(page.text("#filters-on"), "1")
 
+    def test_a_search_on_a_narrow_screen_shows_what_it_finds(self):
+        page = self.page
+        page.resize((390, 844))
+        for cover, uncover in (("details", lambda: page.press("guard")),
+                               ("filters", lambda: page.press(" ")),
+                               ("filters again", lambda: page.press("Enter"))):
+            with self.subTest(cover):
+                if cover == "details":
+                    page.click(self.cell("On a chair"))
+                else:
+                    page.click("#filters-button")
+                self.assertTrue(page.find("#" + cover.split()[0]).is_displayed())
+                page.click("#search")
+                uncover()
+                self.assertFalse(page.find("#details").is_displayed())
+                self.assertFalse(page.find("#filters").is_displayed())
+                page.click(self.cell("Guard \u00e9lite"))  # nothing lies over it
+                page.click("#details .close")
+
+    def test_nothing_lies_over_the_filters_of_a_narrow_screen(self):
+        page = self.page
+        page.resize((390, 844))
+        page.click(self.cell("On a chair"))
+        page.click("#filters-button")
+        self.choose("figure", "Male")
+        self.assertFalse(page.find("#details").is_displayed())
+        page.click("#tab-left")
+        self.assertFalse(page.find("#filters").is_displayed())
+
     # ---- poses
 
     def test_every_pose_has_picture_name_folder_and_mark(self):
