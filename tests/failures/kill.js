@@ -36,6 +36,7 @@ function makePlan()
 function lookAtKilled(plan)
 {
     var kill = plan.kills[plan.at], faults = [];
+    dropToolkitLocks();
     startAnew();
     var states = [0, 1, 2].map(function (i) { return keptState(kill[0] + i); });
     lookAtNextStart(states, { left: LEFT_BY_A_PATCH }, faults);
