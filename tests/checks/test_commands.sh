@@ -1,7 +1,7 @@
 #!/bin/bash
-# test_commands.sh SOURCE WORK - ./run, ./test and tests/fuzz/run with every tool that they call replaced by one
-# that writes down its arguments: what is installed, built and started, and what is said when it
-# fails. Nothing is installed or built.
+# test_commands.sh SOURCE WORK - ./run, ./test, tests/fuzz/run and tests/failures/run with every tool
+# that they call replaced by one that writes down its arguments: what is installed, built and started,
+# and what is said when it fails. Nothing is installed or built.
 set -euo pipefail
 source=$1
 work=$2
@@ -274,6 +274,36 @@ expect "a finding fails it" [ $status = 1 ]
 expect "and is told" grep -qx '  a.cpp:1: not so: b' <<<"$says"
 starts tests/fuzz/run other
 expect "no other target is known" [ "$says" = "fuzz: no target 'other'; there are: sample" ]
+
+# ---- failing calls, kills and full disks
+failures_tree() { # BODY of posebench, [BODY of unshare]
+    fresh
+    mkdir -p "$tree/tests/failures"
+    cp "$source/tests/failures/"{run,drive.sh,serve_picture.py,picture.png} "$tree/tests/failures/"
+    tool posebench "$1"
+    mv "$tools/posebench" "$tree/build/release/bin/"
+    tool unshare "${2:-exit 1}"
+}
+skipped='no disk can be mounted here: nothing was tried on a full one'
+failures_tree 'exit 0'
+starts tests/failures/run full
+expect "without a small disk the full one is skipped" [ $status = 77 ]
+expect "and that is told" [ "$says" = "$skipped" ]
+expect "and posebench not started" not_logged '^posebench'
+starts tests/failures/run
+expect "so it is when all else is well" [ $status = 77 ]
+expect "which was tried" [ "$(grep -c '^posebench' "$log")" = 3 ]
+starts tests/failures/run kills
+expect "the others need no disk" [ $status = 0 ]
+failures_tree 'exit 1'
+starts tests/failures/run
+expect "a fault counts for more than what is skipped" [ $status = 1 ]
+expect "which is told as well" grep -qxF "$skipped" <<<"$says"
+failures_tree 'case "$*" in *full.js*) exit 1 ;; esac' 'case "$*" in *"mount -t"*) ;; *) shift; exec "$@" ;; esac'
+tool mount
+starts tests/failures/run full save
+expect "a fault on a full disk fails it" [ $status = 1 ]
+expect "for the commands that are named" grep -q '^posebench .*/full.js save$' "$log"
 
 if [ $failures -gt 0 ]; then
     exit 1

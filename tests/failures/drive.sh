@@ -1,6 +1,7 @@
 #!/bin/bash
 # drive.sh POSEBENCH SCRIPT [ARG...] - runs a script of this folder in a home of its own, which is
-# gone afterwards: once more after each kill, in the same home. "full.js" gets a small disk for it.
+# gone afterwards: once more after each kill, in the same home. "full.js" gets a small disk for it, and
+# is not run where there can be none: 77 then. Otherwise it ends as the script does.
 # A web server on the loopback has the picture of a new version. The home lies in memory where that can be had: what a kill leaves is the same there.
 set -u
 posebench=$1
@@ -12,7 +13,7 @@ small=3m # of the disk for full.js
 if [ "$script" = full.js ] && [ -z "${QUILLON_OWN_MOUNTS:-}" ]; then
     if ! unshare -rm mount -t tmpfs -o size=$small tmpfs /mnt 2>/dev/null; then
         echo "no disk can be mounted here: nothing was tried on a full one"
-        exit 0
+        exit 77
     fi
     QUILLON_OWN_MOUNTS=1 exec unshare -rm "$0" "$posebench" "$script" "$@"
 fi
