@@ -115,7 +115,7 @@ static DzVec3 geometryCentre(DzNode* node)
         const DzVec3 read = lowCorner(box) + (highCorner(box) - lowCorner(box)) * 0.5f;
         centre = node->getOrigin() + fromWorld(worldPlaceOf(node, time), read);
     }
-    putBackOrigin(node, before);
+    setOriginPoint(node, before); // that very value: next to zero it is not where it was
     for (const KeptValue& each : channels)
         putBackStored(each, time);
     return centre;
