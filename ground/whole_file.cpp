@@ -32,11 +32,19 @@ static bool open(QFile* file, Opened which)
         && file->open(handle, QIODevice::WriteOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle);
 }
 
-// From the start, where a file stands that was just opened. Cut to the new length at the end only:
-// old bytes still have their room when the disk is full.
+// From the start. Cut to the new length at the end only: old bytes still have their room when the
+// disk is full.
 static bool writeAndCut(QFile* file, const QByteArray& bytes)
 {
-    return file->write(bytes) == bytes.size() && file->resize(bytes.size());
+    return file->seek(0) && file->write(bytes) == bytes.size() && file->resize(bytes.size());
+}
+
+static bool writeInTurn(QFile* file, const QList<QByteArray>& inTurn)
+{
+    for (const QByteArray& bytes : inTurn)
+        if (!writeAndCut(file, bytes))
+            return false;
+    return true;
 }
 
 static bool isPlainFile(const QString& path)
@@ -77,14 +85,14 @@ static bool flushToDisk(QFile* file)
     return file->flush() && flushToDisk(file->handle());
 }
 
-static bool fillBeside(const QString& path, const QByteArray& bytes)
+static bool fillBeside(const QString& path, const QList<QByteArray>& inTurn)
 {
     const QString beside = besideName(path);
     QFile::remove(beside);
     QFile file(beside);
     if (!open(&file, Opened::OneThatIsNot))
         return false;
-    const bool written = writeAndCut(&file, bytes) && flushToDisk(&file);
+    const bool written = writeInTurn(&file, inTurn) && flushToDisk(&file);
     file.close();
     if (!written)
         QFile::remove(beside); // an open file of that kind has forgotten its name
@@ -117,7 +125,8 @@ static bool mayBeWritten(const QString& path)
 bool writeWholeFile(const QString& path, const QByteArray& bytes)
 {
     const QString target = resolveTarget(path);
-    return mayBeWritten(path) && fillBeside(target, bytes) && placeBeside(target, true);
+    return mayBeWritten(path) && fillBeside(target, QList<QByteArray>() << bytes)
+        && placeBeside(target, true);
 }
 
 bool writePlainFile(const QString& path, const QByteArray& bytes)
@@ -166,10 +175,9 @@ static bool makeAlike(const QString& path, const QString& model)
         && QFile::setPermissions(path, wanted.permissions() & ~own);
 }
 
-static bool overwriteBeside(const QString& path, const QByteArray& bytes)
+static bool overwriteBeside(const QString& path, const QList<QByteArray>& inTurn)
 {
-    removeLeftoversOf(path); // nobody else looks there
-    return fillBeside(path, bytes)
+    return fillBeside(path, inTurn)
         && placeBeside(path, makeAlike(besideName(path), path) && isPlainFile(path));
 }
 
@@ -195,7 +203,7 @@ static bool readOldBytes(const QString& path, QByteArray* bytes)
 }
 
 static bool overwriteInPlace(
-    const QString& path, const QByteArray& bytes, const QString& keepFolder)
+    const QString& path, const QList<QByteArray>& inTurn, const QString& keepFolder)
 {
     const QString name = QFileInfo(path).fileName();
     QTemporaryFile kept(keepFolder + QLatin1Char('/') + name + QLatin1String(".XXXXXX"));
@@ -206,21 +214,27 @@ static bool overwriteInPlace(
     QFile file(path);
     if (!open(&file, Opened::OneThatIs))
         return false;
-    const bool written = writeAndCut(&file, bytes) && flushToDisk(&file);
+    const bool written = writeInTurn(&file, inTurn) && flushToDisk(&file);
     if (!written && !old.isNull()) // what cannot be put back stays in the folder
-        kept.setAutoRemove(file.seek(0) && writeAndCut(&file, old));
+        kept.setAutoRemove(writeAndCut(&file, old));
     return written;
 }
 
 bool overwriteFile(const QString& path, const QByteArray& bytes, const QString& keepFolder)
 {
+    return overwriteFile(path, QList<QByteArray>() << bytes, keepFolder);
+}
+
+bool overwriteFile(const QString& path, const QList<QByteArray>& inTurn, const QString& keepFolder)
+{
+    removeLeftoversOf(path); // nobody else looks there
     QFile file(path);
     if (!isPlainFile(path) || !open(&file, Opened::OneThatIs))
         return false;
     const bool canBeReplaced = hasOneName(file.handle());
     file.close(); // some systems replace no open file
-    return (canBeReplaced && overwriteBeside(path, bytes))
-        || overwriteInPlace(path, bytes, keepFolder);
+    return (canBeReplaced && overwriteBeside(path, inTurn))
+        || overwriteInPlace(path, inTurn, keepFolder);
 }
 
 } // namespace quillon

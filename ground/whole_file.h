@@ -13,6 +13,7 @@
 #include "ground/system_files.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 namespace quillon {
@@ -26,9 +27,15 @@ namespace quillon {
 // link, a folder or what else is no plain file is left alone. Written beside if the file has one
 // name only and the new one gets its owner, group and permissions; else, or if the folder takes no
 // new file, in place. The old bytes are then kept in keepFolder until all is done, and if they
-// cannot be, nothing is written; bytes that this user may not read cannot be kept.
+// cannot be, nothing is written; bytes that this user may not read cannot be kept. What a process
+// that has ended left beside the file goes first, also where the file stays as it is.
 [[nodiscard]] bool overwriteFile(
     const QString& path, const QByteArray& bytes, const QString& keepFolder);
+// The same with each of the bytes written over those before: the last ones stay. Beside, the others
+// are never seen; in place they are, until all is done. False, and the old bytes, if any of them
+// cannot be written.
+[[nodiscard]] bool overwriteFile(
+    const QString& path, const QList<QByteArray>& inTurn, const QString& keepFolder);
 
 // For files that nobody misses: straight into the file, behind a link if there is one. False leaves
 // it cut short, and what is no plain file as it is.

@@ -23,6 +23,8 @@ private slots:
     void aLinkAtTheNewNameIsNotWrittenThrough_data();
     void aLinkAtTheNewNameIsNotWrittenThrough();
     void aLeftoverIsReplaced();
+    void bytesInTurnLeaveTheLastOnes_data();
+    void bytesInTurnLeaveTheLastOnes();
     void aTargetThatCannotBeReplacedLeavesNothingBeside();
 
     // in place
@@ -51,6 +53,7 @@ private slots:
     void aFailedWriteLeavesTheOldBytes();
     void aFailedWriteDoesNotEmptyAFileThatMayNotBeRead();
     void aCrashInPlaceLeavesTheOldBytesInTheKeepFolder();
+    void aCrashBesideLeavesTheFile_data();
     void aCrashBesideLeavesTheFile();
 
 private:
@@ -145,6 +148,37 @@ void TestOverwriteFile::aLeftoverIsReplaced()
     QVERIFY(overwrite());
     QCOMPARE(fileBytes(file), QByteArray("new"));
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
+}
+
+void TestOverwriteFile::bytesInTurnLeaveTheLastOnes_data()
+{
+    QTest::addColumn<bool>("hasTwoNames"); // it is written in place then
+    QTest::newRow("beside") << false;
+    QTest::newRow("in place") << true;
+}
+
+void TestOverwriteFile::bytesInTurnLeaveTheLastOnes()
+{
+    QFETCH(bool, hasTwoNames);
+    if (hasTwoNames)
+        QVERIFY(linkHard(file, folder->path("other name")));
+    const QList<QByteArray> inTurn = QList<QByteArray>() << "the longest"
+                                                         << "short"
+                                                         << "middle";
+    QVERIFY(overwriteFile(file, inTurn, keep->path()));
+    QCOMPARE(fileBytes(file), QByteArray("middle"));
+    for (int which = 0; which < 2; ++which) { // of the two that does not fit
+        QList<QByteArray> tooMuch = inTurn.mid(0, 1);
+        tooMuch.insert(which, kTooMuch);
+        const auto write = [&] {
+            ::signal(SIGXFSZ, SIG_IGN);
+            return limitFileSize(kLimit) && overwriteFile(file, tooMuch, keep->path());
+        };
+        QCOMPARE(runInChild(write), 0);
+        QCOMPARE(fileBytes(file), QByteArray("middle"));
+    }
+    QCOMPARE(filesIn(folder->path()).size(), hasTwoNames ? 2 : 1);
+    QCOMPARE(filesIn(keep->path()), QStringList());
 }
 
 void TestOverwriteFile::aTargetThatCannotBeReplacedLeavesNothingBeside()
@@ -391,10 +425,21 @@ void TestOverwriteFile::aCrashInPlaceLeavesTheOldBytesInTheKeepFolder()
     QCOMPARE(fileBytes(keep->path(kept.at(0))), kFits);
 }
 
+void TestOverwriteFile::aCrashBesideLeavesTheFile_data()
+{
+    QTest::addColumn<bool>("linkedSince"); // it is written in place then
+    QTest::newRow("replaced next") << false;
+    QTest::newRow("written in place next") << true;
+}
+
 void TestOverwriteFile::aCrashBesideLeavesTheFile()
 {
+    QFETCH(bool, linkedSince);
     QCOMPARE(runInChild([this] { return limitFileSize(kLimit) && overwrite(kTooMuch); }), -SIGXFSZ);
     QCOMPARE(fileBytes(file), QByteArray("old"));
+    QCOMPARE(filesIn(folder->path()).size(), 2);
+    if (linkedSince)
+        QVERIFY(linkHard(file, keep->path("other name")));
     QVERIFY(overwrite()); // the next one clears up
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }
