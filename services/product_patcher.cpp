@@ -153,17 +153,17 @@ static QStringList placesBehindLinks(const std::vector<Folder>& links, const QSt
     return places;
 }
 
-static int overwriteAmong(
-    const InstalledScripts& installed, const QString& nameSuffix, const char* data, int length)
+// Each of the blocks over those before, so that no script is left with any but the last one.
+static int overwriteAmong(const InstalledScripts& installed, const QString& nameSuffix,
+    const QList<QByteArray>& blocksInTurn)
 {
     const QString end = QLatin1Char('/') + nameSuffix;
-    const QByteArray bytes = QByteArray::fromRawData(data, length);
     const QString keepFolder = dzApp ? dzApp->getTempPath() : QString();
     const QStringList places = placesBehindLinks(installed.links, nameSuffix);
     int written = 0;
     for (const InstalledScript& script : installed.scripts) {
         const bool isNamedSo = script.path.endsWith(end) || places.contains(script.place);
-        if (isNamedSo && overwriteFile(script.file, bytes, keepFolder))
+        if (isNamedSo && overwriteFile(script.file, blocksInTurn, keepFolder))
             ++written;
     }
     return written;
@@ -171,7 +171,8 @@ static int overwriteAmong(
 
 int overwriteScripts(const QString& nameSuffix, const char* data, int length)
 {
-    return overwriteAmong(findInstalledScripts(nullptr), nameSuffix, data, length);
+    return overwriteAmong(findInstalledScripts(nullptr), nameSuffix,
+        QList<QByteArray>() << QByteArray::fromRawData(data, length));
 }
 
 // ---- the patch -------------------------------------------------------------------------------
@@ -181,16 +182,21 @@ static int percentOf(int i, int count)
     return count > 1 ? i * 100 / (count - 1) : 100;
 }
 
+static QByteArray bytesOf(PatchScript script)
+{
+    const ScriptBlock& block = scriptBlock(script);
+    return QByteArray::fromRawData(block.bytes, block.length);
+}
+
 // Begins no further script once the user has cancelled.
 static int patchRow(const PatchRow& row, const InstalledScripts& installed, DzProgress* progress)
 {
-    const ScriptBlock& shared = scriptBlock(PatchScript::Shared);
-    const ScriptBlock& own = scriptBlock(row.own);
+    const QList<QByteArray> blocks = QList<QByteArray>()
+        << bytesOf(PatchScript::Shared) << bytesOf(row.own);
     int written = 0;
     for (int i = 0; i < row.scripts && !isCancelled(progress); ++i) {
         const QString name = scriptName(row, i);
-        written += overwriteAmong(installed, name, shared.bytes, shared.length);
-        written += overwriteAmong(installed, name, own.bytes, own.length);
+        written += overwriteAmong(installed, name, blocks);
         progress->setInfo(QLatin1String("Updating ") + name);
         progress->update(percentOf(i, row.scripts));
     }

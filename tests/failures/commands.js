@@ -1,7 +1,9 @@
 // commands.js - the commands that touch files: include("commands.js") after pane_lib.js and world.js.
 // prepare: in a pane that has started, what comes before the command. Without it the command itself
 // starts or ends the pane. run: the command. answers: of its windows. owns: the files that it
-// saves, by name. success: what is shown or said only when they are saved; excuse: or when this is said, too.
+// saves, by name. success: what is shown or said only when they are saved; excuse: or when this is
+// said, too. tidies: what a kill leaves beside a file is there until the command is done again, which
+// then comes to the same.
 var figure = null;
 var size; // of the pane, [w, h]
 
@@ -88,7 +90,7 @@ var COMMANDS = {
             browse();
             press(211);
         }, run: function () { press(202); } },
-    patch: { owns: [SCRIPT], answers: [YES, OK], success: /succeessful/,
+    patch: { owns: [SCRIPT], answers: [YES, OK], success: /succeessful/, tidies: true,
         prepare: function () { }, run: function () { press(12); } },
     start: { owns: [], run: openPane },
     "start after a crash": { owns: [], before: putMarker,

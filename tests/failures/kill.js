@@ -3,7 +3,7 @@
 // args: "every" or the most kills at a call of a command; then commands, all without one.
 include("begin.js");
 
-var LEFT_BY_A_PATCH = /^content\/.*\.dse\.\d+\.new$/; // the next patch removes it
+var LEFT_UNTIL_AGAIN = /^content\/.*\.dse\.\d+\.new$/;
 var PLAN = HOME + "/states/plan";
 
 // {kills: [[command, call, n, of]], at: the number of the one that was tried last}
@@ -33,13 +33,24 @@ function makePlan()
     return plan;
 }
 
+function lookAtItDoneAgain(command, done, faults)
+{
+    runCommand(command);
+    faultsOf(worldNow(), [done], NOTHING).forEach(function (fault) {
+        faults.push("done again: " + fault);
+    });
+}
+
 function lookAtKilled(plan)
 {
     var kill = plan.kills[plan.at], faults = [];
     dropToolkitLocks();
     startAnew();
     var states = [0, 1, 2].map(function (i) { return keptState(kill[0] + i); });
-    lookAtNextStart(states, { left: LEFT_BY_A_PATCH }, faults);
+    var command = COMMANDS[kill[0]];
+    lookAtNextStart(states, { left: command.tidies ? LEFT_UNTIL_AGAIN : NOTHING }, faults);
+    if (command.tidies)
+        lookAtItDoneAgain(command, states[1], faults);
     Bench.stopPane();
     plan.bad += faults.length > 0;
     faults.forEach(function (fault) {

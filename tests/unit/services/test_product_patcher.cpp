@@ -58,11 +58,13 @@ private slots:
 
     // the patch
     void installedScriptsGetTheProductsOwnBlock();
-    void bothWritesAreMade();
+    void aScriptIsReplacedOnce();
     void otherFilesAreLeftAlone();
     void nothingInstalledMeansFalse();
     void aScriptDeletedMeanwhileIsNotCreated();
-    void aFailedSecondWriteLeavesNothingBehind();
+    void aFailedWriteOfEitherBlockLeavesTheScript_data();
+    void aFailedWriteOfEitherBlockLeavesTheScript();
+    void theNextPatchTidiesUpAfterAKilledOne();
     void linkedScriptsInAClosedFolderAreWritten();
 
 private:
@@ -485,14 +487,15 @@ struct FolderWatch {
 };
 }
 
-void TestProductPatcher::bothWritesAreMade()
+// Whoever reads it in between finds no shared block without the product's own.
+void TestProductPatcher::aScriptIsReplacedOnce()
 {
     const QString file = installed(scriptName(kPatchRows[4], 12));
     const FolderWatch watch(QFileInfo(file).path());
     QVERIFY(patchProducts());
     int replaced, modified;
     watch.count(QFile::encodeName(QFileInfo(file).fileName()), &replaced, &modified);
-    QCOMPARE(replaced, 2); // the shared block, then the product's own
+    QCOMPARE(replaced, 1);
     QCOMPARE(modified, 0);
     QCOMPARE(fileBytes(file), bytesOf(kPatchRows[4].own));
 }
@@ -536,25 +539,45 @@ void TestProductPatcher::aScriptDeletedMeanwhileIsNotCreated()
         QCOMPARE(fileBytes(file), bytesOf(kPatchRows[0].own));
 }
 
-// The shared block fits, the product's own does not.
-void TestProductPatcher::aFailedSecondWriteLeavesNothingBehind()
+void TestProductPatcher::aFailedWriteOfEitherBlockLeavesTheScript_data()
 {
-    const PatchRow* longest = kPatchRows;
-    for (const PatchRow& row : kPatchRows)
-        if (scriptBlock(row.own).length > scriptBlock(longest->own).length)
-            longest = &row;
+    QTest::addColumn<int>("room"); // bytes that a file may have
+    QTest::addColumn<bool>("isWritten");
     const int shared = scriptBlock(PatchScript::Shared).length;
-    const int own = scriptBlock(longest->own).length;
-    const QString file = installed(scriptName(*longest, 0));
-    const int limit = shared < own ? shared : own - 1; // the own one always fails
-    const auto patch = [limit] {
+    const int own = scriptBlock(kPatchRows[0].own).length;
+    QVERIFY(own < shared); // else the shared block cannot fail alone
+    QTest::newRow("neither fits") << own - 1 << false;
+    QTest::newRow("the product's own fits, the shared block does not") << shared - 1 << false;
+    QTest::newRow("both fit") << shared << true;
+}
+
+void TestProductPatcher::aFailedWriteOfEitherBlockLeavesTheScript()
+{
+    QFETCH(int, room);
+    QFETCH(bool, isWritten);
+    const QString file = installed(scriptName(kPatchRows[0], 0));
+    const auto patch = [room] {
         ::signal(SIGXFSZ, SIG_IGN);
-        return limitFileSize(unsigned(limit)) && patchProducts();
+        return limitFileSize(unsigned(room)) && patchProducts();
     };
-    QCOMPARE(runInChild(patch), int(shared < own));
-    QCOMPARE(fileBytes(file), shared < own ? bytesOf(PatchScript::Shared) : QByteArray("old"));
+    QCOMPARE(runInChild(patch), int(isWritten));
+    QCOMPARE(fileBytes(file), isWritten ? bytesOf(kPatchRows[0].own) : QByteArray("old"));
     QCOMPARE(filesIn(QFileInfo(file).path()), QStringList(QFileInfo(file).fileName()));
     QCOMPARE(filesIn(dzApp->getTempPath()), QStringList());
+}
+
+// Killed while it writes a script's new file.
+void TestProductPatcher::theNextPatchTidiesUpAfterAKilledOne()
+{
+    const QString file = installed(scriptName(kPatchRows[0], 0));
+    const QString name = QFileInfo(file).fileName(), folder = QFileInfo(file).path();
+    QCOMPARE(runInChild([] { return limitFileSize(100) && patchProducts(); }), -SIGXFSZ);
+    QCOMPARE(fileBytes(file), QByteArray("old"));
+    QCOMPARE(filesIn(folder).size(), 2);
+    writeFile(file + ".1.new", "of a process that lives");
+    QVERIFY(patchProducts());
+    QCOMPARE(fileBytes(file), bytesOf(kPatchRows[0].own));
+    QCOMPARE(filesIn(folder), QStringList() << name << name + ".1.new");
 }
 
 void TestProductPatcher::linkedScriptsInAClosedFolderAreWritten()
