@@ -168,7 +168,7 @@ void TestOverwriteFile::bytesInTurnLeaveTheLastOnes()
     QVERIFY(overwriteFile(file, inTurn, keep->path()));
     QCOMPARE(fileBytes(file), QByteArray("middle"));
     for (int which = 0; which < 2; ++which) { // of the two that does not fit
-        QList<QByteArray> tooMuch = inTurn.mid(0, 1);
+        QList<QByteArray> tooMuch = QList<QByteArray>() << "the longest";
         tooMuch.insert(which, kTooMuch);
         const auto write = [&] {
             ::signal(SIGXFSZ, SIG_IGN);
