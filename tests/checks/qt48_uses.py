@@ -39,7 +39,7 @@ CHECKED = re.compile(rf"(?:{ROOMS}|art|host/dzcore|host/figures|tests/reference"
 # What only Qt 5 builds, and the files that ask for the version.
 LEFT_OUT = re.compile(r"pane/accessible_buttons|tests/reference/(?:figure_renderer|raster|scene_mesh|index_tables)"
                       r"|tests/reference/(?:checksum_passes|compare_forms)|ground/qt_compat\.h|host/figures/json_text\.cpp"
-                      r"|tests/qt_test_compat\.h|tests/unit/pane/test_page_layout\.cpp")
+                      r"|tests/qt_test_compat\.h|tests/unit/pane/test_(?:page_layout|accessible_qt5)\.cpp")
 QT = "/qt5/"
 PARSE = ci.TranslationUnit.PARSE_DETAILED_PROCESSING_RECORD
 INSTANTIATE = "-fpch-instantiate-templates"  # once, not in each unit
