@@ -128,6 +128,7 @@ private slots:
     void bannerAndLinkFollowThePage();
     void aLongLineBreaksNearItsMiddle_data();
     void aLongLineBreaksNearItsMiddle();
+    void withoutTextOrRoomNothingIsDrawn();
     void aLabelHasRoomForThreeLines_data();
     void aLabelHasRoomForThreeLines();
 };
@@ -332,6 +333,8 @@ void TestPageLayout::aLongLineBreaksNearItsMiddle_data()
     row("/mmmmmmmmmmm", "/mmmmm", "mmmmmm"); // too far from the middle
     row("mmmmmmmmmmmm", "mmmmmm", "mmmmmm");
     row("mmm/mmm-mmmm", "mmm/mmm-", "mmmm"); // as far, but behind it
+    const QString half(6, QChar(0x0436)); // a Cyrillic letter
+    QTest::newRow("no Latin letters") << half + half << (QStringList() << half << half);
 }
 
 void TestPageLayout::aLongLineBreaksNearItsMiddle()
@@ -339,6 +342,20 @@ void TestPageLayout::aLongLineBreaksNearItsMiddle()
     QFETCH(QString, text);
     QFETCH(QStringList, lines);
     QCOMPARE(NarrowText(text).lines(), lines);
+}
+
+void TestPageLayout::withoutTextOrRoomNothingIsDrawn()
+{
+    QImage image(40, 40, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    const QImage blank = image;
+    QPainter painter(&image);
+    drawTextLines(&painter, image.rect(), QStringList(), Qt::black, TextFit());
+    drawTextLines(&painter, image.rect(), QStringList(QString()), Qt::black, TextFit());
+    drawTextLines(&painter, QRect(5, 5, 0, 20), QStringList("mm"), Qt::black, TextFit());
+    QVERIFY(image == blank);
+    drawTextLines(&painter, image.rect(), QStringList("mm"), Qt::black, TextFit());
+    QVERIFY(image != blank);
 }
 
 void TestPageLayout::aLabelHasRoomForThreeLines_data()

@@ -21,6 +21,7 @@ private slots:
     void labelIsTheFileTitleWithoutMirrorWords();
     void labelOfAPosePairFileIsItsProductAndNumber();
     void labelOfAnotherMakerFileEndsInItsProductLine();
+    void aPosePairFileWithoutAProductFolderHasItsTitle();
     void withoutACurrentPoseThereIsNoLabel();
 };
 
@@ -116,6 +117,15 @@ void TestPageTexts::labelOfAnotherMakerFileEndsInItsProductLine()
     QCOMPARE(poseLabelLines(),
         QStringList() << "solo"
                       << "This is a G8 MALE product");
+}
+
+void TestPageTexts::aPosePairFileWithoutAProductFolderHasItsTitle()
+{
+    addEntry("/c/data/Brannoc/poses/999/003f mirror0.duf"); // a product to come
+    pluginSettings().currentPose = 0;
+    QCOMPARE(poseLabelLines(),
+        QStringList() << "003f mirror0"
+                      << "This is a pose PAIR product (F+M)");
 }
 
 void TestPageTexts::withoutACurrentPoseThereIsNoLabel()
