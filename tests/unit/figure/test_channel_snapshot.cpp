@@ -3,6 +3,7 @@
 #include "room_tests.h"
 
 #include "figure/channel_snapshot.h"
+#include "figure/same_place.h"
 
 #include "dztimerange.h"
 
@@ -22,6 +23,7 @@ private slots:
     void putBackStoredBringsTheSignOfZeroBack();
     void whatDidNotMoveGetsNoKey();
     void placesComeBack();
+    void aScaleComesBack();
 };
 
 static int keysAt(const DzFloatProperty* channel, DzTime time)
@@ -126,6 +128,16 @@ void TestChannelSnapshot::placesComeBack()
     QVERIFY((localPlaceOf(head, 0).posCm - local.posCm).length() < 1e-4f);
     QVERIFY((worldPlaceOf(head, 0).posCm - world.posCm).length() < 1e-4f);
     QVERIFY(std::fabs(head->getYRotControl()->getValue(0) - 12) < 1e-3f);
+}
+
+void TestChannelSnapshot::aScaleComesBack()
+{
+    FigureFixture f;
+    const NodePlace local = localPlaceOf(f.figure, 0);
+    f.figure->getScaleControl()->setValue(0, 1.5f);
+    QVERIFY(!sameScale(localPlaceOf(f.figure, 0).scale, local.scale));
+    putBackLocalPlace(f.figure, 0, local);
+    QVERIFY(sameScale(localPlaceOf(f.figure, 0).scale, local.scale));
 }
 
 QUILLON_TEST(TestChannelSnapshot)

@@ -25,6 +25,7 @@ private slots:
 
     void noLockLocksNothing();
     void anyLockIsFound();
+    void withoutAFigureNothingIsLocked();
     void eachLockTakesItsPart_data();
     void eachLockTakesItsPart();
     void theHipsTranslationIsNeverLocked();
@@ -61,6 +62,18 @@ void TestPartLocks::init()
 void TestPartLocks::cleanup()
 {
     pluginSettings() = PluginSettings();
+}
+
+void TestPartLocks::withoutAFigureNothingIsLocked()
+{
+    lockParts({BodyPart::Face});
+    SceneFixture scene;
+    DzNode prop;
+    setPartLocks(nullptr, true, 0);
+    setPartLocks(&prop, true, 0);
+    for (int i = 0; i < prop.getNumProperties(); ++i)
+        QVERIFY(!prop.getProperty(i)->isLocked());
+    setPartLocks(nullptr, false, 0);
 }
 
 static void addPartRows()
