@@ -193,6 +193,13 @@ private slots:
         QCOMPARE(contents().at(0).size(), int(kLargestDatFile) + 1);
     }
 
+    void aForeignFileThatIsNotThereIsNotTold()
+    {
+        QVERIFY(backUpForeign(dataFiles().ranks));
+        QCOMPARE(dzApp->getLogLines(), QStringList());
+        QVERIFY(!QFile::exists(backupFolder()));
+    }
+
     void ofAnotherVersionTheLengthCounts()
     {
         QByteArray tomorrows = table(3, 't');
@@ -341,6 +348,11 @@ private slots:
         QVERIFY(!backUpNow("a"));
         QVERIFY(!setAside(dataFiles().ranks));
         QCOMPARE(fileBytes(dataFiles().ranks), QByteArray("a"));
+        QVERIFY(QFile::resize(dataFiles().ranks, kLargestDatFile + 1)); // to be renamed
+        QVERIFY(!setAside(dataFiles().ranks));
+        QVERIFY(!backUpForeign(dataFiles().ranks));
+        QCOMPARE(dzApp->getLogLines(), QStringList());
+        QCOMPARE(QFileInfo(dataFiles().ranks).size(), kLargestDatFile + 1);
     }
 };
 

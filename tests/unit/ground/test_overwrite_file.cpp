@@ -45,6 +45,7 @@ private slots:
     void aWriteOnlyFileIsWritten_data();
     void aWriteOnlyFileIsWritten();
     void aReadOnlyFileIsSkipped();
+    void aReadOnlyFileIsNotReplaced();
     void whatCannotBeKeptIsNotWrittenInPlace();
     void withoutAHandleToSpareNothingIsWrittenInPlace();
 
@@ -339,6 +340,15 @@ void TestOverwriteFile::aReadOnlyFileIsSkipped()
 {
     QVERIFY(giveToChild(file) && giveToChild(folder->path()) && setMode(file, 0444));
     QCOMPARE(runWithoutRights([this] { return overwrite(); }), 0);
+    QCOMPARE(fileBytes(file), QByteArray("old"));
+    QCOMPARE(filesIn(folder->path()), QStringList("file"));
+}
+
+// Its folder would let it be.
+void TestOverwriteFile::aReadOnlyFileIsNotReplaced()
+{
+    QVERIFY(giveToChild(file) && giveToChild(folder->path()) && setMode(file, 0444));
+    QCOMPARE(runWithoutRights([this] { return writeWholeFile(file, "new"); }), 0);
     QCOMPARE(fileBytes(file), QByteArray("old"));
     QCOMPARE(filesIn(folder->path()), QStringList("file"));
 }

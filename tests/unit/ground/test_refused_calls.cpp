@@ -157,6 +157,8 @@ private slots:
     void whatCannotBeReadIsNotBackedUp();
     void aCopyThatCannotBeReadIsAnotherOne();
 
+    void aTableThatCannotBeReadCountsByItsLength();
+
     void whatIsNotOpenHasNoName();
     void othersProcessesLive();
 };
@@ -232,8 +234,9 @@ void TestRefusedCalls::aLockWhoseFileWasRemovedIsNone()
         const FileLock lock(path, kPatienceMs);
         QVERIFY(lock.isHeld());
         QCOMPARE(g_restedMs, 20L);
-        QCOMPARE(filesIn(m_folder->path()), QStringList() << "file"
-                                                          << "x.lock");
+        QCOMPARE(filesIn(m_folder->path()),
+            QStringList() << "file"
+                          << "x.lock");
     }
     g_lostLock = path;
     QVERIFY(FileLock(path, 0).isOthers());
@@ -361,6 +364,28 @@ void TestRefusedCalls::aCopyThatCannotBeReadIsAnotherOne()
     const QStringList copies = filesIn(backupFolder());
     QCOMPARE(copies.size(), 2);
     QCOMPARE(fileBytes(backupFolder() + copies.at(1)), QByteArray("pose"));
+}
+
+// A copy that may be the fullest is not pushed out for what else is known of it.
+void TestRefusedCalls::aTableThatCannotBeReadCountsByItsLength()
+{
+    const HostFixture host;
+    locateDataFiles();
+    const QString path = dataFiles().ranks;
+    const auto table = [](char records, char fill) {
+        QByteArray bytes("\1\0\0\0\0\0\0\0", 8);
+        bytes[4] = records;
+        return bytes + QByteArray(8 * records, fill);
+    };
+    writeFile(path, table(5, 'a'));
+    QVERIFY(backUp(path, 1));
+    const QString fullest = backupFolder() + filesIn(backupFolder()).at(0);
+    QVERIFY(giveToChild(dataFiles().folder) && giveToChild(backupFolder()) && giveToChild(path));
+    QVERIFY(setMode(fullest, 0));
+    writeFile(path, table(3, 'b'));
+    QCOMPARE(runWithoutRights([&path] { return backUp(path, 1); }), 1);
+    QVERIFY(setMode(fullest, 0644));
+    QCOMPARE(fileBytes(fullest), table(5, 'a'));
 }
 
 void TestRefusedCalls::whatIsNotOpenHasNoName()

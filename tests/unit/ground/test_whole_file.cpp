@@ -55,6 +55,16 @@ private slots:
         QVERIFY(!isSameMark(first, markOf(path)));
     }
 
+    void eachPartOfAMarkCounts()
+    {
+        const FileMark mark = {1, 2, 3, 4};
+        QVERIFY(isSameMark(mark, FileMark {1, 2, 3, 4}));
+        QVERIFY(!isSameMark(mark, FileMark {9, 2, 3, 4})); // another disk
+        QVERIFY(!isSameMark(mark, FileMark {1, 9, 3, 4})); // another file
+        QVERIFY(!isSameMark(mark, FileMark {1, 2, 9, 4})); // another length
+        QVERIFY(!isSameMark(mark, FileMark {1, 2, 3, 9})); // another time
+    }
+
     void aShorterFileReplacesALongerOne()
     {
         TempFolder folder;
