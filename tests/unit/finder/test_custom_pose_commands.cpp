@@ -247,6 +247,15 @@ private slots:
         QVERIFY(library->folders.first().size() > start.size());
     }
 
+    void theContentLibraryIsBroughtIntoView()
+    {
+        DzContentLibraryPane* const library = new DzContentLibraryPane;
+        m_finder->window.getPaneMgr()->addPane(library);
+        library->hide();
+        browseToPoseFolder("C:/Content/People/Poses/sit.duf");
+        QVERIFY(!library->isHidden());
+    }
+
     void hostWithoutAContentLibraryIsLeftAlone()
     {
         browseToPoseFolder("C:/Content/People/Poses/sit.duf");
