@@ -1,5 +1,6 @@
 // time_content [--quick] - the content library of posebench with many files: how long a folder
-// takes to open, and each picture of its list while it scrolls.
+// takes to open, each picture of its list while it scrolls, and each letter of a search whose
+// newest files come first.
 //
 // Prints tab-separated rows: what, how many files, milliseconds, a limit, milliseconds of the clock
 // on the wall. The first are of the processor, as the machine may have other work; of scrolling the
@@ -10,13 +11,16 @@
 #include "host/posebench/posebench_window.h"
 
 #include "dzapp.h"
+#include "dzcontentmgr.h"
 #include "dzscene.h"
 #include "dzundostack.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QLineEdit>
 #include <QListView>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -31,6 +35,7 @@ static const int kFrames = 600; // ten seconds at 60 a second
 static const int kStepPx = 45; // of a frame: a fast turn of the wheel
 static const double kFrameMs = 16;
 static const double kOpenMs = 500;
+static const double kKeyMs = 100; // what feels like at once
 
 struct Took {
     double ms; // of the processor
@@ -115,6 +120,31 @@ static std::vector<Took> scroll(QListView* view, int frames)
     return times;
 }
 
+static Took orderBy(DzContentLibraryPane* pane, int order)
+{
+    const Watch watch;
+    pane->findChild<QComboBox*>("contentOrder")->setCurrentIndex(order);
+    QApplication::processEvents();
+    return watch.took();
+}
+
+// The names are known when the last letter but one is typed; that one finds as many again.
+static Took typeLastLetter(DzContentLibraryPane* pane, const QString& folder, int count)
+{
+    dzApp->getContentMgr()->setContentDirectories({folder});
+    QLineEdit* search = pane->findChild<QLineEdit*>("contentSearch");
+    QListView* view = pane->findChild<QListView*>("contentList");
+    search->setText("po");
+    while (view->model()->rowCount() < count)
+        QApplication::processEvents();
+    search->setText("pos");
+    QApplication::processEvents();
+    const Watch watch;
+    search->setText("pose");
+    QApplication::processEvents();
+    return watch.took();
+}
+
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -141,5 +171,8 @@ int main(int argc, char** argv)
     row("frame, middle", many, times[times.size() / 2], kFrameMs);
     row("frame, 99 of 100", many, times[times.size() * 99 / 100], kFrameMs);
     row("frame, longest", many, times.back(), kFrameMs);
+    row("newest first", many, orderBy(pane, 1), kOpenMs);
+    row("letter typed, newest first", many, typeLastLetter(pane, home.path() + "/many", many),
+        kKeyMs);
     return 0;
 }

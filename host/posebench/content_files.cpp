@@ -1,6 +1,5 @@
 #include "host/posebench/content_files.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -9,6 +8,7 @@
 #include <algorithm>
 
 #include <dirent.h>
+#include <sys/stat.h>
 
 namespace quillon {
 
@@ -44,6 +44,21 @@ bool readContentFolder(const QString& folder, std::vector<ContentEntry>* out)
     return true;
 }
 
+static qint64 changeTime(const QString& path)
+{
+    struct stat about;
+    if (stat(QFile::encodeName(path).constData(), &about) != 0)
+        return 0;
+    return qint64(about.st_mtim.tv_sec) * 1000 + about.st_mtim.tv_nsec / 1000000;
+}
+
+static qint64 readTime(ContentEntry* entry)
+{
+    if (entry->changedMs == kNotAsked)
+        entry->changedMs = changeTime(entry->path);
+    return entry->changedMs;
+}
+
 namespace {
 
 struct SortKey {
@@ -59,10 +74,8 @@ void sortContent(ContentOrder order, std::vector<ContentEntry>* entries)
 {
     std::vector<SortKey> keys;
     keys.reserve(entries->size());
-    for (const ContentEntry& entry : *entries) {
-        const qint64 age = order == ContentOrder::Newest
-            ? -QFileInfo(entry.path).lastModified().toMSecsSinceEpoch()
-            : 0;
+    for (ContentEntry& entry : *entries) {
+        const qint64 age = order == ContentOrder::Newest ? -readTime(&entry) : 0;
         keys.push_back({!entry.isFolder, age, entry.name.toCaseFolded(), keys.size()});
     }
     std::stable_sort(keys.begin(), keys.end(), [](const SortKey& a, const SortKey& b) {
@@ -75,6 +88,29 @@ void sortContent(ContentOrder order, std::vector<ContentEntry>* entries)
     for (const SortKey& key : keys)
         sorted.push_back(std::move((*entries)[key.at]));
     entries->swap(sorted);
+}
+
+static QString pathEnd(const QString& path, int parts)
+{
+    const QStringList all = path.split('/', Qt::SkipEmptyParts);
+    return parts < all.size() ? QStringList(all.mid(all.size() - parts)).join('/') : path;
+}
+
+QStringList shortNames(const QStringList& paths)
+{
+    QStringList names;
+    for (const QString& path : paths) {
+        const auto isShared = [&](const QString& name, int parts) {
+            return std::any_of(paths.begin(), paths.end(), [&](const QString& other) {
+                return other != path && pathEnd(other, parts) == name;
+            });
+        };
+        int parts = 1;
+        while (isShared(pathEnd(path, parts), parts) && pathEnd(path, parts) != path)
+            ++parts;
+        names << pathEnd(path, parts);
+    }
+    return names;
 }
 
 bool nameMatches(const QString& name, const QStringList& words)
@@ -96,6 +132,20 @@ bool ContentWalk::isDone() const
 const std::vector<ContentEntry>& ContentWalk::found() const
 {
     return m_found;
+}
+
+std::vector<ContentEntry> ContentWalk::matching(const QStringList& words, ContentOrder order)
+{
+    std::vector<ContentEntry> list;
+    for (ContentEntry& entry : m_found) {
+        if (!nameMatches(entry.name, words))
+            continue;
+        if (order == ContentOrder::Newest)
+            readTime(&entry);
+        list.push_back(entry);
+    }
+    sortContent(order, &list);
+    return list;
 }
 
 void ContentWalk::goOn(int ms)

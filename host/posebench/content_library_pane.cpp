@@ -2,6 +2,7 @@
 
 #include "host/posebench/content_model.h"
 #include "host/posebench/content_view.h"
+#include "host/posebench/dark_theme.h"
 #include "host/posebench/preset_commands.h"
 #include "host/posebench/scene_commands.h"
 #include "host/posebench/thumbnail_files.h"
@@ -26,8 +27,8 @@ using namespace quillon;
 static const char kSettings[] = "content_library";
 static const char kRecent[] = "recent";
 static const int kMostRecent = 10;
-static const int kSliceMs = 6; // of the walk, between two events
-static const int kPauseMs = 2;
+static const int kWalkSliceMs = 6; // of the walk, between two events
+static const int kWalkPauseMs = 2;
 
 static QToolButton* toolButton(
     QStyle::StandardPixmap icon, const QString& tip, QObject* target, const char* slot)
@@ -76,7 +77,9 @@ DzContentLibraryPane::DzContentLibraryPane()
     m_view->setObjectName("contentList");
     m_view->setModel(m_model);
     m_view->setAccessibleName(tr("Folders and poses"));
-    m_note->setEnabled(false);
+    QPalette quiet = m_note->palette();
+    quiet.setColor(QPalette::WindowText, kTheme.dimText);
+    m_note->setPalette(quiet);
     QVBoxLayout* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 0);
     layout->setSpacing(4);
@@ -84,7 +87,7 @@ DzContentLibraryPane::DzContentLibraryPane()
     layout->addWidget(makeSearch());
     layout->addWidget(m_view, 1);
     layout->addWidget(m_note);
-    m_slice.setInterval(kPauseMs);
+    m_slice.setInterval(kWalkPauseMs);
     connect(&m_slice, SIGNAL(timeout()), SLOT(searchOn()));
     connect(m_view, SIGNAL(opened(QModelIndex)), SLOT(openIndex(QModelIndex)));
     connect(m_view, SIGNAL(upWanted()), SLOT(goUp()));
@@ -123,7 +126,9 @@ QWidget* DzContentLibraryPane::makeBar()
 QWidget* DzContentLibraryPane::makeSearch()
 {
     m_search->setObjectName("contentSearch");
-    m_search->setPlaceholderText(tr("Find a pose in all content directories"));
+    m_search->setPlaceholderText(tr("Find a pose"));
+    m_search->setToolTip(tr("By name, in all content directories"));
+    m_search->setAccessibleName(tr("Find a pose by name"));
     m_search->setClearButtonEnabled(true);
     m_order->setObjectName("contentOrder");
     m_order->addItems({tr("By name"), tr("Newest first")});
@@ -164,18 +169,21 @@ void DzContentLibraryPane::browseToNativeFolder(const QString& folder)
 
 void DzContentLibraryPane::tell(const QString& note)
 {
-    const int count = m_model->rowCount();
-    m_note->setText(!note.isEmpty() ? note
-            : count == 1            ? tr("1 entry")
-                                    : tr("%1 entries").arg(count));
+    m_note->setText(note);
 }
 
-void DzContentLibraryPane::show(std::vector<ContentEntry> entries)
+ContentOrder DzContentLibraryPane::order() const
 {
-    sortContent(ContentOrder(m_order->currentIndex()), &entries);
+    return ContentOrder(m_order->currentIndex());
+}
+
+void DzContentLibraryPane::show(std::vector<ContentEntry> entries, const QString& whenEmpty)
+{
     m_model->setEntries(std::move(entries));
+    m_view->setTextWhenEmpty(whenEmpty);
     m_view->scrollToTop();
-    tell(QString());
+    const int count = m_model->rowCount();
+    tell(count == 1 ? tr("1 entry") : tr("%1 entries").arg(count));
 }
 
 // The directories stand in the order in which they are searched.
@@ -187,11 +195,10 @@ void DzContentLibraryPane::showRoots()
     m_up->setEnabled(false);
     m_path->setEditText(tr("Content directories"));
     std::vector<ContentEntry> entries;
-    const QStringList roots = contentDirectories();
-    for (const QString& root : roots)
-        entries.push_back({root, root, true});
-    m_model->setEntries(std::move(entries));
-    tell(QString());
+    const QStringList roots = contentDirectories(), names = shortNames(roots);
+    for (int i = 0; i < roots.size(); ++i)
+        entries.push_back({names[i], roots[i], true});
+    show(std::move(entries), tr("There are no content directories"));
 }
 
 void DzContentLibraryPane::showFolder(const QString& folder)
@@ -204,11 +211,11 @@ void DzContentLibraryPane::showFolder(const QString& folder)
     m_path->setToolTip(m_folder);
     std::vector<ContentEntry> entries;
     const bool exists = readContentFolder(m_folder, &entries);
-    show(std::move(entries));
+    sortContent(order(), &entries);
+    show(std::move(entries),
+        exists ? tr("No folders and no poses here") : tr("There is no folder %1").arg(m_folder));
     if (exists)
         remember(m_folder);
-    else
-        tell(tr("There is no folder %1").arg(m_folder));
 }
 
 void DzContentLibraryPane::refresh()
@@ -226,9 +233,12 @@ void DzContentLibraryPane::refresh()
 void DzContentLibraryPane::sortAnew()
 {
     if (!m_search->text().trimmed().isEmpty())
-        showFound();
-    else if (!m_folder.isEmpty())
-        showFolder(m_folder);
+        return showFound();
+    if (m_folder.isEmpty())
+        return;
+    std::vector<ContentEntry> entries = m_model->entries(); // with the times that are known
+    sortContent(order(), &entries);
+    show(std::move(entries), m_view->textWhenEmpty());
 }
 
 // ---- going about ---------------------------------------------------------------------------
@@ -309,7 +319,7 @@ void DzContentLibraryPane::search(const QString& text)
 void DzContentLibraryPane::searchOn()
 {
     if (m_walk)
-        m_walk->goOn(kSliceMs);
+        m_walk->goOn(kWalkSliceMs);
     const bool done = !m_walk || m_walk->isDone();
     // Not after every slice: a list of all is made each time.
     if (done || m_walk->found().size() > 2 * m_foundShown + 100)
@@ -323,12 +333,13 @@ void DzContentLibraryPane::showFound()
     if (!m_walk)
         return;
     const QStringList words = m_search->text().split(' ', Qt::SkipEmptyParts);
-    std::vector<ContentEntry> entries;
-    for (const ContentEntry& entry : m_walk->found())
-        if (nameMatches(entry.name, words))
-            entries.push_back(entry);
     m_foundShown = m_walk->found().size();
-    show(std::move(entries));
+    show(m_walk->matching(words, order()),
+        m_walk->isDone() ? tr("No pose has all these words in its name") : tr("Searching..."));
+    const int count = m_model->rowCount();
     if (!m_walk->isDone())
-        tell(tr("%1 so far...").arg(m_model->rowCount()));
+        tell(tr("%1 so far...").arg(count));
+    else
+        tell(count == 1 ? tr("1 pose found in all content directories")
+                        : tr("%1 poses found in all content directories").arg(count));
 }

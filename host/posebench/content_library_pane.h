@@ -53,10 +53,11 @@ private:
     QWidget* makeBar();
     QWidget* makeSearch();
     void showFolder(const QString& folder);
-    void show(std::vector<quillon::ContentEntry> entries); // sorted here
+    void show(std::vector<quillon::ContentEntry> entries, const QString& whenEmpty);
     void showFound();
+    quillon::ContentOrder order() const;
     void remember(const QString& folder);
-    void tell(const QString& note); // below the list; empty: how many there are
+    void tell(const QString& note); // below the list
 
     ThumbnailStore* m_store;
     ContentModel* m_model;

@@ -48,6 +48,11 @@ void ContentModel::setEntries(std::vector<ContentEntry> entries)
     endResetModel();
 }
 
+const std::vector<ContentEntry>& ContentModel::entries() const
+{
+    return m_entries;
+}
+
 const ContentEntry* ContentModel::entryAt(const QModelIndex& index) const
 {
     const bool isOurs = index.isValid() && index.row() < int(m_entries.size());
@@ -78,7 +83,8 @@ QVariant ContentModel::data(const QModelIndex& index, int role) const
     case Qt::DecorationRole:
         return pictureOf(*entry);
     case Qt::ToolTipRole:
-        return entry->path;
+        return QString("<b>%1</b><br>%2")
+            .arg(entry->name.toHtmlEscaped(), entry->path.toHtmlEscaped());
     default:
         return QVariant();
     }

@@ -14,6 +14,7 @@ public:
     explicit ContentModel(ThumbnailStore* store, QObject* parent = nullptr); // store: lives longer
 
     void setEntries(std::vector<quillon::ContentEntry> entries);
+    const std::vector<quillon::ContentEntry>& entries() const;
     const quillon::ContentEntry* entryAt(const QModelIndex&) const; // null: not of this list
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;

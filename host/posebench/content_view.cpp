@@ -4,13 +4,21 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTextLayout>
 
 using namespace quillon;
 
-static const QSize kTilePx(118, 150);
+static const int kTileWidthPx = 118;
 static const int kPicturePx = 100; // both ways, at most
-static const int kMarginPx = 4;
-static const int kNameLines = 2;
+static const int kTileMarginPx = 4;
+static const int kNameLines = 3;
+static const int kBelowPx = 6; // between a name and the next picture
+
+static QSize tileSize(const QFont& font)
+{
+    const int names = kNameLines * QFontMetrics(font).lineSpacing();
+    return QSize(kTileWidthPx, kPicturePx + 3 * kTileMarginPx + names + kBelowPx);
+}
 
 ContentView::ContentView(QWidget* parent)
     : QListView(parent)
@@ -20,7 +28,7 @@ ContentView::ContentView(QWidget* parent)
     setWrapping(true);
     setResizeMode(Adjust);
     setUniformItemSizes(true);
-    setGridSize(kTilePx);
+    setGridSize(tileSize(font()));
     setVerticalScrollMode(ScrollPerPixel);
     setSelectionMode(ExtendedSelection);
     setDragEnabled(true);
@@ -39,22 +47,66 @@ void ContentView::keyPressEvent(QKeyEvent* event)
         QListView::keyPressEvent(event);
 }
 
-// On two lines, as much of it as they hold.
-static void paintName(
-    QPainter* painter, const QFontMetrics& font, const QRect& place, const QString& name)
+void ContentView::changeEvent(QEvent* event)
 {
-    const int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWrapAnywhere;
+    QListView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        setGridSize(tileSize(font()));
+}
+
+void ContentView::setTextWhenEmpty(const QString& text)
+{
+    m_textWhenEmpty = text;
+    viewport()->update();
+}
+
+QString ContentView::textWhenEmpty() const
+{
+    return m_textWhenEmpty;
+}
+
+void ContentView::paintEvent(QPaintEvent* event)
+{
+    QListView::paintEvent(event);
+    if (!model() || model()->rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(kTheme.dimText);
+    painter.drawText(viewport()->rect().adjusted(20, 20, -20, -20),
+        Qt::AlignCenter | Qt::TextWordWrap | Qt::TextWrapAnywhere, m_textWhenEmpty);
+}
+
+QStringList tileLines(const QString& name, const QFont& font, int widthPx, int mostLines)
+{
+    // Names of files have their words between underscores and hyphens as often as between blanks.
+    const QChar mayBreak(0x200b);
     QString text = name;
-    for (int width = kNameLines * place.width();
-         font.boundingRect(place, flags, text).height() > place.height() && width > 0; width -= 8)
-        text = font.elidedText(name, Qt::ElideMiddle, width);
-    painter->drawText(place, flags, text);
+    for (const char* sign : {"_", "-"})
+        text.replace(QLatin1String(sign), QLatin1String(sign) + QString(mayBreak));
+    QTextLayout layout(text, font);
+    QTextOption wrap;
+    wrap.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    layout.setTextOption(wrap);
+    layout.beginLayout();
+    QStringList lines;
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(widthPx);
+        if (lines.size() + 1 == mostLines) { // the last one takes the rest
+            lines << QFontMetrics(font).elidedText(
+                text.mid(line.textStart()).remove(mayBreak), Qt::ElideRight, widthPx);
+            break;
+        }
+        lines << text.mid(line.textStart(), line.textLength()).remove(mayBreak).trimmed();
+    }
+    layout.endLayout();
+    return lines;
 }
 
 void ContentTile::paint(
     QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const QRect tile = option.rect.adjusted(kMarginPx / 2, kMarginPx / 2, -kMarginPx / 2, 0);
+    const QRect tile
+        = option.rect.adjusted(kTileMarginPx / 2, kTileMarginPx / 2, -kTileMarginPx / 2, 0);
     const bool selected = option.state & QStyle::State_Selected;
     if (selected)
         painter->fillRect(tile, kTheme.bar);
@@ -63,17 +115,22 @@ void ContentTile::paint(
         ? picture.size().scaled(kPicturePx, kPicturePx, Qt::KeepAspectRatio)
         : picture.size();
     QRect place(QPoint(), size);
-    place.moveCenter(QPoint(tile.center().x(), tile.top() + kMarginPx + kPicturePx / 2));
+    place.moveCenter(QPoint(tile.center().x(), tile.top() + kTileMarginPx + kPicturePx / 2));
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
     painter->drawPixmap(place, picture);
     painter->setPen(selected ? QColor(Qt::white) : kTheme.text);
-    paintName(painter, option.fontMetrics, tile.adjusted(2, kPicturePx + 2 * kMarginPx, -2, 0),
-        index.data().toString());
+    const QRect names = tile.adjusted(2, kPicturePx + 2 * kTileMarginPx, -2, 0);
+    const QStringList lines
+        = tileLines(index.data().toString(), option.font, names.width(), kNameLines);
+    painter->setFont(option.font);
+    for (int i = 0; i < lines.size(); ++i)
+        painter->drawText(names.adjusted(0, i * option.fontMetrics.lineSpacing(), 0, 0),
+            Qt::AlignHCenter | Qt::AlignTop, lines[i]);
     if ((option.state & QStyle::State_HasFocus) && option.widget && option.widget->hasFocus())
         paintFocusFrame(painter, tile);
 }
 
-QSize ContentTile::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const
+QSize ContentTile::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
 {
-    return kTilePx;
+    return tileSize(option.font);
 }

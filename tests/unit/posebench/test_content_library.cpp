@@ -3,6 +3,7 @@
 #include "bench_window_fixture.h"
 
 #include "host/posebench/content_library_pane.h"
+#include "host/posebench/content_view.h"
 #include "host/posebench/preset_thumbnail.h"
 #include "host/posebench/thumbnail_files.h"
 #include "host/posebench/thumbnail_store.h"
@@ -61,8 +62,11 @@ private slots:
     void listsFoldersBeforePresets();
     void sortsByNameIgnoringCase();
     void sortsByTime();
+    void timesStayUntilAFolderIsReadAnew();
+    void aSearchAsksEachFileOnceForItsTime();
     void findsByAllWordsInAllDirectories();
     void aLinkThatLeadsBackIsWalkedOnce();
+    void anEmptyListTellsWhy();
     void whatIsShownEndsTheSearch_data();
     void whatIsShownEndsTheSearch();
     void readingAgainShowsPicturesAnew();
@@ -152,6 +156,47 @@ void TestContentLibrary::sortsByTime()
     QCOMPARE(shown(), QStringList({"middle", "new", "old"}));
 }
 
+// A time that changes between two looks tells whether it was asked for again.
+void TestContentLibrary::timesStayUntilAFolderIsReadAnew()
+{
+    write(dir("p/old.duf"), bend(1), 3000);
+    write(dir("p/new.duf"), bend(1), 10);
+    QComboBox* order = pane()->findChild<QComboBox*>("contentOrder");
+    order->setCurrentIndex(1);
+    pane()->browseToNativeFolder(dir("p"));
+    const QStringList first {"new", "old"}, anew {"old", "new"};
+    QCOMPARE(shown(), first);
+    write(dir("p/old.duf"), bend(1), 1);
+    order->setCurrentIndex(0);
+    order->setCurrentIndex(1);
+    QCOMPARE(shown(), first);
+    QVERIFY(QMetaObject::invokeMethod(pane(), "refresh"));
+    QCOMPARE(shown(), anew);
+    write(dir("p/new.duf"), bend(1), 0);
+    pane()->browseToNativeFolder(dir("p"));
+    QCOMPARE(shown(), first);
+}
+
+void TestContentLibrary::aSearchAsksEachFileOnceForItsTime()
+{
+    for (const char* name : {"p/chair.duf", "q/chairs.duf", "p/table.duf"})
+        write(dir(name), bend(1), name[0] == 'p' ? 3000 : 10);
+    pane()->findChild<QComboBox*>("contentOrder")->setCurrentIndex(1);
+    QLineEdit* search = pane()->findChild<QLineEdit*>("contentSearch");
+    search->setText("cha");
+    const QStringList first {"chairs", "chair"}, anew {"chair", "chairs"};
+    QTRY_COMPARE(shown(), first);
+    write(dir("p/chair.duf"), bend(1), 1);
+    QTest::keyClick(search, Qt::Key_I);
+    QCOMPARE(shown(), first);
+    write(dir("p/table.duf"), bend(1), -60); // was not asked for yet: it had no word of the search
+    search->setText("a");
+    QCOMPARE(shown(), QStringList({"table", "chairs", "chair"}));
+    search->setText("chair");
+    QVERIFY(QMetaObject::invokeMethod(pane(), "refresh"));
+    QTRY_COMPARE(shown(), anew);
+}
+
 void TestContentLibrary::findsByAllWordsInAllDirectories()
 {
     QTemporaryDir second;
@@ -179,6 +224,21 @@ void TestContentLibrary::aLinkThatLeadsBackIsWalkedOnce()
         walk.goOn(1);
     QVERIFY(walk.isDone());
     QCOMPARE(walk.found().size(), size_t(1));
+}
+
+void TestContentLibrary::anEmptyListTellsWhy()
+{
+    const auto why = [this] { return static_cast<ContentView*>(view())->textWhenEmpty(); };
+    QDir().mkpath(dir("p"));
+    pane()->browseToNativeFolder(dir("p"));
+    QCOMPARE(why(), QString("No folders and no poses here"));
+    pane()->browseToNativeFolder(dir("none"));
+    QCOMPARE(why(), QString("There is no folder ") + dir("none"));
+    pane()->findChild<QComboBox*>("contentOrder")->setCurrentIndex(1);
+    QCOMPARE(why(), QString("There is no folder ") + dir("none"));
+    pane()->findChild<QLineEdit*>("contentSearch")->setText("nothing of that name");
+    QTRY_COMPARE(why(), QString("No pose has all these words in its name"));
+    QCOMPARE(shown(), QStringList());
 }
 
 void TestContentLibrary::whatIsShownEndsTheSearch_data()
