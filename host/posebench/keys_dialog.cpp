@@ -44,9 +44,11 @@ const KeyRow kRows[] = {
 
 static QString tableText()
 {
-    QString text = "<table cellspacing=\"0\" cellpadding=\"4\">";
+    QString text = "<table cellspacing=\"0\" cellpadding=\"3\">";
     for (const KeyRow& row : kRows)
-        text += QString("<tr><td><b>%1</b></td><td>%2</td><td>%3</td></tr>")
+        text += QString("<tr><td style=\"white-space: nowrap; padding-right: 14px\"><b>%1</b></td>"
+                        "<td style=\"white-space: nowrap; padding-right: 14px\">%2</td>"
+                        "<td>%3</td></tr>")
                     .arg(row.where ? row.where : "", QString(row.keys), QString(row.effect));
     return text + "</table>";
 }
@@ -62,7 +64,7 @@ void showKeysDialog(QWidget* parent)
     layout->addWidget(text, 1);
     layout->addWidget(buttons);
     QObject::connect(buttons, SIGNAL(rejected()), &dialog, SLOT(reject()));
-    dialog.resize(720, 560);
+    dialog.resize(QSize(900, 680).boundedTo(parent->window()->size()));
     dialog.exec();
 }
 

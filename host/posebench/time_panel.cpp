@@ -1,6 +1,7 @@
 #include "host/posebench/time_panel.h"
 
 #include "host/posebench/dark_theme.h"
+#include "host/posebench/transport_bar.h"
 
 #include "dzfloatproperty.h"
 #include "dzscene.h"
@@ -193,14 +194,26 @@ static QToolButton* stepButton(
     button->setIcon(stepIcon(shapes));
     button->setIconSize(QSize(20, 20));
     button->setToolTip(tip);
+    button->setAccessibleName(tip);
     button->setAutoRaise(true);
     QObject::connect(button, SIGNAL(clicked()), pane, slot);
     bar->addWidget(button);
     return button;
 }
 
-static QSpinBox* frameBox(const QString& caption, const char* name, QHBoxLayout* bar)
+static QWidget* partOfBar(QHBoxLayout** layout)
 {
+    QWidget* part = new QWidget;
+    *layout = new QHBoxLayout(part);
+    (*layout)->setContentsMargins(0, 0, 0, 0);
+    (*layout)->setSpacing(4);
+    return part;
+}
+
+static QWidget* frameBox(const QString& caption, const char* name, QSpinBox** spinBox)
+{
+    QHBoxLayout* bar;
+    QWidget* part = partOfBar(&bar);
     QSpinBox* box = new QSpinBox;
     box->setObjectName(QLatin1String(name));
     box->setRange(-kLastFrame, kLastFrame);
@@ -208,19 +221,18 @@ static QSpinBox* frameBox(const QString& caption, const char* name, QHBoxLayout*
     box->setButtonSymbols(QAbstractSpinBox::NoButtons);
     box->setFixedWidth(kBoxWidthPx);
     box->setAlignment(Qt::AlignRight);
+    box->setAccessibleName(caption);
     bar->addWidget(new QLabel(caption));
     bar->addWidget(box);
-    return box;
+    *spinBox = box;
+    return part;
 }
 
 DzTimelinePane::DzTimelinePane()
     : DzPane(tr("Timeline"))
 {
-    QHBoxLayout* bar = new QHBoxLayout;
-    bar->setContentsMargins(10, 3, 10, 3);
-    bar->setSpacing(4);
-    m_start = frameBox(tr("Start"), "startFrame", bar);
-    bar->addStretch(1);
+    QHBoxLayout* bar;
+    QWidget* steps = partOfBar(&bar);
     stepButton("|<", tr("First frame"), this, SLOT(goToStart()), bar);
     stepButton("<.", tr("Previous key"), this, SLOT(previousKey()), bar);
     stepButton("<|", tr("Previous frame"), this, SLOT(previousFrame()), bar);
@@ -228,14 +240,14 @@ DzTimelinePane::DzTimelinePane()
     stepButton("|>", tr("Next frame"), this, SLOT(nextFrame()), bar);
     stepButton(".>", tr("Next key"), this, SLOT(nextKey()), bar);
     stepButton(">|", tr("Last frame"), this, SLOT(goToEnd()), bar);
-    m_current = frameBox(tr("Frame"), "currentFrame", bar);
-    bar->addStretch(1);
-    m_end = frameBox(tr("End"), "endFrame", bar);
+    QWidget* start = frameBox(tr("Start"), "startFrame", &m_start);
+    QWidget* current = frameBox(tr("Frame"), "currentFrame", &m_current);
+    QWidget* end = frameBox(tr("End"), "endFrame", &m_end);
     QVBoxLayout* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(new DzTimeRuler);
-    layout->addLayout(bar);
+    layout->addWidget(new TransportBar(start, steps, current, end));
     layout->addStretch(1);
     m_clock.setInterval(1000 / kFramesPerSecond);
     connect(&m_clock, SIGNAL(timeout()), SLOT(playStep()));
@@ -319,6 +331,8 @@ void DzTimelinePane::togglePlay()
     else
         m_clock.stop();
     m_play->setIcon(stepIcon(starts ? "==" : ">"));
+    m_play->setToolTip(starts ? tr("Pause") : tr("Play"));
+    m_play->setAccessibleName(m_play->toolTip());
 }
 
 void DzTimelinePane::playStep()

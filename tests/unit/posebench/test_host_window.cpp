@@ -22,6 +22,7 @@
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QScreen>
+#include <QSpinBox>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 #include <QStyleOptionButton>
@@ -50,6 +51,8 @@ private slots:
     void sliderKeysChangeOneValue();
     void enterTypesIntoASlider();
     void rulerKeysStepThroughFrames();
+    void timelineIsWholeAtAnyWidth_data();
+    void timelineIsWholeAtAnyWidth();
     void disabledEntriesAreDimmer();
     void disabledTextsAreDimmer();
     void boxesStandOut_data();
@@ -285,6 +288,43 @@ static double strongest(const QImage& image, const QRect& rect, QRgb ground)
         for (int x = rect.left(); x <= rect.right(); ++x)
             most = std::max(most, contrast(image.pixel(x, y), ground));
     return most;
+}
+
+void TestHostWindow::timelineIsWholeAtAnyWidth_data()
+{
+    QTest::addColumn<int>("width");
+    for (int width : {1200, 640, 560, 500, 400, 0})
+        QTest::newRow(qPrintable(QString::number(width))) << width;
+}
+
+// Captions, fields and buttons have the room that they want, and none lies over another.
+void TestHostWindow::timelineIsWholeAtAnyWidth()
+{
+    QFETCH(int, width);
+    DzTimelinePane pane;
+    pane.show();
+    pane.resize(1000, 200);
+    pane.resize(std::max(width, pane.minimumSizeHint().width()), 200);
+    QCoreApplication::processEvents(); // its parts move to another row
+    QVERIFY(pane.minimumSizeHint().width() <= 400);
+    const QWidget* bar = pane.findChild<QSpinBox*>("startFrame")->parentWidget()->parentWidget();
+    QCOMPARE(bar->minimumWidth(), 0); // else the columns beside it give way in place of its row
+    QList<QPair<QWidget*, QRect>> parts;
+    for (QWidget* part : pane.findChildren<QWidget*>())
+        if (qobject_cast<QLabel*>(part) || part->focusPolicy() & Qt::TabFocus)
+            if (part->objectName() != "timeRuler" && !qobject_cast<QLineEdit*>(part))
+                parts << qMakePair(part, QRect(part->mapTo(&pane, QPoint()), part->size()));
+    QCOMPARE(parts.size(), 13); // three captions, three fields, seven buttons
+    for (int i = 0; i < parts.size(); ++i) {
+        const QRect place = parts[i].second;
+        QVERIFY(pane.rect().contains(place));
+        const QWidget* part = parts[i].first; // fields have a fixed width
+        QVERIFY2(place.width() >= std::min(part->sizeHint().width(), part->maximumWidth()),
+            qPrintable(QString("%1: %2").arg(part->accessibleName()).arg(place.width())));
+        for (int k = 0; k < i; ++k)
+            QVERIFY2(
+                !place.intersects(parts[k].second), qPrintable(QString("%1 %2").arg(i).arg(k)));
+    }
 }
 
 void TestHostWindow::disabledEntriesAreDimmer()
