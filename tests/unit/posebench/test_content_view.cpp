@@ -180,6 +180,7 @@ void TestContentView::aLargerFontHasRoomForAllLines()
     large.setPixelSize(2 * QFontInfo(large).pixelSize());
     tiles.view.setFont(large);
     QVERIFY(tiles.tile().height() > before);
+    QVERIFY(tiles.view.gridSize().height() >= tiles.tile().height()); // none lies over another
     int end = 0;
     QCOMPARE(bands(paintedTile(tiles, 0), 108, &end), 3);
     QVERIFY(end < tiles.tile().height());

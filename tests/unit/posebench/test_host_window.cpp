@@ -5,6 +5,7 @@
 #include "host/posebench/dark_theme.h"
 #include "host/posebench/parameter_panel.h"
 #include "host/posebench/reading_order.h"
+#include "host/posebench/status_line.h"
 #include "host/posebench/time_panel.h"
 #include "host/posebench/viewport.h"
 #include "host/posebench/window_place.h"
@@ -43,6 +44,7 @@ private slots:
     void fitsASmallScreen();
     void needsNoMoreThanASmallScreen();
     void comesBackWhereItWas();
+    void aPlaceOffTheScreenIsNotTaken_data();
     void aPlaceOffTheScreenIsNotTaken();
     void tabVisitsEveryControlOnce();
     void backtabGoesTheOtherWay();
@@ -123,11 +125,21 @@ void TestHostWindow::comesBackWhereItWas()
     QVERIFY(!panelsOf(later)[0]->isHidden());
 }
 
+void TestHostWindow::aPlaceOffTheScreenIsNotTaken_data()
+{
+    QTest::addColumn<QRect>("place"); // the screen of a test has 800 x 600
+    QTest::newRow("on a screen that is gone") << QRect(5000, 5000, 700, 500);
+    QTest::newRow("half of it on the left") << QRect(-350, 60, 700, 500);
+    QTest::newRow("its title above the edge") << QRect(20, -90, 700, 500);
+    QTest::newRow("larger than the screen") << QRect(-100, -100, 1600, 1200);
+}
+
 void TestHostWindow::aPlaceOffTheScreenIsNotTaken()
 {
+    QFETCH(QRect, place);
     QVERIFY(!restorePlace(m_bench->window.get())); // nothing was kept
     m_bench->window->setMinimumSize(1, 1);
-    m_bench->window->setGeometry(5000, 5000, 700, 500);
+    m_bench->window->setGeometry(place);
     rememberPlace(m_bench->window.get());
     PoseBenchWindow later;
     later.setMinimumSize(1, 1);
@@ -302,13 +314,13 @@ void TestHostWindow::timelineIsWholeAtAnyWidth()
 {
     QFETCH(int, width);
     DzTimelinePane pane;
+    const QWidget* bar = pane.findChild<QSpinBox*>("startFrame")->parentWidget()->parentWidget();
+    QCOMPARE(bar->minimumWidth(), 0); // else the columns beside it give way in place of its row
     pane.show();
     pane.resize(1000, 200);
     pane.resize(std::max(width, pane.minimumSizeHint().width()), 200);
     QCoreApplication::processEvents(); // its parts move to another row
     QVERIFY(pane.minimumSizeHint().width() <= 400);
-    const QWidget* bar = pane.findChild<QSpinBox*>("startFrame")->parentWidget()->parentWidget();
-    QCOMPARE(bar->minimumWidth(), 0); // else the columns beside it give way in place of its row
     QList<QPair<QWidget*, QRect>> parts;
     for (QWidget* part : pane.findChildren<QWidget*>())
         if (qobject_cast<QLabel*>(part) || part->focusPolicy() & Qt::TabFocus)
@@ -410,6 +422,9 @@ void TestHostWindow::statusBarIsNeverEmpty()
     QStatusTipEvent overAnEntry((QString()));
     QCoreApplication::sendEvent(m_bench->window.get(), &overAnEntry);
     QVERIFY(!bar->currentMessage().isEmpty());
+    m_bench->window->statusLine()->say("Something was saved");
+    const QTimer* timer = bar->findChild<QTimer*>(); // after which it goes, too
+    QVERIFY(timer && timer->isActive() && timer->interval() >= 5000);
 }
 
 QUILLON_TEST(TestHostWindow)
