@@ -15,6 +15,7 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace quillon;
@@ -24,6 +25,7 @@ static const float kZoomPerPx = 1.006f;
 static const float kZoomPerNotch = 0.88f;
 static const float kFrameShare = 0.86f; // of the picture that a framed selection fills
 static const float kOnFloorCm = 0.5f; // a figure this close to the floor stands on it
+static const int kHeightLabelGapPx = 10;
 static const int kRestMs = 120; // without a movement the picture is sharpened
 static const int kFullSamples = 2;
 static const int kDragSamples = 1;
@@ -225,10 +227,14 @@ static void paintJoint(QPainter* painter, const Camera& camera, const QSize& siz
     painter->drawEllipse(QPointF(x, y), 4.5, 4.5);
 }
 
-static void paintLabel(QPainter* painter, const QPoint& at, const QString& text)
+static QSize labelSize(const QPainter* painter, const QString& text)
 {
     const QRect bounds = painter->fontMetrics().boundingRect(QRect(), Qt::AlignLeft, text);
-    const QRect place(at, bounds.size() + QSize(18, 10));
+    return bounds.size() + QSize(18, 10);
+}
+
+static void paintLabel(QPainter* painter, const QRect& place, const QString& text)
+{
     painter->setPen(Qt::NoPen);
     painter->setBrush(QColor(20, 22, 26, 150));
     painter->drawRoundedRect(place, 4, 4);
@@ -243,7 +249,7 @@ void ViewportWidget::paintLegend(QPainter* painter) const
         return;
     if (m_hasLowest)
         text += QLatin1Char('\n') + heightText(m_lowest.m_y);
-    paintLabel(painter, QPoint(10, 10), text);
+    paintLabel(painter, QRect(QPoint(10, 10), labelSize(painter, text)), text);
 }
 
 QString quillon::heightText(float cm)
@@ -253,6 +259,23 @@ QString quillon::heightText(float cm)
     const QString length = QString::number(std::fabs(cm), 'f', 1);
     return cm > 0 ? QObject::tr("%1 cm above the floor").arg(length)
                   : QObject::tr("%1 cm below the floor").arg(length);
+}
+
+QRect quillon::heightLabelPlace(
+    const QSize& label, const QPointF& lowest, const QPointF& floor, const QSize& view)
+{
+    const QRect inside = QRect(QPoint(), view)
+                             .adjusted(kHeightLabelGapPx, kHeightLabelGapPx, -kHeightLabelGapPx,
+                                 -kHeightLabelGapPx);
+    QRect place(
+        QPoint(int(floor.x()) + kHeightLabelGapPx, int((lowest.y() + floor.y()) / 2) - 12), label);
+    if (place.right() > inside.right())
+        place.moveRight(int(floor.x()) - kHeightLabelGapPx);
+    place.moveBottom(std::min(place.bottom(), inside.bottom()));
+    place.moveTop(std::max(place.top(), inside.top()));
+    place.moveRight(std::min(place.right(), inside.right()));
+    place.moveLeft(std::max(place.left(), inside.left()));
+    return place;
 }
 
 // From the lowest point straight to the floor.
@@ -269,8 +292,10 @@ static void paintHeight(
     painter->drawLine(QPointF(x, y), QPointF(floorX, floorY));
     painter->setPen(QPen(kTheme.accent, 1.5));
     painter->drawLine(QPointF(floorX - 6, floorY), QPointF(floorX + 6, floorY));
-    paintLabel(
-        painter, QPoint(int(floorX) + 10, int((y + floorY) / 2) - 12), heightText(lowest.m_y));
+    const QString text = heightText(lowest.m_y);
+    paintLabel(painter,
+        heightLabelPlace(labelSize(painter, text), QPointF(x, y), QPointF(floorX, floorY), size),
+        text);
 }
 
 // All of the skin is computed for it: not anew while only the camera moves.

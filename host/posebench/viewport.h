@@ -20,6 +20,11 @@ namespace quillon {
 // "12.3 cm above the floor"; a figure that stands on it is told so.
 QString heightText(float cm);
 
+// Beside the middle of the line from the lowest point to the floor, on the side where there is
+// room, and nowhere outside of the view.
+QRect heightLabelPlace(
+    const QSize& label, const QPointF& lowest, const QPointF& floor, const QSize& view);
+
 } // namespace quillon
 
 class ViewportWidget : public QWidget {

@@ -31,6 +31,8 @@ private slots:
     void heightIsThatOfTheLowestPoint();
     void heightLineLeadsToTheFloor();
     void pictureIsOfThisPoseTimeAndHighlight();
+    void heightLabelStaysInView_data();
+    void heightLabelStaysInView();
     void droppedPosesAreAppliedInTheirOrder();
     void onlyPresetsAreTakenFromADrop();
     void aBrokenFileAmongSeveralChangesNothing();
@@ -193,6 +195,35 @@ void TestViewing::pictureIsOfThisPoseTimeAndHighlight()
     QVERIFY(view->grabScene() == renderSceneImage(view->size(), view->camera(), plain));
     view->showView(90, 0);
     QVERIFY(view->grabScene() == renderSceneImage(view->size(), view->camera(), plain));
+}
+
+void TestViewing::heightLabelStaysInView_data()
+{
+    QTest::addColumn<QPointF>("lowest");
+    QTest::addColumn<QPointF>("floor");
+    QTest::addColumn<QPoint>("place"); // of a label of 200 x 30 in a view of 500 x 400
+    QTest::newRow("room on the right")
+        << QPointF(100, 100) << QPointF(100, 300) << QPoint(110, 188);
+    QTest::newRow("none on the right")
+        << QPointF(350, 100) << QPointF(350, 300) << QPoint(141, 188);
+    QTest::newRow("the floor is below the view")
+        << QPointF(100, 300) << QPointF(100, 900) << QPoint(110, 360);
+    QTest::newRow("the figure is above it")
+        << QPointF(100, -900) << QPointF(100, 300) << QPoint(110, 10);
+    QTest::newRow("beyond the right edge")
+        << QPointF(900, 100) << QPointF(900, 300) << QPoint(290, 188);
+    QTest::newRow("beyond the left edge")
+        << QPointF(-90, 100) << QPointF(-90, 300) << QPoint(10, 188);
+}
+
+void TestViewing::heightLabelStaysInView()
+{
+    QFETCH(QPointF, lowest);
+    QFETCH(QPointF, floor);
+    QFETCH(QPoint, place);
+    const QRect found = heightLabelPlace(QSize(200, 30), lowest, floor, QSize(500, 400));
+    QCOMPARE(found, QRect(place, QSize(200, 30)));
+    QVERIFY(QRect(0, 0, 500, 400).contains(found));
 }
 
 // ---- drops ---------------------------------------------------------------------------------
