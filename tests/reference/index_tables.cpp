@@ -101,8 +101,8 @@ static const char* const kFolders[] = {
     "/home/user/Documents/3D/data/Brannoc/Quillon/custom/%1/",
     // from here on for adversaries only
     "/home/user/3D/DATA/brannoc/POSES/%1/",
-    "/home/user/3D/data/Brannoc/po\xc5\xbf"
-    "es/%1/", // a long s
+    ("/home/user/3D/data/Brannoc/po\xc5\xbf"
+     "es/%1/"), // a long s
     "/home/user/3D/data/brannoc/quillon/CUSTOM/%1/",
     "data/Brannoc/Quillon/custom%1",
     "/b\xc3\xa4ume/\xf0\x9f\x8c\xb2/data/Brannoc/Quillon/custo%1/",
