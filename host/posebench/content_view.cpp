@@ -71,9 +71,7 @@ void ContentView::paintEvent(QPaintEvent* event)
     if (!model() || model()->rowCount() > 0)
         return;
     QPainter painter(viewport());
-    painter.setPen(kTheme.dimText);
-    painter.drawText(viewport()->rect().adjusted(20, 20, -20, -20),
-        Qt::AlignCenter | Qt::TextWordWrap | Qt::TextWrapAnywhere, m_textWhenEmpty);
+    paintNote(&painter, viewport()->rect(), m_textWhenEmpty);
 }
 
 QStringList tileLines(const QString& name, const QFont& font, int widthPx, int mostLines)

@@ -13,6 +13,8 @@ const ThemeColors kTheme = {QColor(0x2b, 0x2f, 0x36), QColor(0x32, 0x37, 0x3f),
     QColor(0x9a, 0xa2, 0xae), QColor(0xff, 0xb0, 0x2e), QColor(0x4a, 0x6f, 0xa5),
     QColor(0xd9, 0x6b, 0x5b), QColor(0x7b, 0x83, 0x8f)};
 
+static const int kNoteMarginPx = 20;
+
 static const char* const kStyleSheet
     = "QToolTip { color: #e2e5ea; background: #22252b; border: 1px solid #454b55; padding: 3px; }"
       "QDockWidget::title { background: #32373f; padding: 5px 8px; }"
@@ -61,6 +63,13 @@ void paintFocusFrame(QPainter* painter, const QRect& rect)
     painter->setPen(QPen(kTheme.accent, 1));
     painter->setBrush(Qt::NoBrush);
     painter->drawRoundedRect(QRectF(rect).adjusted(1.5, 0.5, -1.5, -0.5), 3, 3);
+}
+
+void paintNote(QPainter* painter, const QRect& list, const QString& text)
+{
+    painter->setPen(kTheme.dimText);
+    painter->drawText(list.adjusted(kNoteMarginPx, kNoteMarginPx, -kNoteMarginPx, -kNoteMarginPx),
+        Qt::AlignCenter | Qt::TextWordWrap | Qt::TextWrapAnywhere, text);
 }
 
 } // namespace quillon

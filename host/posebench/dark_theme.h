@@ -20,4 +20,7 @@ void applyDarkTheme(QApplication*);
 // The mark of what has the keyboard, inside the edge of a rectangle.
 void paintFocusFrame(QPainter*, const QRect&);
 
+// Why a list is empty, in its middle.
+void paintNote(QPainter*, const QRect& list, const QString& text);
+
 } // namespace quillon

@@ -209,6 +209,8 @@ void DzParameterList::paintEvent(QPaintEvent*)
         if (hasFocus() && &row == m_rows.data() + m_currentRow)
             paintFocusFrame(&painter, rect);
     }
+    if (m_rows.empty() && !m_filter.isEmpty() && shownNode())
+        paintNote(&painter, viewport()->rect(), tr("No parameter of that name"));
 }
 
 // ---- mouse ---------------------------------------------------------------------------------
@@ -441,21 +443,6 @@ void DzParameterList::focusOutEvent(QFocusEvent* event)
 {
     QAbstractScrollArea::focusOutEvent(event);
     viewport()->update();
-}
-
-static QString rowTip(const DzFloatProperty* property, RowPart part)
-{
-    if (part == LockPart)
-        return QObject::tr(property->isLocked() ? "Locked: takes no value" : "Not locked");
-    if (part == LimitPart)
-        return QObject::tr(
-            property->isClamped() ? "Limits in force: %1 to %2" : "No limits (%1 to %2)")
-            .arg(property->getMin())
-            .arg(property->getMax());
-    return QObject::tr("%1, %2 to %3")
-        .arg(property->getName())
-        .arg(property->getMin())
-        .arg(property->getMax());
 }
 
 bool DzParameterList::viewportEvent(QEvent* event)

@@ -146,4 +146,19 @@ QString valueText(const DzFloatProperty* property)
     return QString::number(property->getValue(), 'f', property->getSensitivity() < 0.05f ? 3 : 2);
 }
 
+QString rowTip(const DzFloatProperty* property, RowPart part)
+{
+    if (part == LockPart)
+        return QObject::tr(property->isLocked() ? "Locked: takes no value" : "Not locked");
+    if (part == LimitPart)
+        return QObject::tr(
+            property->isClamped() ? "Limits in force: %1 to %2" : "No limits (%1 to %2)")
+            .arg(property->getMin())
+            .arg(property->getMax());
+    return QObject::tr("%1, %2 to %3")
+        .arg(property->getName())
+        .arg(property->getMin())
+        .arg(property->getMax());
+}
+
 } // namespace quillon

@@ -42,5 +42,6 @@ float barShare(const DzFloatProperty* property, float value);
 float barValue(const DzFloatProperty* property, float share);
 
 QString valueText(const DzFloatProperty* property);
+QString rowTip(const DzFloatProperty* property, RowPart part);
 
 } // namespace quillon

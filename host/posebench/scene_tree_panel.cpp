@@ -1,18 +1,40 @@
 #include "host/posebench/scene_tree_panel.h"
 
+#include "host/posebench/dark_theme.h"
+
 #include "dzbone.h"
 #include "dzscene.h"
 #include "dzskeleton.h"
 
 #include <QLineEdit>
+#include <QPainter>
 #include <QSet>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+namespace {
+
+// Says so when there is nothing in it.
+class NodeTree : public QTreeWidget {
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QTreeWidget::paintEvent(event);
+        for (int i = 0; i < topLevelItemCount(); ++i)
+            if (!topLevelItem(i)->isHidden())
+                return;
+        QPainter painter(viewport());
+        quillon::paintNote(&painter, viewport()->rect(),
+            topLevelItemCount() ? tr("No node of that name") : tr("The scene is empty"));
+    }
+};
+
+} // namespace
+
 DzSceneTreePane::DzSceneTreePane()
     : DzPane(tr("Scene"))
     , m_search(new QLineEdit)
-    , m_tree(new QTreeWidget)
+    , m_tree(new NodeTree)
     , m_syncing(false)
 {
     m_search->setPlaceholderText(tr("Find a node"));

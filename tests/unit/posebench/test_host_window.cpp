@@ -60,6 +60,7 @@ private slots:
     void boxesStandOut_data();
     void boxesStandOut();
     void statusBarIsNeverEmpty();
+    void listsWithoutRowsSayWhy();
 
 private:
     std::unique_ptr<BenchWindow> m_bench;
@@ -425,6 +426,28 @@ void TestHostWindow::statusBarIsNeverEmpty()
     m_bench->window->statusLine()->say("Something was saved");
     const QTimer* timer = bar->findChild<QTimer*>(); // after which it goes, too
     QVERIFY(timer && timer->isActive() && timer->interval() >= 5000);
+}
+
+// Of the text's colour in the middle of a list.
+static bool hasNote(QAbstractScrollArea* list)
+{
+    const QImage image = list->viewport()->grab().toImage();
+    const QRect middle(0, image.height() / 2 - 15, image.width(), 30);
+    return strongest(image, middle, image.pixel(2, 2)) > 3;
+}
+
+void TestHostWindow::listsWithoutRowsSayWhy()
+{
+    auto* tree = m_bench->window->findChild<QAbstractScrollArea*>("sceneTree");
+    auto* sliders = m_bench->window->findChild<QAbstractScrollArea*>("parameterList");
+    QVERIFY(hasNote(tree)); // no figure yet
+    m_bench->addFigure();
+    for (QAbstractScrollArea* list : {tree, sliders}) {
+        list->parentWidget()
+            ->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)
+            ->setText("nothing of that name");
+        QVERIFY2(hasNote(list), qPrintable(list->objectName()));
+    }
 }
 
 QUILLON_TEST(TestHostWindow)
