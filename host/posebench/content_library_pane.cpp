@@ -51,6 +51,12 @@ static QStringList contentDirectories()
     return list;
 }
 
+// What the path line says above them.
+static QString rootsTitle()
+{
+    return QObject::tr("Content directories");
+}
+
 // Beside the program that runs; a test is none that could help.
 static ThumbnailSetup thumbnailSetup()
 {
@@ -193,7 +199,7 @@ void DzContentLibraryPane::showRoots()
     if (!m_search->text().isEmpty())
         return m_search->clear(); // comes back through search()
     m_up->setEnabled(false);
-    m_path->setEditText(tr("Content directories"));
+    m_path->setEditText(rootsTitle());
     std::vector<ContentEntry> entries;
     const QStringList roots = contentDirectories(), names = shortNames(roots);
     for (int i = 0; i < roots.size(); ++i)
@@ -257,7 +263,9 @@ void DzContentLibraryPane::goUp()
 void DzContentLibraryPane::openTyped()
 {
     const QString folder = m_path->currentText().trimmed();
-    if (QFileInfo(folder).isDir())
+    if (folder.isEmpty() || folder == rootsTitle())
+        showRoots();
+    else if (QFileInfo(folder).isDir())
         showFolder(QFileInfo(folder).absoluteFilePath());
     else
         tell(tr("There is no folder %1").arg(folder));

@@ -21,6 +21,14 @@ static bool readAll(const QStringList& files, std::vector<PosePreset>* presets, 
     return true;
 }
 
+static QString outcome(const QString& what, int channels)
+{
+    if (!channels)
+        return QObject::tr("%1: nothing in it is for this figure.").arg(what);
+    return channels == 1 ? QObject::tr("%1: 1 channel set.").arg(what)
+                         : QObject::tr("%1: %2 channels set.").arg(what).arg(channels);
+}
+
 bool applyPresetFiles(const QStringList& files, DzSkeleton* figure, QString* text)
 {
     std::vector<PosePreset> presets;
@@ -38,7 +46,7 @@ bool applyPresetFiles(const QStringList& files, DzSkeleton* figure, QString* tex
         = presets.size() == 1 ? presets.front().name : QObject::tr("%1 Poses").arg(presets.size());
     hold.accept(
         presets.size() == 1 ? QString("Apply Pose %1").arg(what) : QString("Apply %1").arg(what));
-    *text = QObject::tr("%1: %2 channels set.").arg(what).arg(channels);
+    *text = outcome(what, channels);
     return true;
 }
 

@@ -301,6 +301,15 @@ void TestContentLibrary::pathLineOpensWhatIsTyped()
     line->setText(dir("none"));
     QTest::keyClick(line, Qt::Key_Return);
     QCOMPARE(pane()->currentFolder(), dir("p"));
+    QVERIFY(QMetaObject::invokeMethod(pane(), "showRoots"));
+    const QString title = line->text();
+    for (const QString& text : {title, QString()}) {
+        pane()->browseToNativeFolder(dir("p"));
+        line->setText(text);
+        QTest::keyClick(line, Qt::Key_Return);
+        QCOMPARE(pane()->currentFolder(), QString()); // the content directories
+        QCOMPARE(line->text(), title);
+    }
 }
 
 void TestContentLibrary::recentFoldersAreRememberedOnce()

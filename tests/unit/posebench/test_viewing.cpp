@@ -34,6 +34,8 @@ private slots:
     void heightLabelStaysInView_data();
     void heightLabelStaysInView();
     void droppedPosesAreAppliedInTheirOrder();
+    void aDropTellsWhatItDid_data();
+    void aDropTellsWhatItDid();
     void onlyPresetsAreTakenFromADrop();
     void aBrokenFileAmongSeveralChangesNothing();
 
@@ -280,6 +282,26 @@ void TestViewing::droppedPosesAreAppliedInTheirOrder()
     QCOMPARE(shin(m_figure, "lShin"), 0.f);
     drop({preset("d.duf", "lShin", 10)});
     QCOMPARE(m_bench->undo.getUndoCaption(), QString("Apply Pose d"));
+}
+
+void TestViewing::aDropTellsWhatItDid_data()
+{
+    QTest::addColumn<QStringList>("bones");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("one") << QStringList({"lShin"}) << "0: 1 channel set.";
+    QTest::newRow("two") << QStringList({"lShin", "rShin"}) << "2 Poses: 2 channels set.";
+    QTest::newRow("none") << QStringList({"tail"}) << "0: nothing in it is for this figure.";
+}
+
+void TestViewing::aDropTellsWhatItDid()
+{
+    QFETCH(QStringList, bones);
+    QFETCH(QString, message);
+    QStringList files;
+    for (const QString& bone : bones)
+        files << preset(QString("%1.duf").arg(files.size()), bone.toLatin1(), 20);
+    drop(files);
+    QCOMPARE(m_bench->window->statusBar()->currentMessage(), message);
 }
 
 void TestViewing::onlyPresetsAreTakenFromADrop()
