@@ -146,6 +146,10 @@ def main():
     wait_for("and is announced", lambda: error in announced)
     check("sensitive buttons say so", button(pane, "Apply Next Pose").getState().contains(pyatspi.STATE_SENSITIVE))
     print("announced:", len(announced))
+    menus = descend(bench, lambda node: node.getRole() == pyatspi.ROLE_MENU_BAR)
+    leave = menus and descend(menus, lambda node: node.name == "Quit")
+    check("the program can be left", leave)
+    leave.queryAction().doAction(0)
 
 
 main()

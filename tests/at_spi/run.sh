@@ -29,8 +29,14 @@ for i in \$(seq 200); do
 done
 timeout 60 /usr/bin/python3 "$here/client.py"
 code=\$?
-kill \$bench
+for i in \$(seq 400); do
+    kill -0 \$bench 2>/dev/null && [ \$code = 0 ] || break
+    sleep 0.05
+done
+kill \$bench 2>/dev/null && [ \$code = 0 ] && { echo "it was left, and stays" >&2; code=1; }
 wait \$bench
+left=\$?
+[ \$code = 0 ] && code=\$left
 exit \$code
 SESSION
 xvfb-run -a -s "-screen 0 1600x1000x24" dbus-run-session -- bash "$work/session.sh"
