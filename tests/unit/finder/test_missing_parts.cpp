@@ -109,6 +109,7 @@ private slots:
         };
         scanPoses();
         QCOMPARE(ProgressLog::infosOf("Identifying"), QStringList());
+        QCOMPARE(poseCount(), 1); // nothing was forgotten for it
         QCOMPARE(f.indexBytes(), index);
     }
 

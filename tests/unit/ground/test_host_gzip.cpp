@@ -220,6 +220,10 @@ void TestHostGzip::aDeviceThatTakesNothingIsToldOf()
     Full device;
     QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     QVERIFY(!writePacked(&device, someText(100000)));
+    QByteArray noise; // more than one piece of it once packed
+    for (quint32 i = 1; noise.size() < 300000; i = i * 1664525u + 1013904223u)
+        noise += char(i >> 24);
+    QVERIFY(!writePacked(&device, noise));
     QBuffer readOnly;
     QVERIFY(readOnly.open(QIODevice::ReadOnly));
     QTest::ignoreMessage(QtWarningMsg, "QIODevice::write (QBuffer): ReadOnly device");

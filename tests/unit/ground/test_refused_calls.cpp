@@ -35,6 +35,7 @@ struct Refusal {
 static Refusal g_refusals[kCalls];
 static long g_restedMs; // what was asked for; nobody sleeps
 static QString g_lostLock; // a file that goes just before it is locked
+static bool g_isMadeAgain; // by the next process
 
 static bool isRefused(Call call)
 {
@@ -75,6 +76,8 @@ int flock(int file, int operation) noexcept
 {
     if (!g_lostLock.isEmpty())
         QFile::remove(g_lostLock);
+    if (!g_lostLock.isEmpty() && g_isMadeAgain)
+        writeFile(g_lostLock, "another's");
     return isRefused(Lock) ? -1 : PASS_ON(flock)(file, operation);
 }
 
@@ -141,6 +144,7 @@ private slots:
     void otherRefusalsAreNotWaitedFor();
     void aLockIsTriedAgain();
     void aFileSystemWithoutLocksIsNotWaitedFor();
+    void aLockWhoseFileWasRemovedIsNone_data();
     void aLockWhoseFileWasRemovedIsNone();
 
     // for good
@@ -224,9 +228,18 @@ void TestRefusedCalls::aFileSystemWithoutLocksIsNotWaitedFor()
     QCOMPARE(refused.seen(), 1);
 }
 
+void TestRefusedCalls::aLockWhoseFileWasRemovedIsNone_data()
+{
+    QTest::addColumn<bool>("isMadeAgain");
+    QTest::newRow("removed") << false;
+    QTest::newRow("and made again") << true;
+}
+
 // The process that had the lock removes the file while this one waits for it.
 void TestRefusedCalls::aLockWhoseFileWasRemovedIsNone()
 {
+    QFETCH(bool, isMadeAgain);
+    g_isMadeAgain = isMadeAgain;
     const QString path = m_folder->path("x.lock");
     g_restedMs = 0;
     g_lostLock = path; // up to the fourth rest

@@ -333,8 +333,9 @@ void TestPageLayout::aLongLineBreaksNearItsMiddle_data()
     row("/mmmmmmmmmmm", "/mmmmm", "mmmmmm"); // too far from the middle
     row("mmmmmmmmmmmm", "mmmmmm", "mmmmmm");
     row("mmm/mmm-mmmm", "mmm/mmm-", "mmmm"); // as far, but behind it
-    const QString half(6, QChar(0x0436)); // a Cyrillic letter
-    QTest::newRow("no Latin letters") << half + half << (QStringList() << half << half);
+    const QString letters(7, QChar(0x0436)); // Cyrillic ones
+    QTest::newRow("no Latin letters")
+        << letters + ' ' + letters.left(4) << (QStringList() << letters << letters.left(4));
 }
 
 void TestPageLayout::aLongLineBreaksNearItsMiddle()

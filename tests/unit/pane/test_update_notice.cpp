@@ -497,6 +497,7 @@ void TestUpdateNotice::onlyPicturesThatDecodeCount_data()
     QTest::newRow("empty file") << QByteArray() << false;
     QTest::newRow("words") << QByteArray("not a picture") << false;
     QTest::newRow("only a header") << smallPng(Qt::red).left(33) << false;
+    QTest::newRow("cut within its pixels") << smallPng(Qt::red).left(50) << false;
     QTest::newRow("another format") << bmp.data() << false;
 }
 
