@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """test_catalogue.py - what the catalogue's program finds, writes, keeps and refuses."""
+import json
 import os
 import pathlib
+import pty
 import signal
 import subprocess
 import sys
@@ -156,7 +158,127 @@ class TestCatalogue(unittest.TestCase):
         self.assertIn("there is no folder", done.stderr)
         self.assertFalse((self.top / "never").exists())
 
+    def test_help_is_told(self):
+        done = subprocess.run([made.PROGRAM, "--help"], stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        for option in ("--content", "--home", "--figure", "--jobs"):
+            self.assertIn(option, done.stdout)
+
+    # ---- where files and folders are others than usual
+
+    def one_pose(self, name, number=1):
+        made.write(self.top / name / "a.duf", made.pose_text(made.pose(number)))
+        return [self.top / name]
+
+    def test_what_cannot_be_written_is_told(self):
+        for blocked in ("catalogue.json", "catalogue-data.js", "index.htm"):
+            out = self.top / ("blocked " + blocked)
+            made.run(out, self.one_pose("blocked content"))
+            os.remove(out / blocked)
+            (out / blocked / "full").mkdir(parents=True)
+            if blocked == "catalogue.json":  # it is what tells a catalogue from other folders
+                out = out / blocked / "full"
+                out.rmdir()
+                out.write_text("a file")
+            done = made.run(out, self.one_pose("blocked content"), check=False)
+            self.assertEqual(done.returncode, 2 if blocked == "catalogue.json" else 1, blocked)
+            self.assertIn("catalogue.json" if blocked == "catalogue.json" else str(out / blocked), done.stderr)
+            self.assertEqual(done.stdout, "")
+
+    def test_pictures_that_cannot_be_written_are_counted(self):
+        out = self.top / "no pictures"
+        made.run(out, self.one_pose("pictured"))
+        for name in pictures(out):
+            os.remove(out / name)
+        for folder in sorted((out / "pictures").rglob("*"), reverse=True):
+            folder.rmdir()
+        (out / "pictures").rmdir()
+        (out / "pictures").write_text("in the way")
+        done = made.run(out, self.one_pose("pictured"))
+        self.assertIn("1 files have no picture", done.stderr)
+        self.assertEqual([pose["picture"] for pose in made.catalogue(out)["poses"]], [None])
+
+    def test_poses_of_one_name_and_folders_in_each_other(self):
+        top = self.top / "nested"
+        for number, below in enumerate(("z/Same.duf", "a/Same.duf", "a/deep/Same.duf")):
+            made.write(top / below, made.pose_text(made.pose(3 * number + 1)))
+        made.write(self.top / "nesting/a/Same.duf", made.pose_text(made.pose(10)))
+        made.run(self.top / "nested out", [top, top / "a/deep", self.top / "nesting"])
+        poses = made.catalogue(self.top / "nested out")["poses"]
+        self.assertEqual({pose["name"] for pose in poses}, {"Same"})
+        self.assertEqual([(pose["folder"], pose["contentDirectory"]) for pose in poses],
+                         [("", 1), ("a", 0), ("a", 2), ("z", 0)])
+
+    def test_a_twin_of_a_man_is_drawn_as_a_man(self):
+        top = self.top / "men"
+        for name in ("People/Male/a.duf", "People/Male/b.duf"):
+            made.write(top / name, made.pose_text(made.pose(9)))
+        made.run(self.top / "men out", [top])
+        told = made.catalogue(self.top / "men out")
+        self.assertEqual([pose["figure"] for pose in told["poses"]], ["male"])
+        shown = [(self.top / "men out" / each["picture"]).read_bytes() for each in told["poses"] + told["leftOut"]]
+        self.assertEqual(len(shown), 2)
+        self.assertEqual(shown[0], shown[1])
+
+    # ---- a worker
+
+    def answers(self, *jobs):
+        lines = "".join((job if isinstance(job, str) else json.dumps(job)) + "\n" for job in jobs)
+        done = subprocess.run([made.PROGRAM, "--worker"], input=lines, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                              encoding="utf-8")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        return done.stdout.split()
+
+    def test_a_worker_goes_on_after_what_is_no_picture(self):
+        folder = self.top / "worker"
+        pose, out = folder / "a.duf", str(folder / "%s.jpg")
+        made.write(pose, made.pose_text(made.pose(2)))
+        made.write_png(folder / "own.png", (1, 2, 3))
+        made.write_png(folder / "wide.png", (1, 2, 3), side=8200)
+        whole = (folder / "own.png").read_bytes()
+        (folder / "cut.png").write_bytes(whole[:45])  # behind what tells its size
+        (folder / "file").write_text("no folder")
+
+        def job(name, **more):
+            return {"pose": str(pose), "out": out % name, "drawn": False, "male": False, "own": "", **more}
+
+        rows = [("no job", "{}", "failed"),
+                ("nothing to show", job("none"), "failed"),
+                ("a picture of its own", job("own", own=str(folder / "own.png")), "made"),
+                ("one that is too wide", job("wide", own=str(folder / "wide.png")), "failed"),
+                ("one that is cut short", job("cut", own=str(folder / "cut.png")), "failed"),
+                ("one that is not there", job("gone", own=str(folder / "gone.png")), "failed"),
+                ("a pose that is not there", job("lost", pose=str(folder / "lost.duf"), drawn=True), "failed"),
+                ("a place that is none", job("file/x", drawn=True), "failed"),
+                ("a pose", job("drawn", drawn=True), "made"),
+                ("the next on another figure", job("male", drawn=True, male=True), "made")]
+        answers = self.answers(*(row[1] for row in rows))
+        self.assertEqual(list(zip((row[0] for row in rows), answers)), [(row[0], row[2]) for row in rows])
+        self.assertEqual(sorted(path.name for path in folder.glob("*.jpg")), ["drawn.jpg", "male.jpg", "own.jpg"])
+
     # ---- how it tells of its work
+
+    def test_a_terminal_has_one_line_that_changes(self):
+        master, slave = pty.openpty()
+        process = subprocess.Popen([made.PROGRAM, str(self.top / "terminal"), "--content",
+                                    str(self.many("terminal content", 12)[0])], stdout=subprocess.DEVNULL, stderr=slave)
+        os.close(slave)
+        told = b""
+        while True:
+            try:
+                piece = os.read(master, 4096)
+            except OSError:  # the other end is closed
+                break
+            if not piece:
+                break
+            told += piece
+        os.close(master)
+        self.assertEqual(process.wait(), 0)
+        text = told.decode()
+        self.assertGreater(text.count("\r\x1b[Kquillon-catalogue: "), 5)
+        self.assertLess(text.count("\n"), 6)
+        self.assertIn("12 of 12 pictures", text)
+        self.assertTrue(text.endswith("\n"), text[-40:])
 
     def test_progress_is_told_on_stderr_and_the_page_on_stdout(self):
         self.assertEqual(self.done.stdout, "%s/index.htm\n" % self.out)
