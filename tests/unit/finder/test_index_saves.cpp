@@ -374,6 +374,49 @@ private slots:
         QCOMPARE(f.positionOnDisk(), 2);
     }
 
+    // An own change makes the table no more like the file than it was.
+    void thePositionFollowsItsPathBehindOwnChanges_data()
+    {
+        QTest::addColumn<bool>("byAnotherHost"); // the difference; else a pose that is offline
+        QTest::addColumn<int>("position");
+        QTest::newRow("with a pose that is offline") << false << 4;
+        QTest::newRow("without one that another host removed") << true << 3;
+    }
+    void thePositionFollowsItsPathBehindOwnChanges()
+    {
+        QFETCH(bool, byAnotherHost);
+        QFETCH(int, position);
+        SavesFixture f;
+        f.indexFiles(4);
+        const QString first = poseEntry(0)->path;
+        if (byAnotherHost) {
+            f.otherHostEdits(first, true);
+        } else {
+            QVERIFY(QDir().rename(f.content(), f.home.path("offline")));
+            removeEntry(0);
+            QVERIFY(saveVanishing(first));
+        }
+        const int mine = addEntry(f.addCustomFile("mine.duf"), 77);
+        QVERIFY(saveEntry(mine));
+        QCOMPARE(f.pathsOnDisk().indexOf(poseEntry(mine)->path), position);
+        pluginSettings().currentPose = mine;
+        QVERIFY(saveSettingsAndPosition());
+        QCOMPARE(f.positionOnDisk(), position);
+    }
+
+    void thePositionFollowsItsPathWhenAChangeCouldNotBeSaved()
+    {
+        SavesFixture f;
+        f.indexFiles(4);
+        QVERIFY(QDir().mkpath(besideName(dataFiles().poseIndex))); // where the new file is made
+        const QString gone = poseEntry(0)->path;
+        removeEntry(0);
+        QVERIFY(!saveDeletion(gone));
+        pluginSettings().currentPose = 2;
+        QVERIFY(saveSettingsAndPosition());
+        QCOMPARE(f.positionOnDisk(), 3);
+    }
+
     void ownChangesKeepTheTablesPosition()
     {
         SavesFixture f;

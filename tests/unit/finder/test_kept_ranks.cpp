@@ -96,6 +96,14 @@ private slots:
         QVERIFY(!keepRanksOf(dataFiles().ranksKept));
     }
 
+    void withoutADataFolderNothingIsKept()
+    {
+        KeptFixture f;
+        writeFile(f.app.getDataFolderPath() + "/Brannoc", "in the way");
+        QVERIFY(keepRanks(RankRecords())); // nothing to keep
+        QVERIFY(!keepRanks({{7, Hidden}}));
+    }
+
     void aFileOfAnotherVersionIsCopiedFirst()
     {
         KeptFixture f;

@@ -77,6 +77,21 @@ private slots:
         QCOMPARE(fileBytes(path), QByteArray("pose"));
     }
 
+    // Until two are of one second.
+    void copiesOfOneSecondAreNumberedInTurn()
+    {
+        QList<int> numbers;
+        for (int fill = 0; numbers.size() < 2 && fill < 100; ++fill) {
+            QVERIFY(backUpNow(table(1, char(fill)), 1000));
+            const QString fresh = copies().last();
+            const QString start = fresh.left(fresh.size() - QString("000.bak").size());
+            numbers.clear();
+            for (const QString& name : copies().filter(start))
+                numbers += name.mid(start.size(), 3).toInt();
+        }
+        QCOMPARE(numbers, QList<int>() << 0 << 1);
+    }
+
     // Nobody reads one of that length, and its copy would push out all others. Taken away it is
     // only given another name.
     void aFileLongerThanAnyThatIsReadIsNotCopied()

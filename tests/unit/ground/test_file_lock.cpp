@@ -6,10 +6,14 @@
 #include "ground/save_lock.h"
 #include "ground/system_files.h"
 
+#include <QElapsedTimer>
 #include <QtTest>
 
 #ifdef Q_OS_UNIX
+#include "without_rights.h"
+
 #include <csignal>
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #endif
@@ -90,6 +94,32 @@ private slots:
         QVERIFY(!processLives(child));
         QVERIFY(FileLock(path, 0).isHeld());
 #endif
+    }
+
+    // A host that was started without standard input gets its descriptor.
+    void theFirstDescriptorIsALockToo()
+    {
+#ifdef Q_OS_UNIX
+        TempFolder folder;
+        const QString path = folder.path("x.lock");
+        const auto lockTwice = [&path] {
+            ::close(0);
+            const FileLock lock(path, 0);
+            return lock.isHeld() && ::fcntl(0, F_GETFD) != -1 && FileLock(path, 0).isOthers();
+        };
+        QCOMPARE(runInChild(lockTwice), 1);
+        QCOMPARE(filesIn(folder.path()), QStringList());
+#endif
+    }
+
+    void whoeverIsPatientWaits()
+    {
+        TempFolder folder;
+        const FileLock held(folder.path("x.lock"), 0);
+        QElapsedTimer waited;
+        waited.start();
+        QVERIFY(FileLock(folder.path("x.lock"), 40).isOthers());
+        QVERIFY2(waited.elapsed() >= 40, "a turn that comes in time is taken");
     }
 
     void whoHasItIsTold()

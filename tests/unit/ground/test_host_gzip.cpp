@@ -4,6 +4,7 @@
 #include "ground/host_gzip.h"
 
 #include <QBuffer>
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
 #include <QtTest>
@@ -28,6 +29,7 @@ private slots:
     void aDamagedGzipIsNotAllThere();
     void whatIsNoGzipGivesNothing_data();
     void whatIsNoGzipGivesNothing();
+    void aDeviceThatDoesNotOpenGivesNothing();
     void moreThanWantedIsNotUnpacked();
     void aDeviceThatTakesNothingIsToldOf();
 };
@@ -205,6 +207,12 @@ void TestHostGzip::whatIsNoGzipGivesNothing()
     QByteArray all;
     QVERIFY(!unpackBytes(bytes, 100, &all));
     QCOMPARE(all, QByteArray());
+}
+
+void TestHostGzip::aDeviceThatDoesNotOpenGivesNothing()
+{
+    QFile missing(QLatin1String("/no such folder/x"));
+    QCOMPARE(read(&missing, 10), QByteArray());
 }
 
 void TestHostGzip::moreThanWantedIsNotUnpacked()

@@ -27,6 +27,8 @@ private slots:
     void bytesInTurnLeaveTheLastOnes();
     void aTargetThatCannotBeReplacedLeavesNothingBeside();
 
+    void theFirstDescriptorIsWrittenToo();
+
     // in place
     void linkedNamesStayTogether();
     void theOwnerStays_data();
@@ -180,6 +182,18 @@ void TestOverwriteFile::bytesInTurnLeaveTheLastOnes()
     }
     QCOMPARE(filesIn(folder->path()).size(), hasTwoNames ? 2 : 1);
     QCOMPARE(filesIn(keep->path()), QStringList());
+}
+
+// A host that was started without standard input gets its descriptor.
+void TestOverwriteFile::theFirstDescriptorIsWrittenToo()
+{
+    const auto write = [this] {
+        ::close(0);
+        return overwrite() && writeWholeFile(folder->path("other"), "new");
+    };
+    QCOMPARE(runInChild(write), 1);
+    QCOMPARE(fileBytes(file), QByteArray("new"));
+    QCOMPARE(fileBytes(folder->path("other")), QByteArray("new"));
 }
 
 void TestOverwriteFile::aTargetThatCannotBeReplacedLeavesNothingBeside()

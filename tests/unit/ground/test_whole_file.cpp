@@ -7,9 +7,22 @@
 #include <QtTest>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+static int g_flushes = 0;
+static bool g_flushesFail = false;
+
+// In place of the C library's, for every file of this program.
+extern "C" int fsync(int file)
+{
+    ++g_flushes;
+    errno = EIO;
+    return g_flushesFail ? -1 : int(::syscall(SYS_fsync, file));
+}
 #endif
 
 using namespace quillon;
@@ -72,6 +85,34 @@ private slots:
         QVERIFY(writeWholeFile(folder.path("x.dat"), "y"));
         QCOMPARE(fileBytes(folder.path("x.dat")), QByteArray("y"));
         QCOMPARE(filesIn(folder.path()), QStringList("x.dat"));
+    }
+
+    // Else a crash of the machine could leave a name without bytes.
+    void noFileTakesAPathBeforeItIsOnTheDisk()
+    {
+#ifdef Q_OS_UNIX
+        TempFolder folder, keep;
+        writeFile(folder.path("x"), "old");
+        writeFile(folder.path("y"), "old");
+        const QByteArray other = QFile::encodeName(folder.path("z")); // y is written in place
+        QCOMPARE(::link(QFile::encodeName(folder.path("y")).constData(), other.constData()), 0);
+        for (const bool fails : {true, false}) {
+            g_flushes = 0;
+            g_flushesFail = fails;
+            const bool whole = writeWholeFile(folder.path("x"), "new");
+            const bool beside = overwriteFile(folder.path("x"), "newer", keep.path());
+            const int flushesBeside = g_flushes;
+            const bool inPlace = overwriteFile(folder.path("y"), "new", keep.path());
+            const int flushes = g_flushes;
+            g_flushesFail = false;
+            QCOMPARE(whole || beside || inPlace, !fails);
+            QCOMPARE(whole && beside && inPlace, !fails);
+            QVERIFY(flushesBeside >= 2 && flushes > flushesBeside);
+            QCOMPARE(fileBytes(folder.path("x")), QByteArray(fails ? "old" : "newer"));
+            QCOMPARE(fileBytes(folder.path("y")), QByteArray(fails ? "old" : "new"));
+            QCOMPARE(filesIn(folder.path()).size(), 3);
+        }
+#endif
     }
 
     void whatCannotBeWrittenIsAFailureAndLeavesNothing()

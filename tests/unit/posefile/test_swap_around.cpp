@@ -23,6 +23,8 @@ private slots:
     void aLockedFigureKeepsTheHipsTranslation();
     void noHipMeansNothingHappens();
     void noFileIsLeftAfterSuccess();
+    void partLocksHoldWhereTheyAreAskedFor_data();
+    void partLocksHoldWhereTheyAreAskedFor();
     void aFailedApplyLeavesBothFiles();
     void leftoversOfAFailureAreNotApplied();
     void anotherHostsFilesAreNotTouched();
@@ -98,6 +100,26 @@ void TestSwapAround::noFileIsLeftAfterSuccess()
     PoseFixture f;
     QVERIFY(applyThroughTempFiles(f.figure, true, false, false, true, true));
     QVERIFY(f.tempFiles().isEmpty());
+}
+
+void TestSwapAround::partLocksHoldWhereTheyAreAskedFor_data()
+{
+    QTest::addColumn<bool>("useLocks");
+    QTest::newRow("with locks") << true;
+    QTest::newRow("without") << false;
+}
+
+void TestSwapAround::partLocksHoldWhereTheyAreAskedFor()
+{
+    QFETCH(bool, useLocks);
+    PoseFixture f;
+    std::fill_n(pluginSettings().partLocks, kPartLockCount, true);
+    const DzFloatProperty* bend = f.bone("lShin")->getXRotControl();
+    f.bone("lShin")->getXRotControl()->setValue(20);
+    QVERIFY(applyThroughTempFiles(f.figure, true, useLocks, false, true, true));
+    std::fill_n(pluginSettings().partLocks, kPartLockCount, false);
+    QCOMPARE(bend->getValue(), useLocks ? 20.f : 0.f);
+    QVERIFY(!bend->isLocked());
 }
 
 void TestSwapAround::aFailedApplyLeavesBothFiles()
