@@ -96,6 +96,22 @@ private slots:
         QVERIFY(!keepRanksOf(dataFiles().ranksKept));
     }
 
+    void aFileOfRecordsHasTheirBytesAndNoMore()
+    {
+        KeptFixture f;
+        const RankRecords records = {{5, Hidden}, {6, Favorite}};
+        QVERIFY(!isRankFileOf(dataFiles().ranksKept, records));
+        QVERIFY(writeRankFile(dataFiles().ranksKept, records));
+        const QByteArray bytes = f.kept();
+        QVERIFY(isRankFileOf(dataFiles().ranksKept, records));
+        for (const QByteArray& other :
+            {bytes + '\0', bytes + bytes, bytes.left(bytes.size() - 1)}) {
+            writeFile(dataFiles().ranksKept, other);
+            QVERIFY2(!isRankFileOf(dataFiles().ranksKept, records), other.toHex().constData());
+        }
+        QVERIFY(!isRankFileOf(dataFiles().ranksKept, RankRecords()));
+    }
+
     void withoutADataFolderNothingIsKept()
     {
         KeptFixture f;

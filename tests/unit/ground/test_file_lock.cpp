@@ -12,6 +12,7 @@
 #ifdef Q_OS_UNIX
 #include "without_rights.h"
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -104,6 +105,7 @@ private slots:
         const QString path = folder.path("x.lock");
         const auto lockTwice = [&path] {
             ::close(0);
+            errno = EWOULDBLOCK; // of an earlier call
             const FileLock lock(path, 0);
             return lock.isHeld() && ::fcntl(0, F_GETFD) != -1 && FileLock(path, 0).isOthers();
         };
