@@ -293,6 +293,19 @@ private slots:
                           << f.home.path("content/mine.duf"));
     }
 
+    void whatWasSavedOnceIsNotSavedAgain()
+    {
+        SavesFixture f;
+        f.indexFiles(2);
+        f.addFile("mine.duf");
+        QVERIFY(saveEntry(2));
+        f.otherHostEdits(poseEntry(2)->path, true);
+        f.addFile("newer.duf");
+        QVERIFY(saveEntry(3));
+        QCOMPARE(f.pathsOnDisk(),
+            QStringList() << poseEntry(0)->path << poseEntry(1)->path << poseEntry(3)->path);
+    }
+
     void aHostThatSavesMakesTheOtherWait()
     {
         SavesFixture f;
@@ -415,6 +428,26 @@ private slots:
         pluginSettings().currentPose = 2;
         QVERIFY(saveSettingsAndPosition());
         QCOMPARE(f.positionOnDisk(), 3);
+    }
+
+    void withoutAnAppliedPoseThereIsNoPosition()
+    {
+        SavesFixture f;
+        f.indexFiles(3);
+        f.otherHostEdits(poseEntry(0)->path, true);
+        pluginSettings().currentPose = -1;
+        QVERIFY(saveSettingsAndPosition());
+        QCOMPARE(f.positionOnDisk(), -1);
+    }
+
+    void inAnIndexOfAnotherVersionNoPositionIsLookedFor()
+    {
+        SavesFixture f;
+        f.indexFiles(3);
+        writeFile(dataFiles().poseIndex, QByteArray::fromHex("02000000") + "of tomorrow");
+        pluginSettings().currentPose = 1;
+        QVERIFY(saveSettingsAndPosition());
+        QCOMPARE(f.positionOnDisk(), 1);
     }
 
     void ownChangesKeepTheTablesPosition()
