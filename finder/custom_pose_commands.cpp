@@ -65,11 +65,12 @@ static int entryWithPath(const QString& path)
     return -1;
 }
 
-// By the text that was written: that the file cannot be read just now must not spoil the entry.
-static bool indexPose(
-    const QString& path, const QByteArray& text, bool existed, DzSkeleton* figure, DzTime time)
+// The entry of that path is filled anew, also when its file had vanished: the index on disk has one
+// entry a path. By the text that was written: that the file cannot be read just now must not spoil
+// the entry.
+static bool indexPose(const QString& path, const QByteArray& text, DzSkeleton* figure, DzTime time)
 {
-    int entry = existed ? entryWithPath(path) : -1;
+    int entry = entryWithPath(path);
     if (entry < 0)
         entry = appendPose(path);
     if (entry < 0)
@@ -95,12 +96,10 @@ bool savePoseOf(DzSkeleton* figure, DzTime time)
     const QString path = askForPoseFile();
     if (path.isEmpty() || held.isGone())
         return true;
-    const bool existed = QFile::exists(path);
     const bool male = !figure->getName().contains(QLatin1String("female"), Qt::CaseInsensitive);
     const bool compressed = true;
     const QByteArray text = textOfPose(figure, time, male);
-    const bool saved
-        = writePoseText(text, path, compressed) && indexPose(path, text, existed, figure, time);
+    const bool saved = writePoseText(text, path, compressed) && indexPose(path, text, figure, time);
     refreshPane();
     return saved;
 }

@@ -254,6 +254,23 @@ private slots:
         QCOMPARE(poseCount(), 2);
     }
 
+    // As the index on disk, which has one entry a path.
+    void savingAgainAfterTheFileVanishedRefillsTheEntry()
+    {
+        const QString path = save("a.duf");
+        save("b.duf");
+        const PoseIndexEntry old = *poseEntry(0);
+        QVERIFY(QFile::remove(path));
+        poseTheFigure();
+        save("a.duf");
+        QCOMPARE(indexedPaths(), QStringList() << path << customLibraryFolder() + "b.duf");
+        QVERIFY(poseEntry(0)->contentHash != old.contentHash);
+        QVERIFY(angleDeg(poseEntry(0)->signature[LeftShinSlot], old.signature[LeftShinSlot]) > 45);
+        createPoseIndex();
+        QVERIFY(readPoseIndex());
+        QCOMPARE(poseCount(), 2);
+    }
+
     void savingOverAFileThatIsNotIndexedAddsAnEntry()
     {
         writeFile(customLibraryFolder() + "a.duf", "old");
