@@ -13,6 +13,7 @@
 #include "ground/plugin_settings.h"
 #include "ground/save_result.h"
 #include "ground/status_message.h"
+#include "ground/whole_file.h"
 #include "posefile/custom_library.h"
 #include "posefile/pose_writer.h"
 
@@ -24,7 +25,6 @@
 
 #include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 
 namespace quillon {
 
@@ -49,7 +49,8 @@ static QString askForPoseFile()
     QString chosen = askForFile(customLibraryFolder());
     while (!chosen.isEmpty()) {
         const QString name = customPoseFileName(chosen);
-        if (name == chosen || !QFileInfo(name).isFile())
+        const At at = whatIsAt(name);
+        if (name == chosen || at == At::Nothing || at == At::SomethingElse)
             return name;
         chosen = askForFile(name);
     }

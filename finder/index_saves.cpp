@@ -11,7 +11,6 @@
 #include "ground/whole_file.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 namespace quillon {
 
@@ -35,13 +34,9 @@ bool saveScannedIndex()
 static bool readIndexBytes(QByteArray* bytes)
 {
     QFile file(dataFiles().poseIndex);
-    if (!QFileInfo(file.fileName()).exists())
+    if (isMissing(file.fileName()))
         return true;
-    if (!openPlainFile(&file, QIODevice::ReadOnly))
-        return false;
-    const qint64 wanted = qMin(file.size(), kLargestDatFile);
-    *bytes = file.read(wanted);
-    return bytes->size() == wanted;
+    return openPlainFile(&file, QIODevice::ReadOnly) && readAllOf(&file, kLargestDatFile, bytes);
 }
 
 static bool writeEdits(QByteArray bytes)

@@ -4,8 +4,7 @@
 #include "ground/backup_folder.h"
 #include "ground/data_folder.h"
 #include "ground/save_lock.h"
-
-#include <QFileInfo>
+#include "ground/whole_file.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -60,7 +59,7 @@ bool keepRanksOf(const QString& rankFile)
 
 template <typename Drop> static bool dropKept(Drop drop)
 {
-    if (!QFileInfo(dataFiles().ranksKept).exists()) // as it is mostly
+    if (isMissing(dataFiles().ranksKept)) // as it is mostly
         return true;
     const SaveLock lock;
     RankRecords kept;

@@ -2,8 +2,7 @@
 
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
-
-#include <QFileInfo>
+#include "ground/whole_file.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -34,7 +33,7 @@ static void readRecords(DatReader* file, RankRecords* records)
 RankFile readRankFile(const QString& path, RankRecords* records)
 {
     records->clear();
-    const bool exists = QFileInfo(path).exists();
+    const bool exists = !isMissing(path);
     DatReader file(path);
     if (!file.isOpen())
         return exists ? RankFile::Unreadable : RankFile::Missing;

@@ -92,10 +92,8 @@ typedef std::vector<BackupCopy> BackupCopies;
 static bool readAll(const QString& path, QByteArray* bytes)
 {
     QFile file(path);
-    const bool opened = openPlainFile(&file, QIODevice::ReadOnly);
-    if (opened)
-        *bytes = file.readAll();
-    return opened && bytes->size() == file.size();
+    return openPlainFile(&file, QIODevice::ReadOnly) && readAllOf(&file, kLargestDatFile + 1, bytes)
+        && bytes->size() <= kLargestDatFile;
 }
 
 static BackupCopy copyAt(const QFileInfo& info)
@@ -225,13 +223,13 @@ static QString freshName(const QString& path)
 
 bool backUp(const QString& path, int generations)
 {
-    const QFileInfo info(path);
-    if (!info.isFile() || info.size() > kLargestDatFile)
+    const At at = whatIsAt(path);
+    if (at == At::Nothing || at == At::SomethingElse || QFileInfo(path).size() > kLargestDatFile)
         return true;
     QByteArray bytes;
     if (!readAll(path, &bytes))
         return false;
-    const QString name = info.fileName();
+    const QString name = QFileInfo(path).fileName();
     const BackupCopy fresh
         = {freshName(path), name, bytes.size(), recordsIn(name, bytes, bytes.size())};
     BackupCopies all = allCopies();
@@ -261,7 +259,7 @@ bool backUpForeign(const QString& path, int generations)
 
 bool setAside(const QString& path, int generations)
 {
-    if (!QFile::exists(path))
+    if (isMissing(path))
         return true;
     if (QFileInfo(path).size() <= kLargestDatFile && backUp(path, generations))
         return QFile::remove(path);

@@ -18,10 +18,7 @@ DatReader::DatReader(const QString& path)
 {
     QFile file(path);
     m_open = openPlainFile(&file, QIODevice::ReadOnly);
-    const qint64 wanted = m_open ? qMin(file.size(), kLargestDatFile) : 0;
-    if (m_open)
-        m_bytes = file.read(wanted);
-    m_whole = m_open && m_bytes.size() == wanted;
+    m_whole = m_open && readAllOf(&file, kLargestDatFile, &m_bytes);
 }
 
 bool DatReader::isOpen() const

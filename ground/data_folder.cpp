@@ -1,6 +1,7 @@
 #include "ground/data_folder.h"
 
 #include "ground/hash.h"
+#include "ground/whole_file.h"
 
 #include "dzapp.h"
 
@@ -90,7 +91,7 @@ void migrateDataFiles()
         return;
     for (const DataFileName& name : kDataFileNames) {
         const QString old = g_files.folder + QLatin1String(name.stem) + QLatin1String(kSuffix);
-        if (QFile::exists(old))
+        if (!isMissing(old))
             QFile::rename(old, g_files.*name.path);
     }
 }

@@ -1,5 +1,6 @@
 #include "ground/plain_file.h"
 
+#include <QByteArray>
 #include <QFile>
 #include <QFileInfo>
 
@@ -26,6 +27,14 @@ int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes)
         count += int(got);
     }
     return count;
+}
+
+bool readAllOf(QFile* file, qint64 maxBytes, QByteArray* bytes)
+{
+    const qint64 size = file->size(); // 0 also where it is not told
+    const qint64 wanted = size > 0 ? qMin(size, maxBytes) : maxBytes;
+    *bytes = file->read(wanted);
+    return file->error() == QFile::NoError && (size <= 0 || bytes->size() == wanted);
 }
 
 } // namespace quillon

@@ -7,6 +7,7 @@
 
 #include <QIODevice>
 
+class QByteArray;
 class QFile;
 class QString;
 
@@ -21,5 +22,9 @@ bool openPlainFile(QFile* file, QIODevice::OpenMode mode);
 // Reads from the device until the buffer is full or nothing more comes; a device may deliver less
 // than it was asked for before its end. Returns the number of bytes.
 int readAsMuchAs(QIODevice* device, char* buffer, int maxBytes);
+
+// All that an open file holds, of a longer one the first maxBytes. False: not all of it came. Does
+// not take a file whose size the system does not tell for an empty one.
+bool readAllOf(QFile* file, qint64 maxBytes, QByteArray* bytes);
 
 } // namespace quillon

@@ -4,8 +4,7 @@
 #include "ground/dat_file.h"
 #include "ground/data_folder.h"
 #include "ground/save_lock.h"
-
-#include <QFileInfo>
+#include "ground/whole_file.h"
 
 #include <cstddef>
 #include <cstring>
@@ -144,7 +143,7 @@ enum class SettingsFile { Missing, Unreadable, Newer, Read };
 static SettingsFile readFile(PluginSettings* settings)
 {
     const QString& path = dataFiles().settings;
-    const bool exists = QFileInfo(path).exists();
+    const bool exists = !isMissing(path);
     DatReader file(path);
     if (!file.isWhole())
         return exists || file.isOpen() ? SettingsFile::Unreadable : SettingsFile::Missing;

@@ -24,6 +24,9 @@ struct FileMark {
     unsigned long long device, file, bytes, changed; // all 0: there is none
 };
 FileMark markOf(const SystemPath& path);
+// Behind links. NotTold: the system cannot tell just now, and anything may be there.
+enum class At { Nothing, PlainFile, SomethingElse, NotTold };
+At whatIsAt(const SystemPath& path);
 
 enum class Opened { OneThatIs, OneThatIsNot };
 

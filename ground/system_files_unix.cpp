@@ -50,6 +50,14 @@ FileMark markOf(const SystemPath& path)
     return mark;
 }
 
+At whatIsAt(const SystemPath& path)
+{
+    struct stat status;
+    if (::stat(path.c_str(), &status) == 0)
+        return S_ISREG(status.st_mode) ? At::PlainFile : At::SomethingElse;
+    return errno == ENOENT || errno == ENOTDIR ? At::Nothing : At::NotTold;
+}
+
 bool flushToDisk(int file)
 {
     return ::fsync(file) == 0;

@@ -76,6 +76,17 @@ FileMark markOf(const SystemPath& path)
     return mark;
 }
 
+At whatIsAt(const SystemPath& path)
+{
+    const DWORD attributes = GetFileAttributesW(longPath(path).c_str());
+    const DWORD error = GetLastError();
+    const DWORD other = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
+    if (attributes != INVALID_FILE_ATTRIBUTES)
+        return attributes & other ? At::SomethingElse : At::PlainFile;
+    const bool isMissing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    return isMissing ? At::Nothing : At::NotTold;
+}
+
 bool flushToDisk(int file)
 {
     return _commit(file) == 0; // FlushFileBuffers

@@ -58,6 +58,16 @@ FileMark markOf(const QString& path)
     return markOf(systemPath(path));
 }
 
+At whatIsAt(const QString& path)
+{
+    return path.isEmpty() ? At::Nothing : whatIsAt(systemPath(path));
+}
+
+bool isMissing(const QString& path)
+{
+    return whatIsAt(path) == At::Nothing;
+}
+
 bool isSameMark(const FileMark& a, const FileMark& b)
 {
     return a.device == b.device && a.file == b.file && a.bytes == b.bytes && a.changed == b.changed;

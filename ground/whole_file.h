@@ -45,6 +45,10 @@ namespace quillon {
 SystemPath systemPath(const QString& path);
 
 FileMark markOf(const QString& path);
+// The toolkit's exists() and isFile() are also false when the system cannot tell. Whoever would
+// lose something by taking that for "no" asks here; an empty path is nothing.
+At whatIsAt(const QString& path);
+bool isMissing(const QString& path); // for certain
 bool isSameMark(const FileMark& a, const FileMark& b); // also of no file twice
 
 // Where the new bytes of a file lie until they are all there.

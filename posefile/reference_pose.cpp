@@ -6,13 +6,12 @@
 #include "ground/message_boxes.h"
 #include "ground/status_message.h"
 #include "ground/undo_step.h"
+#include "ground/whole_file.h"
 #include "posefile/pose_reader.h"
 #include "posefile/pose_writer.h"
 
 #include "dzbone.h"
 #include "dzskeleton.h"
-
-#include <QFile>
 
 namespace quillon {
 
@@ -26,7 +25,7 @@ bool memorizeReferenceOf(DzSkeleton* figure, DzTime time)
 {
     const QString path = referencePosePath();
     const HeldNode held(figure);
-    if (QFile::exists(path) && (!showBox(Box::ReplaceReference) || held.isGone()))
+    if (!isMissing(path) && (!showBox(Box::ReplaceReference) || held.isGone()))
         return true;
     const bool male = false, compressed = true;
     const bool saved = ensureDataFolder() && writePose(figure, time, path, male, compressed);

@@ -271,6 +271,17 @@ private slots:
         QCOMPARE(poseCount(), 2);
     }
 
+    // A link to itself is one.
+    void aNameOfWhichNothingCanBeToldIsAskedAboutInFull()
+    {
+        const QString path = customLibraryFolder() + "two.duf";
+        QVERIFY(QDir().mkpath(customLibraryFolder()) && QFile::link(path, path));
+        const FileAnswer answer(customLibraryFolder() + "two");
+        const BoxAnswers boxes(QMessageBox::Yes);
+        saveCustomPose();
+        QCOMPARE(answer.proposed, QStringList() << QString() << "two.duf");
+    }
+
     void savingOverAFileThatIsNotIndexedAddsAnEntry()
     {
         writeFile(customLibraryFolder() + "a.duf", "old");

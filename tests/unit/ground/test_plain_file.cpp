@@ -117,6 +117,22 @@ private slots:
 #endif
     }
 
+    // Some systems give files without one; so does a moment in which it cannot be asked for.
+    void aFileWithoutALengthIsNoEmptyOne()
+    {
+#ifdef Q_OS_LINUX
+        QFile file("/proc/version");
+        QByteArray bytes;
+        QVERIFY(openPlainFile(&file, QIODevice::ReadOnly));
+        QCOMPARE(file.size(), qint64(0));
+        QVERIFY(readAllOf(&file, kLargestDatFile, &bytes));
+        QVERIFY(bytes.startsWith("Linux"));
+        QVERIFY(DatReader("/proc/version").bytesLeft() == bytes.size());
+        QVERIFY(file.seek(0) && readAllOf(&file, 5, &bytes));
+        QCOMPARE(bytes, QByteArray("Linux"));
+#endif
+    }
+
     // A file without an end, as far as a start is concerned: it has no blocks, only a length.
     void noMoreOfADataFileIsReadThanItsLimit()
     {

@@ -78,6 +78,30 @@ private slots:
         QVERIFY(!isSameMark(mark, FileMark {1, 2, 3, 9})); // another time
     }
 
+    void onlyWhatIsKnownToBeMissingIsNothing()
+    {
+        TempFolder folder;
+        writeFile(folder.path("x"), "a");
+        QCOMPARE(int(whatIsAt(folder.path("x"))), int(At::PlainFile));
+        QCOMPARE(int(whatIsAt(folder.path())), int(At::SomethingElse));
+        for (const QString& none : {folder.path("y"), folder.path("x") + "/y", QString()}) {
+            QCOMPARE(int(whatIsAt(none)), int(At::Nothing));
+            QVERIFY(isMissing(none));
+        }
+#ifdef Q_OS_UNIX
+        for (const char* target : {"x", "y", "to itself"}) {
+            const QString link = folder.path("to itself");
+            QFile::remove(link);
+            QVERIFY(QFile::link(folder.path(target), link));
+            const At expected = *target == 'x' ? At::PlainFile
+                : *target == 'y'               ? At::Nothing
+                                               : At::NotTold;
+            QCOMPARE(int(whatIsAt(link)), int(expected));
+            QCOMPARE(isMissing(link), expected == At::Nothing);
+        }
+#endif
+    }
+
     void aShorterFileReplacesALongerOne()
     {
         TempFolder folder;
