@@ -411,7 +411,7 @@ private slots:
         }
         const int mine = addEntry(f.addCustomFile("mine.duf"), 77);
         QVERIFY(saveEntry(mine));
-        QCOMPARE(f.pathsOnDisk().indexOf(poseEntry(mine)->path), position);
+        QCOMPARE(f.pathsOnDisk().value(position), poseEntry(mine)->path);
         pluginSettings().currentPose = mine;
         QVERIFY(saveSettingsAndPosition());
         QCOMPARE(f.positionOnDisk(), position);

@@ -118,8 +118,9 @@ private slots:
         TempFolder folder, keep;
         writeFile(folder.path("x"), "old");
         writeFile(folder.path("y"), "old");
-        const QByteArray other = QFile::encodeName(folder.path("z")); // y is written in place
-        QCOMPARE(::link(QFile::encodeName(folder.path("y")).constData(), other.constData()), 0);
+        const QByteArray linked = QFile::encodeName(folder.path("y")); // it is written in place
+        const QByteArray other = QFile::encodeName(folder.path("z"));
+        QCOMPARE(::link(linked.constData(), other.constData()), 0);
         for (const bool fails : {true, false}) {
             g_flushes = 0;
             g_flushesFail = fails;
