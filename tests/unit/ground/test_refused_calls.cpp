@@ -1,6 +1,6 @@
-// What becomes of files when the system refuses a call: for a moment, for good, or half way. The
-// calls of the C library that are refused are defined here, before those of the library.
+// What becomes of files when the system refuses a call: for a moment, for good, or half way.
 #include "frame_fixture.h"
+#include "refused_calls.h"
 #include "room_tests.h"
 #include "without_rights.h"
 
@@ -15,117 +15,11 @@
 #include <QtTest>
 
 #include <cerrno>
-#include <cstdio>
-#include <ctime>
-#include <dlfcn.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace quillon;
-
-enum Call { Rename, Flush, Cut, Lock, Read, Permit, kCalls };
-
-struct Refusal {
-    int error;
-    int times; // still to be refused
-    int seen; // calls in all
-};
-static Refusal g_refusals[kCalls];
-static long g_restedMs; // what was asked for; nobody sleeps
-static QString g_lostLock; // a file that goes just before it is locked
-static bool g_isMadeAgain; // by the next process
-
-static bool isRefused(Call call)
-{
-    Refusal& refusal = g_refusals[call];
-    ++refusal.seen;
-    if (refusal.times <= 0)
-        return false;
-    --refusal.times;
-    errno = refusal.error;
-    return true;
-}
-
-template <typename Function> static Function* next(Function*, const char* name)
-{
-    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
-}
-#define PASS_ON(function) (*next(&::function, #function))
-
-#pragma GCC visibility push(default) // the toolkit's calls come here, too
-extern "C" {
-
-int rename(const char* from, const char* to) noexcept
-{
-    return isRefused(Rename) ? -1 : PASS_ON(rename)(from, to);
-}
-
-int fsync(int file)
-{
-    return isRefused(Flush) ? -1 : PASS_ON(fsync)(file);
-}
-
-int ftruncate64(int file, off64_t length) noexcept
-{
-    return isRefused(Cut) ? -1 : PASS_ON(ftruncate64)(file, length);
-}
-
-int flock(int file, int operation) noexcept
-{
-    if (!g_lostLock.isEmpty())
-        QFile::remove(g_lostLock);
-    if (!g_lostLock.isEmpty() && g_isMadeAgain)
-        writeFile(g_lostLock, "another's");
-    return isRefused(Lock) ? -1 : PASS_ON(flock)(file, operation);
-}
-
-ssize_t read(int file, void* bytes, size_t count)
-{
-    return isRefused(Read) ? -1 : PASS_ON(read)(file, bytes, count);
-}
-
-int chmod(const char* path, mode_t mode) noexcept
-{
-    return isRefused(Permit) ? -1 : PASS_ON(chmod)(path, mode);
-}
-
-int nanosleep(const timespec* span, timespec*)
-{
-    g_restedMs += span->tv_sec * 1000 + span->tv_nsec / 1000000;
-    if (g_restedMs >= 20)
-        g_lostLock.clear();
-    return 0;
-}
-
-} // extern "C"
-#pragma GCC visibility pop
-
-static const int kEveryTime = 1000000;
-
-// While it lives, the call is refused so often.
-class Refused {
-public:
-    Refused(Call call, int error, int times = kEveryTime)
-        : m_call(call)
-    {
-        g_refusals[call] = {error, times, 0};
-        g_restedMs = 0;
-    }
-    ~Refused()
-    {
-        g_refusals[m_call].times = 0;
-    }
-    int seen() const
-    {
-        return g_refusals[m_call].seen;
-    }
-
-private:
-    Q_DISABLE_COPY(Refused)
-    Call m_call;
-};
 
 class TestRefusedCalls : public QObject {
     Q_OBJECT
@@ -173,9 +67,7 @@ void TestRefusedCalls::init()
     m_keep.reset(new TempFolder);
     m_file = m_folder->path("file");
     writeFile(m_file, "old");
-    for (Refusal& each : g_refusals)
-        each = Refusal();
-    g_lostLock.clear();
+    lostLock.clear();
 }
 
 void TestRefusedCalls::replacingIsTriedAgain_data()
@@ -198,7 +90,7 @@ void TestRefusedCalls::patienceEnds()
 {
     const Refused refused(Rename, EBUSY);
     QVERIFY(!writeWholeFile(m_file, "new"));
-    QCOMPARE(g_restedMs, long(kPatienceMs));
+    QCOMPARE(restedMs, long(kPatienceMs));
     QCOMPARE(fileBytes(m_file), QByteArray("old"));
     QCOMPARE(filesIn(m_folder->path()), QStringList("file"));
 }
@@ -208,7 +100,7 @@ void TestRefusedCalls::otherRefusalsAreNotWaitedFor()
     const Refused refused(Rename, EACCES);
     QVERIFY(!writeWholeFile(m_file, "new"));
     QCOMPARE(refused.seen(), 1);
-    QCOMPARE(g_restedMs, 0L);
+    QCOMPARE(restedMs, 0L);
     QCOMPARE(filesIn(m_folder->path()), QStringList("file"));
 }
 
@@ -239,19 +131,19 @@ void TestRefusedCalls::aLockWhoseFileWasRemovedIsNone_data()
 void TestRefusedCalls::aLockWhoseFileWasRemovedIsNone()
 {
     QFETCH(bool, isMadeAgain);
-    g_isMadeAgain = isMadeAgain;
+    isLostLockMadeAgain = isMadeAgain;
     const QString path = m_folder->path("x.lock");
-    g_restedMs = 0;
-    g_lostLock = path; // up to the fourth rest
+    restedMs = 0;
+    lostLock = path; // up to the fourth rest
     {
         const FileLock lock(path, kPatienceMs);
         QVERIFY(lock.isHeld());
-        QCOMPARE(g_restedMs, 20L);
+        QCOMPARE(restedMs, 20L);
         QCOMPARE(filesIn(m_folder->path()),
             QStringList() << "file"
                           << "x.lock");
     }
-    g_lostLock = path;
+    lostLock = path;
     QVERIFY(FileLock(path, 0).isOthers());
 }
 

@@ -7,22 +7,12 @@
 #include <QtTest>
 
 #ifdef Q_OS_UNIX
+#include "refused_calls.h"
+
 #include <cerrno>
 #include <csignal>
 #include <sys/resource.h>
-#include <sys/syscall.h>
 #include <unistd.h>
-
-static int g_flushes = 0;
-static bool g_flushesFail = false;
-
-// In place of the C library's, for every file of this program.
-extern "C" int fsync(int file)
-{
-    ++g_flushes;
-    errno = EIO;
-    return g_flushesFail ? -1 : int(::syscall(SYS_fsync, file));
-}
 #endif
 
 using namespace quillon;
@@ -122,17 +112,14 @@ private slots:
         const QByteArray other = QFile::encodeName(folder.path("z"));
         QCOMPARE(::link(linked.constData(), other.constData()), 0);
         for (const bool fails : {true, false}) {
-            g_flushes = 0;
-            g_flushesFail = fails;
+            const Refused flushes(Flush, EIO, fails ? kEveryTime : 0);
             const bool whole = writeWholeFile(folder.path("x"), "new");
             const bool beside = overwriteFile(folder.path("x"), "newer", keep.path());
-            const int flushesBeside = g_flushes;
+            const int beforeInPlace = flushes.seen();
             const bool inPlace = overwriteFile(folder.path("y"), "new", keep.path());
-            const int flushes = g_flushes;
-            g_flushesFail = false;
             QCOMPARE(whole || beside || inPlace, !fails);
             QCOMPARE(whole && beside && inPlace, !fails);
-            QVERIFY(flushesBeside >= 2 && flushes > flushesBeside);
+            QVERIFY(beforeInPlace >= 2 && flushes.seen() > beforeInPlace);
             QCOMPARE(fileBytes(folder.path("x")), QByteArray(fails ? "old" : "newer"));
             QCOMPARE(fileBytes(folder.path("y")), QByteArray(fails ? "old" : "new"));
             QCOMPARE(filesIn(folder.path()).size(), 3);
