@@ -42,7 +42,9 @@ bool writeOutput(const QString& file, const QByteArray& bytes, QString* why)
 {
     QDir().mkpath(QFileInfo(file).absolutePath());
     QSaveFile out(file);
-    if (out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size() && out.commit())
+    // What is written when it closes, and finds the disk full, it would not notice.
+    if (out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size() && out.flush()
+        && out.commit())
         return true;
     *why = QString("%1: %2").arg(file, out.errorString());
     return false;

@@ -26,12 +26,13 @@ inline unsigned whoEndsTheChild()
 
 inline void tellCoverage()
 {
-    const rlimit none = {RLIM_INFINITY, RLIM_INFINITY};
-    if (!__gcov_dump)
+    rlimit limit;
+    if (!__gcov_dump || ::getrlimit(RLIMIT_FSIZE, &limit) != 0)
         return;
-    if (::seteuid(0) == 0 && ::setegid(0) == 0)
-        ::setrlimit(RLIMIT_FSIZE, &none);
-    __gcov_dump();
+    limit.rlim_cur = limit.rlim_max;
+    const bool isRoot = ::seteuid(0) == 0 && ::setegid(0) == 0;
+    if (::setrlimit(RLIMIT_FSIZE, &limit) == 0 && (isRoot || ::getuid() != kNobody))
+        __gcov_dump();
 }
 
 inline void endChild(int status)
@@ -76,10 +77,14 @@ inline bool setMode(const QString& path, unsigned mode)
     return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
 }
 
-// No file of this process gets longer than that many bytes. For a child only.
+// No file of this process gets longer than that many bytes, until the limit is lifted at its end. For
+// a child only.
 inline bool limitFileSize(unsigned bytes)
 {
-    const rlimit limit = {bytes, bytes};
+    rlimit limit;
+    if (::getrlimit(RLIMIT_FSIZE, &limit) != 0)
+        return false;
+    limit.rlim_cur = bytes;
     return ::setrlimit(RLIMIT_FSIZE, &limit) == 0;
 }
 

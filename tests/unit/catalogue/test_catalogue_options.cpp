@@ -78,6 +78,8 @@ void TestCatalogueOptions::refusesWhatMakesNoSense_data()
                             << "--figure: there is no figure 'Nobody'";
     QTest::newRow("no jobs") << QStringList({"out", "--content", ".", "--jobs", "0"})
                              << "--jobs is a number from 1 to 64, not '0'";
+    QTest::newRow("jobs in words") << QStringList({"out", "--content", ".", "--jobs", "two"})
+                                   << "--jobs is a number from 1 to 64, not 'two'";
     QTest::newRow("too many jobs") << QStringList({"out", "--content", ".", "--jobs", "65"})
                                    << "--jobs is a number from 1 to 64, not '65'";
     QTest::newRow("unknown") << QStringList({"out", "--content", ".", "--scan", "x"})

@@ -1,4 +1,5 @@
 #include "room_tests.h"
+#include "without_rights.h"
 
 #include "catalogue/output_folder.h"
 
@@ -6,6 +7,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <csignal>
 
 using namespace quillon;
 
@@ -17,6 +20,8 @@ private slots:
     void refusingWritesNothing();
     void writesWholeFilesWithTheirFolders();
     void aFileThatCannotBeWrittenIsTold();
+    void aFullDiskLeavesTheOlderFile_data();
+    void aFullDiskLeavesTheOlderFile();
 };
 
 static bool put(const QString& file, const QByteArray& bytes)
@@ -89,6 +94,32 @@ void TestOutputFolder::aFileThatCannotBeWrittenIsTold()
     const QString file = dir.filePath("file/c.txt");
     QVERIFY(!writeOutput(file, "text", &why));
     QVERIFY2(why.startsWith(file + ": "), qPrintable(why));
+}
+
+void TestOutputFolder::aFullDiskLeavesTheOlderFile_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::newRow("less than the file buffer") << 4000;
+    QTest::newRow("more than the file buffer") << 400000;
+}
+
+void TestOutputFolder::aFullDiskLeavesTheOlderFile()
+{
+    QFETCH(int, bytes);
+    QTemporaryDir dir;
+    const QString file = dir.filePath("catalogue.json");
+    QVERIFY(put(file, "older"));
+    const auto fail = [&file, bytes] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        QString why;
+        return limitFileSize(1000) && !writeOutput(file, QByteArray(bytes, 'n'), &why)
+            && why.startsWith(file + ": ");
+    };
+    QCOMPARE(runInChild(fail), 1);
+    QFile left(file);
+    QVERIFY(left.open(QIODevice::ReadOnly));
+    QCOMPARE(left.readAll(), QByteArray("older"));
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList("catalogue.json"));
 }
 
 QUILLON_TEST(TestOutputFolder)
