@@ -56,12 +56,13 @@ void takeRanks(const QString& userHome)
     (void)moveRanksAfterScan(false); // what cannot be saved here is shown all the same
 }
 
-// The one watcher of progress windows, which the library calls without anything of ours.
+// The one watcher of progress windows, which the library calls without anything of ours. There
+// while it is watched.
 const ShowScan* g_show = nullptr;
 
 bool showRecord(const DzProgressRecord& record)
 {
-    if (g_show && !record.info.isEmpty())
+    if (!record.info.isEmpty())
         (*g_show)(record.info);
     return false;
 }
