@@ -53,14 +53,14 @@ def write(path, text):
     return path
 
 
-def write_png(path, color, side=8):
+def write_png(path, color, side=8, height=None):
     """A picture of one colour."""
     def chunk(kind, data):
         body = kind + data
         return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))
-    rows = b"".join(b"\0" + bytes(color) * side for _ in range(side))
+    rows = b"".join(b"\0" + bytes(color) * side for _ in range(height or side))
     pathlib.Path(path).write_bytes(
-        b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", side, side, 8, 2, 0, 0, 0))
+        b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", side, height or side, 8, 2, 0, 0, 0))
         + chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
 
 

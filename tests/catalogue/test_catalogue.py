@@ -185,6 +185,13 @@ class TestCatalogue(unittest.TestCase):
             self.assertIn("catalogue.json" if blocked == "catalogue.json" else str(out / blocked), done.stderr)
             self.assertEqual(done.stdout, "")
 
+    def test_a_place_below_a_file_is_told(self):
+        (self.top / "a file").write_text("no folder")
+        done = made.run(self.top / "a file/out", self.one_pose("blocked content"), check=False)
+        self.assertEqual((done.returncode, done.stdout), (1, ""))
+        self.assertIn("catalogue.json", done.stderr)
+        self.assertEqual((self.top / "a file").read_text(), "no folder")
+
     def test_pictures_that_cannot_be_written_are_counted(self):
         out = self.top / "no pictures"
         made.run(out, self.one_pose("pictured"))
@@ -234,7 +241,8 @@ class TestCatalogue(unittest.TestCase):
         pose, out = folder / "a.duf", str(folder / "%s.jpg")
         made.write(pose, made.pose_text(made.pose(2)))
         made.write_png(folder / "own.png", (1, 2, 3))
-        made.write_png(folder / "wide.png", (1, 2, 3), side=8200)
+        made.write_png(folder / "wide.png", (1, 2, 3), side=8200, height=8)
+        made.write_png(folder / "tall.png", (1, 2, 3), height=8200)
         whole = (folder / "own.png").read_bytes()
         (folder / "cut.png").write_bytes(whole[:45])  # behind what tells its size
         (folder / "file").write_text("no folder")
@@ -246,6 +254,7 @@ class TestCatalogue(unittest.TestCase):
                 ("nothing to show", job("none"), "failed"),
                 ("a picture of its own", job("own", own=str(folder / "own.png")), "made"),
                 ("one that is too wide", job("wide", own=str(folder / "wide.png")), "failed"),
+                ("one that is too tall", job("tall", own=str(folder / "tall.png")), "failed"),
                 ("one that is cut short", job("cut", own=str(folder / "cut.png")), "failed"),
                 ("one that is not there", job("gone", own=str(folder / "gone.png")), "failed"),
                 ("a pose that is not there", job("lost", pose=str(folder / "lost.duf"), drawn=True), "failed"),
