@@ -93,6 +93,7 @@ private slots:
         ::close(told[0]);
         ::close(told[1]);
         QVERIFY(!processLives(child));
+        QVERIFY(!processLives(0)); // which asks about all of this one's group
         QVERIFY(FileLock(path, 0).isHeld());
 #endif
     }
