@@ -103,7 +103,7 @@ bool identifyPose(int entry, quint32* told)
     e->contentHash = 0;
     char* buffer = readBuffer();
     const int count = buffer ? readPoseFileText(e->path, buffer, kReadBufferBytes, false) : 0;
-    if (count <= 0)
+    if (count <= 0 || isStillPacked(buffer, count))
         return false;
     const quint32 code = fillEntry(buffer, count, e);
     if (told)

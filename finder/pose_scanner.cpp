@@ -151,7 +151,7 @@ static bool looksLikePose(const QString& path, Scan* scan)
 {
     char head[kHeadBytes];
     const int count = readPoseFileText(path, head, kHeadBytes, false);
-    const bool isMissed = count <= 0 && QFileInfo(path).size() != 0;
+    const bool isMissed = count <= 0 ? QFileInfo(path).size() != 0 : isStillPacked(head, count);
     const bool isPose = count > 0 && containsWord(head, count, "preset_pose");
     if (isMissed)
         scan->miss(path);

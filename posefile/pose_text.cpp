@@ -45,6 +45,11 @@ int readPoseFileText(const QString& path, char* buffer, int maxBytes, bool termi
     return count;
 }
 
+bool isStillPacked(const char* bytes, int count)
+{
+    return count >= 2 && bytes[0] == '\x1f' && bytes[1] == '\x8b';
+}
+
 void setPoseText(const char* bytes, int count)
 {
     const void* zero = count > 0 ? std::memchr(bytes, 0, size_t(count)) : nullptr;

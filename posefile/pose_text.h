@@ -23,6 +23,10 @@ char* readBuffer(); // kReadBufferBytes bytes; null without a pane
 // number of bytes read; 0 or less: nothing. Memory is bounded by maxBytes.
 int readPoseFileText(const QString& path, char* buffer, int maxBytes, bool terminate);
 
+// Of bytes that were read so: a gzip file that gave none of what is in it, being damaged or not to
+// be read just now. No preset begins like one.
+bool isStillPacked(const char* bytes, int count);
+
 // Bytes of a text that someone else keeps.
 struct TextSpan {
     const char* begin;

@@ -79,6 +79,20 @@ private slots:
         QCOMPARE(rankOf(0), int(Favorite));
     }
 
+    void aPackedPresetThatCannotBeUnpackedIsTold()
+    {
+        ScanFixture f;
+        f.add("a.duf", poseNumber(1));
+        f.addText("damaged.duf", "\x1f\x8b and nothing that could be unpacked");
+        clearStatusMessage();
+        scanPoses();
+        QCOMPARE(indexedPaths().size(), 1);
+        QVERIFY2(statusMessage().contains("1 files or folders"), qPrintable(statusMessage()));
+        const QStringList log = dzApp->getLogLines().filter("cannot read");
+        QCOMPARE(log.size(), 1);
+        QVERIFY2(log.first().endsWith("/damaged.duf"), qPrintable(log.first()));
+    }
+
     void whatCanBeReadIsNotTold()
     {
         ScanFixture f;
