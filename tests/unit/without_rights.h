@@ -77,8 +77,8 @@ inline bool setMode(const QString& path, unsigned mode)
     return ::chmod(QFile::encodeName(path).constData(), mode) == 0;
 }
 
-// No file of this process gets longer than that many bytes, until the limit is lifted at its end. For
-// a child only.
+// No file of this process gets longer than that many bytes, until the limit is lifted at its end.
+// For a child only.
 inline bool limitFileSize(unsigned bytes)
 {
     rlimit limit;

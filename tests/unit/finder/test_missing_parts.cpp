@@ -127,8 +127,8 @@ private slots:
 
     void theRootOfADiskCanBeListed()
     {
-        QVERIFY(canBeListed(QDir::rootPath()));
-        QVERIFY(!canBeListed(QDir::rootPath() + "no such folder"));
+        QVERIFY(canBeListed("/"));
+        QVERIFY(!canBeListed("/no such folder"));
     }
 
     void ofManyThatCannotBeReadTheLogNamesTheFirst()

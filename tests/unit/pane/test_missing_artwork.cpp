@@ -86,10 +86,10 @@ void TestMissingArtwork::withoutPicturesAPageHasItsTexts()
 
 void TestMissingArtwork::aPieceNeedsPictureAndRoom()
 {
-    const QRect room(10, 10, 40, 40);
+    const QRect room(10, 10, 40, 40), noWidth(10, 10, 0, 40);
     QVERIFY(drawsSomething(room, kFirstButton));
     QVERIFY(!drawsSomething(room, -7)); // no button's number
-    QVERIFY(!drawsSomething(QRect(10, 10, 0, 40), kFirstButton));
+    QVERIFY(!drawsSomething(noWidth, kFirstButton));
     releasePageArtwork();
     dropScaledArtwork();
     QVERIFY(!drawsSomething(room, kFirstButton));
