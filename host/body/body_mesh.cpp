@@ -187,8 +187,11 @@ const BodyMesh& bodyMesh(const FigureData& data)
 {
     static std::map<QString, BodyMesh> meshes;
     BodyMesh& mesh = meshes[data.name];
-    if (mesh.vertices.empty())
+    if (mesh.vertices.empty()) {
         mesh = makeMesh(data);
+        for (size_t i = 0; i < mesh.triangles.size(); i += 3)
+            mesh.bones.push_back(mesh.vertices[size_t(mesh.triangles[i])].bone[0]);
+    }
     return mesh;
 }
 

@@ -14,6 +14,7 @@ namespace quillon {
 struct BodyMesh {
     std::vector<MeshVertex> vertices;
     std::vector<int> triangles; // three vertices each, counter-clockwise from outside
+    std::vector<int> bones; // one a triangle: the row of FigureData::bones that moves it most
 };
 
 // Good until the program ends. Figures of one name have one mesh: that of the first call.

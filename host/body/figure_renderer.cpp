@@ -165,17 +165,25 @@ const QImage& keptBackdrop(const View& view, const Camera& camera, const QSize& 
     return kept.image;
 }
 
-// shadow: of that size, or of none.
-void paintShadow(const View& view, const Mask& shadow, QImage* image)
+// Every second row from the first one on.
+void paintShadowRows(const View& view, const Mask& shadow, int first, QRgb* image)
 {
-    for (int y = 0; y < shadow.height; ++y) {
-        const BackdropRow row(view, image->size(), true, y);
+    for (int y = first; y < shadow.height; y += 2) {
+        const BackdropRow row(view, QSize(shadow.width, shadow.height), true, y);
         const unsigned char* cover = &shadow.cover[size_t(y) * size_t(shadow.width)];
-        QRgb* out = reinterpret_cast<QRgb*>(image->scanLine(y));
+        QRgb* out = image + size_t(y) * size_t(shadow.width);
         for (int x = 0; row.hasFloor() && x < shadow.width; ++x)
             if (cover[x])
                 out[x] = row.floor(x, cover[x] / 255.f);
     }
+}
+
+// shadow: of that size, or of none.
+void paintShadow(const View& view, const Mask& shadow, QImage* image)
+{
+    QRgb* const pixels = reinterpret_cast<QRgb*>(image->bits());
+    runTogether([&] { paintShadowRows(view, shadow, 0, pixels); },
+        [&] { paintShadowRows(view, shadow, 1, pixels); });
 }
 
 // ---- bodies --------------------------------------------------------------------------------

@@ -160,13 +160,13 @@ void addFigure(const FigureData& data, DzSkeleton* figure, bool highlight, Scene
     };
     runTogether([&] { place(0, count / 2); }, [&] { place(count / 2, count); });
     out->skins.push_back({figure, first, first + count});
-    out->triangles.reserve(out->triangles.size() + body.triangles.size());
-    out->ids.reserve(out->ids.size() + body.triangles.size() / 3);
-    for (size_t i = 0; i < body.triangles.size(); ++i) {
-        out->triangles.push_back(int(first) + body.triangles[i]);
-        if (i % 3 == 0)
-            out->ids.push_back(placed.ids[body.vertices[body.triangles[i]].bone[0]]);
-    }
+    const size_t corners = out->triangles.size(), sides = out->ids.size();
+    out->triangles.resize(corners + body.triangles.size());
+    for (size_t i = 0; i < body.triangles.size(); ++i)
+        out->triangles[corners + i] = int(first) + body.triangles[i];
+    out->ids.resize(sides + body.bones.size());
+    for (size_t i = 0; i < body.bones.size(); ++i)
+        out->ids[sides + i] = placed.ids[size_t(body.bones[i])];
 }
 
 // ---- boxes ---------------------------------------------------------------------------------
