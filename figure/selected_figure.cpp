@@ -13,6 +13,12 @@ DzNode* selectedNode()
     return dzScene ? dzScene->getPrimarySelection() : nullptr;
 }
 
+DzSkeleton* supportedFigureAnywhereOf(const DzNode* node)
+{
+    DzSkeleton* figure = figureOf(node);
+    return figure && isSupportedFigure(figure) ? figure : nullptr;
+}
+
 DzSkeleton* supportedFigureOf(const DzNode* node)
 {
     DzSkeleton* figure = figureOf(node);

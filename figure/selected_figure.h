@@ -13,7 +13,10 @@ namespace quillon {
 
 DzNode* selectedNode(); // the primary selection; null without one
 
-// Null unless the node is a supported figure or a bone of one, and the figure is a root node.
+// Null unless the node is a supported figure or a bone of one.
+DzSkeleton* supportedFigureAnywhereOf(const DzNode* node);
+
+// The same, and null where the figure is no root node, but stands on a prop, say.
 DzSkeleton* supportedFigureOf(const DzNode* node);
 
 DzSkeleton* selectedFigure(); // that of the primary selection

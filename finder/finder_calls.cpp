@@ -35,7 +35,7 @@ bool scanPoses()
 
 void saveCustomPose()
 {
-    noteSaveResult(savePoseOf(selectedFigure(), dzScene->getTime()));
+    noteSaveResult(savePoseOf(supportedFigureAnywhereOf(selectedNode()), dzScene->getTime()));
 }
 
 bool deleteCustomPose(int entry)

@@ -167,7 +167,7 @@ bool patchInstalledProducts(const PressContext&)
 
 bool saveToCustomLibrary(const PressContext& press)
 {
-    const bool saved = savePoseOf(press.figure, press.time);
+    const bool saved = savePoseOf(supportedFigureAnywhereOf(press.node), press.time);
     clearStatusMessage();
     noteSaveResult(saved);
     return true;

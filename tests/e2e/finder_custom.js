@@ -186,4 +186,11 @@ click(100);
 press("only the custom library", 224, "left");
 eq(label(), ["kept"]);
 near(forearm().getValue(), -33, 1e-3);
+
+// ---- a figure that stands on a prop ----------------------------------------------------------------
+click(202);
+click(202);
+Scene.addProp("cart", [-50, 0, -50], [50, 10, 50]).addNodeChild(figure);
+save("on a cart", 12);
+assert(names().indexOf("on a cart.duf") >= 0, "where it stands does not matter");
 quit(0);

@@ -365,6 +365,15 @@ private slots:
         QVERIFY(!QDir(customLibraryFolder()).exists());
     }
 
+    void aFigureOnAPropIsSaved()
+    {
+        auto* prop = new DzNode(QLatin1String("swing"));
+        m_finder->rig.scene.addNode(prop);
+        prop->addNodeChild(m_finder->figure);
+        QVERIFY(QFile::exists(save("a.duf")));
+        QCOMPARE(poseCount(), 1);
+    }
+
     void savingNeedsTheLibraryFolder()
     {
         writeFile(m_finder->file("data"), "a file in the folder's place");
