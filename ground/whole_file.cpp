@@ -36,7 +36,8 @@ static bool open(QFile* file, Opened which)
 // disk is full.
 static bool writeAndCut(QFile* file, const QByteArray& bytes)
 {
-    return file->seek(0) && file->write(bytes) == bytes.size() && file->resize(bytes.size());
+    return (file->pos() == 0 || file->seek(0)) && file->write(bytes) == bytes.size()
+        && file->resize(bytes.size());
 }
 
 static bool writeInTurn(QFile* file, const QList<QByteArray>& inTurn)
