@@ -134,6 +134,10 @@ static void opensExclusively(const SystemPath& folder)
     claim(textOf(path) == "first", "and keeps its bytes");
     claim(writeText(path, Opened::OneThatIs, "F"), "one that is there is opened");
     claim(textOf(path) == "First", "and not cut");
+    claim(whatIsAt(path) == At::PlainFile, "it is a plain file");
+    claim(whatIsAt(folder) == At::SomethingElse, "its folder is something else");
+    claim(whatIsAt(path + L".none") == At::Nothing && whatIsAt(path + L"\\none") == At::Nothing,
+        "what is not there is nothing");
 }
 
 static void replaces(const wchar_t* program, const SystemPath& folder)
@@ -198,6 +202,7 @@ static void takesLongPaths(const SystemPath& folder)
     claim(lock >= 0, "and locked");
     unlockFile(lock, deep + L"\\lock");
     claim(markOf(target).bytes == 3, "and has a mark");
+    claim(whatIsAt(target) == At::PlainFile, "and is a plain file");
 }
 
 int wmain(int count, wchar_t** arguments)
